@@ -1,0 +1,60 @@
+# quorin_test(NAME SOURCES a.cpp... [LINKS target...] [ARGS argument...] [LABELS label...] [TIMEOUT seconds]
+#             [DISPLAY] [SERIAL] [LOCALES])
+#
+# One GoogleTest program, tests_NAME, run whole as the CTest test NAME.
+#   DISPLAY  runs it on a virtual display of its own with a window manager (tests/support/with_display)
+#   SERIAL   runs it alone, for what it times
+#   LOCALES  runs it again in two locales that write a comma in numbers
+find_package(GTest REQUIRED)
+
+add_library(quorin_test_main STATIC ${PROJECT_SOURCE_DIR}/tests/support/test_main.cpp)
+target_link_libraries(quorin_test_main PUBLIC GTest::gtest PRIVATE quorin_options)
+
+# The comma locales are made here rather than asked of the machine: a bare Debian has none.
+set(QUORIN_COMMA_LOCALES fr_FR.UTF-8 de_DE.UTF-8)
+set(QUORIN_LOCALE_DIR ${PROJECT_BINARY_DIR}/locales)
+foreach(locale IN LISTS QUORIN_COMMA_LOCALES)
+    if(NOT EXISTS ${QUORIN_LOCALE_DIR}/${locale})
+        file(MAKE_DIRECTORY ${QUORIN_LOCALE_DIR})
+        string(REGEX REPLACE "\\..*" "" language ${locale})
+        execute_process(COMMAND localedef --no-archive -f UTF-8 -i ${language} ${QUORIN_LOCALE_DIR}/${locale}
+                        COMMAND_ERROR_IS_FATAL ANY)
+    endif()
+endforeach()
+
+# What the toolkit's own libraries keep until the end is no leak of ours.
+set(QUORIN_TEST_ENVIRONMENT
+    LOCPATH=${QUORIN_LOCALE_DIR}
+    LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt:print_suppressions=0
+    UBSAN_OPTIONS=print_stacktrace=1)
+
+function(quorin_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SERIAL;LOCALES" "TIMEOUT" "SOURCES;LINKS;ARGS;LABELS")
+    set(program tests_${name})
+    add_executable(${program} ${arg_SOURCES})
+    target_include_directories(${program} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${program} PRIVATE quorin_test_main quorin_options ${arg_LINKS})
+    set(command ${program} ${arg_ARGS})
+    if(arg_DISPLAY)
+        set(command ${PROJECT_SOURCE_DIR}/tests/support/with_display $<TARGET_FILE:${program}> ${arg_ARGS})
+        list(APPEND arg_LABELS display)
+    endif()
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    set(locales C)
+    if(arg_LOCALES)
+        list(APPEND locales ${QUORIN_COMMA_LOCALES})
+    endif()
+    foreach(locale IN LISTS locales)
+        set(test ${name})
+        set(environment ${QUORIN_TEST_ENVIRONMENT})
+        if(NOT locale STREQUAL C)
+            set(test ${name}.${locale})
+            list(APPEND environment LC_ALL=${locale})
+        endif()
+        add_test(NAME ${test} COMMAND ${command})
+        set_tests_properties(${test} PROPERTIES ENVIRONMENT "${environment}" LABELS "${arg_LABELS}"
+                             TIMEOUT ${arg_TIMEOUT} RUN_SERIAL "${arg_SERIAL}")
+    endforeach()
+endfunction()
