@@ -8,7 +8,7 @@ namespace {
 
 struct accent {
     unsigned char byte;
-    char letter;
+    unsigned char letter;
 };
 
 constexpr accent iso_8859_1_accents[] = {
