@@ -21,7 +21,8 @@ std::string objection(std::string_view text) {
     if (equals == std::string_view::npos) return "a fault is written NAME=KIND";
     const std::string name(text.substr(0, equals)), kind_name(text.substr(equals + 1));
     const bool sensor = input_index(name) >= 0;
-    if (!sensor && output_index(name) < 0) return "the station has no sensor and no actuator named \"" + name + '"';
+    if (!sensor && output_index(name) < 0)
+        return "the station has no sensor and no actuator named \"" + name + '"';
     const std::optional<workcell_fault_kind> kind = kind_named(kind_name);
     if (kind && fault_fits(name, *kind)) return "";
     return name + (sensor ? " is a sensor: its faults are stuck0, stuck1, inverted"
@@ -30,7 +31,9 @@ std::string objection(std::string_view text) {
 
 }  // namespace
 
-const char* fault_kind_name(workcell_fault_kind kind) { return kind_names[static_cast<std::size_t>(kind)]; }
+const char* fault_kind_name(workcell_fault_kind kind) {
+    return kind_names[static_cast<std::size_t>(kind)];
+}
 
 bool fault_fits(std::string_view name, workcell_fault_kind kind) {
     return (kind == workcell_fault_kind::dead ? output_index(name) : input_index(name)) >= 0;
@@ -43,5 +46,6 @@ std::optional<workcell_fault> parse_fault(std::string_view text, std::string& re
         return std::nullopt;
     }
     const std::size_t equals = text.find('=');
-    return workcell_fault{std::string(text.substr(0, equals)), *kind_named(text.substr(equals + 1))};
+    return workcell_fault{std::string(text.substr(0, equals)),
+                          *kind_named(text.substr(equals + 1))};
 }

@@ -8,10 +8,16 @@ namespace {
 // In the order of the kinds.
 constexpr const char* texts[] = {
     "colle r\xC3\xA9pandue : pas de support en zone 1",
-    "pi\xC3\xA8" "ce perdue : l\xC3\xA2" "ch\xC3\xA9" "e ailleurs que sur un support en zone 2",
-    "pi\xC3\xA8" "ce perdue : le support en zone 2 en porte d\xC3\xA9j\xC3\xA0 une",
+    "pi\xC3\xA8"
+    "ce perdue : l\xC3\xA2"
+    "ch\xC3\xA9"
+    "e ailleurs que sur un support en zone 2",
+    "pi\xC3\xA8"
+    "ce perdue : le support en zone 2 en porte d\xC3\xA9j\xC3\xA0 une",
     "tiroir bloqu\xC3\xA9 : la ventouse est trop basse",
-    "presse arr\xC3\xAAt\xC3\xA9" "e : le support n'est pas \xC3\xA0 sa but\xC3\xA9" "e",
+    "presse arr\xC3\xAAt\xC3\xA9"
+    "e : le support n'est pas \xC3\xA0 sa but\xC3\xA9"
+    "e",
     "support retenu : la presse n'est pas haute",
     "bloqueur 1 arr\xC3\xAAt\xC3\xA9 : un support est au-dessus",
     "bloqueur 2 arr\xC3\xAAt\xC3\xA9 : un support est au-dessus",
