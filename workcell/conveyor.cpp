@@ -12,8 +12,8 @@ constexpr int um_per_step = belt_mm_per_s;  // Millimetres a second are micromet
 constexpr int base_um = base_mm * um_per_mm;
 constexpr int pitch_um = waiting_pitch_mm * um_per_mm;
 constexpr int belt_end_um = main_belt_mm * um_per_mm;
-constexpr int loading_um =
-    (base_mm - waiting_belt_mm) * um_per_mm;  // A new base lies at the waiting belt's beginning.
+// A new base lies at the waiting belt's beginning.
+constexpr int loading_um = (base_mm - waiting_belt_mm) * um_per_mm;
 constexpr int nowhere_um = std::numeric_limits<int>::max();
 
 constexpr int stop_um(int zone) { return stop_mm[static_cast<std::size_t>(zone)] * um_per_mm; }

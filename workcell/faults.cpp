@@ -18,15 +18,15 @@ std::optional<workcell_fault_kind> kind_named(std::string_view name) {
 // Why a text is no fault; empty when it is one.
 std::string objection(std::string_view text) {
     const std::size_t equals = text.find('=');
-    if (equals == std::string_view::npos) return "a fault is written NAME=KIND";
+    if (equals == std::string_view::npos) return "une panne s'\xC3\xA9" "crit NOM=PANNE";
     const std::string name(text.substr(0, equals)), kind_name(text.substr(equals + 1));
     const bool sensor = input_index(name) >= 0;
     if (!sensor && output_index(name) < 0)
-        return "the station has no sensor and no actuator named \"" + name + '"';
+        return "la station n'a ni capteur ni actionneur nomm\xC3\xA9 \"" + name + '"';
     const std::optional<workcell_fault_kind> kind = kind_named(kind_name);
     if (kind && fault_fits(name, *kind)) return "";
-    return name + (sensor ? " is a sensor: its faults are stuck0, stuck1, inverted"
-                          : " is an actuator: its only fault is dead");
+    return name + (sensor ? " est un capteur : ses pannes sont stuck0, stuck1, inverted"
+                          : " est un actionneur : sa seule panne est dead");
 }
 
 }  // namespace

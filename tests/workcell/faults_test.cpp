@@ -29,13 +29,13 @@ TEST(FaultText, IsANameOfTheStationAndAKindThatFits) {
 }
 
 TEST(FaultText, AnythingElseIsRefusedWithItsReason) {
-    const char* sensor_kinds = "te is a sensor: its faults are stuck0, stuck1, inverted";
-    const char* actuator_kinds = "MT is an actuator: its only fault is dead";
+    const char* sensor_kinds = "te est un capteur : ses pannes sont stuck0, stuck1, inverted";
+    const char* actuator_kinds = "MT est un actionneur : sa seule panne est dead";
     const struct {
         std::string text, why;
     } cases[] = {
-        {"", "a fault is written NAME=KIND"},
-        {"te", "a fault is written NAME=KIND"},
+        {"", "une panne s'écrit NOM=PANNE"},
+        {"te", "une panne s'écrit NOM=PANNE"},
         {"te=dead", sensor_kinds},
         {"te=", sensor_kinds},
         {"te=stuck2", sensor_kinds},
@@ -44,9 +44,9 @@ TEST(FaultText, AnythingElseIsRefusedWithItsReason) {
         {"MT=stuck0", actuator_kinds},
         {"MT=inverted", actuator_kinds},
         {"MT=DEAD", actuator_kinds},
-        {"=stuck0", "the station has no sensor and no actuator named \"\""},
-        {"TE=stuck0", "the station has no sensor and no actuator named \"TE\""},
-        {" te=stuck0", "the station has no sensor and no actuator named \" te\""},
+        {"=stuck0", "la station n'a ni capteur ni actionneur nommé \"\""},
+        {"TE=stuck0", "la station n'a ni capteur ni actionneur nommé \"TE\""},
+        {" te=stuck0", "la station n'a ni capteur ni actionneur nommé \" te\""},
     };
     for (const auto& [text, why] : cases) {
         std::string reason = "untouched";
