@@ -10,7 +10,8 @@ namespace {
 
 constexpr const char* author_credit = "Les auteurs de quorin\n\nPanneau de commande du ZK4";
 
-/// Asks for a number that printf and scanf write and read as `format` says, in a field of 80 bytes at first.
+/// Asks for a number that printf and scanf write and read as `format` says, in a field of 80 bytes
+/// at first.
 template <typename number>
 number show_number(const char* label, const char* format, number value) {
     char printed[81];
@@ -42,7 +43,8 @@ double fl_show_double(const std::string& label, double value) {
 int fl_show_int(const char* label, int value) { return show_number(label, "%d", value); }
 
 std::string fl_show_Sinput(const std::string& label, const std::string& value) {
-    const char* reply = fl_input("%s", toolkit_text(value), static_cast<const char*>(toolkit_text(label)));
+    const char* reply =
+        fl_input("%s", toolkit_text(value), static_cast<const char*>(toolkit_text(label)));
     return reply ? reply : "";
 }
 

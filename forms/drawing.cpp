@@ -11,7 +11,9 @@ constexpr double same_coordinate = 1e-10;
 
 bool differ(double a, double b) { return std::fabs(a - b) > same_coordinate; }
 
-bool between(double value, double a, double b) { return std::min(a, b) <= value && value <= std::max(a, b); }
+bool between(double value, double a, double b) {
+    return std::min(a, b) <= value && value <= std::max(a, b);
+}
 
 }  // namespace
 
@@ -20,7 +22,9 @@ void fl_ovalf(int x, int y, int w, int h, unsigned colour) {
     fl_pie(x, y, w, h, 0, 360);
 }
 
-void fl_ovalf(int x, int y, int w, int h, int colour) { fl_ovalf(x, y, w, h, static_cast<unsigned>(colour)); }
+void fl_ovalf(int x, int y, int w, int h, int colour) {
+    fl_ovalf(x, y, w, h, static_cast<unsigned>(colour));
+}
 
 void fl_circf(int x, int y, int r, unsigned colour) { fl_ovalf(x, y, r, r, colour); }
 
@@ -38,7 +42,8 @@ void fl_line(int x1, int y1, int x2, int y2, unsigned colour) {
     fl_line(x1, y1, x2, y2);
 }
 
-int point_dans_segment(double px, double py, double x1, double y1, double x2, double y2, double tolerance) {
+int point_dans_segment(double px, double py, double x1, double y1, double x2, double y2,
+                       double tolerance) {
     if (!differ(x1, x2)) return between(py, y1, y2) && tolerance > std::fabs(px - x1);
     if (!differ(y1, y2)) return between(px, x1, x2) && tolerance > std::fabs(py - y1);
     if (!between(px, x1, x2) || !between(py, y1, y2)) return 0;

@@ -21,7 +21,8 @@ constexpr int character_px = 6;
 constexpr int widest_characters = (32767 - 10) / character_px;  // a window's sides are 16-bit
 constexpr useconds_t poll_pause_us = 1000;
 
-/// The window and what its loop looks at. No widget has a callback, so that all of them land in the toolkit's queue.
+/// The window and what its loop looks at. No widget has a callback, so that all of them land in the
+/// toolkit's queue.
 struct message_viewer {
     Fl_Window* window;
     Fl_Multi_Browser* lines;
@@ -59,7 +60,8 @@ void fl_show_Sbigmessages(const std::string& text, int width) {
     const message_viewer viewer = make_viewer(width);
     add_lines(viewer.lines, text);
     viewer.window->show();
-    // Closed by Escape or by the window manager, the window is only hidden: that ends the loop as "Quit" does.
+    // Closed by Escape or by the window manager, the window is only hidden: that ends the loop as
+    // "Quit" does.
     while (viewer.window->shown()) {
         Fl::check();
         const Fl_Widget* used = Fl::readqueue();

@@ -15,11 +15,14 @@ namespace {
 constexpr double half_turn_degrees = 180;
 constexpr double pi = 3.141592653589793;
 
-/// Clips to an active sheet for as long as it lives. It remembers whether it pushed, so that it pops exactly then.
+/// Clips to an active sheet for as long as it lives. It remembers whether it pushed, so that it
+/// pops exactly then.
 class sheet_clip {
 public:
-    explicit sheet_clip(const OFL_vision_sheet& sheet) : pushed_(sheet.x1 > sheet.x0 && sheet.y1 > sheet.y0) {
-        if (pushed_) fl_push_clip(sheet.x0, sheet.y0, span(sheet.x0, sheet.x1), span(sheet.y0, sheet.y1));
+    explicit sheet_clip(const OFL_vision_sheet& sheet)
+        : pushed_(sheet.x1 > sheet.x0 && sheet.y1 > sheet.y0) {
+        if (pushed_)
+            fl_push_clip(sheet.x0, sheet.y0, span(sheet.x0, sheet.x1), span(sheet.y0, sheet.y1));
     }
     ~sheet_clip() {
         if (pushed_) fl_pop_clip();
@@ -29,7 +32,8 @@ public:
 
 private:
     static int span(int from, int to) {
-        return static_cast<int>(std::min<std::int64_t>(std::int64_t{to} - from, std::numeric_limits<int>::max()));
+        return static_cast<int>(
+            std::min<std::int64_t>(std::int64_t{to} - from, std::numeric_limits<int>::max()));
     }
     bool pushed_;
 };
@@ -44,20 +48,23 @@ int wrapped(std::int64_t coordinate) { return static_cast<int>(coordinate); }
 /// Truncated toward zero; held within int, and 0 when not a number.
 int truncated(double value) {
     if (std::isnan(value)) return 0;
-    return static_cast<int>(std::clamp<double>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+    return static_cast<int>(std::clamp<double>(value, std::numeric_limits<int>::min(),
+                                               std::numeric_limits<int>::max()));
 }
 
 /// The point of the break symbol that is a quarter of the way from `near` to `far`.
 point break_corner(point near, point far) {
     const std::int64_t x = near.x, y = near.y, to_x = far.x, to_y = far.y;
-    return {wrapped((3 * x + to_x + 2 * (y - to_y)) / 4), wrapped((3 * y + to_y + 2 * (to_x - x)) / 4)};
+    return {wrapped((3 * x + to_x + 2 * (y - to_y)) / 4),
+            wrapped((3 * y + to_y + 2 * (to_x - x)) / 4)};
 }
 
 struct barbs {
     point first, second;
 };
 
-/// The ends of the two barbs of an arrow from (ax, ay) to (bx, by). Every product is truncated before it is added.
+/// The ends of the two barbs of an arrow from (ax, ay) to (bx, by). Every product is truncated
+/// before it is added.
 barbs barb_ends(point from, point head, int barb_px, double angle) {
     const auto along = [=](double a) { return std::int64_t{truncated(barb_px * std::cos(a))}; };
     const auto across = [=](double a) { return std::int64_t{truncated(barb_px * std::sin(a))}; };
@@ -72,7 +79,9 @@ barbs barb_ends(point from, point head, int barb_px, double angle) {
         return {{end_x, wrapped(y - across(angle))}, {end_x, wrapped(y + across(angle))}};
     }
     const double slope = std::atan((double{1} * head.y - from.y) / (double{1} * head.x - from.x));
-    const auto end = [&](double a) { return point{wrapped(x + back * along(a)), wrapped(y + back * across(a))}; };
+    const auto end = [&](double a) {
+        return point{wrapped(x + back * along(a)), wrapped(y + back * across(a))};
+    };
     return {end(slope - angle), end(slope + angle)};
 }
 
@@ -158,8 +167,8 @@ void OFL_vision_sheet::ofl_arrowbound(int ax, int ay, int bx, int by, unsigned f
     fl_color(FL_BLACK);
 }
 
-void OFL_vision_sheet::ofl_drw_arrow_line(int ax, int ay, int bx, int by, int barb_px, double barb_angle,
-                                          unsigned line_colour) const {
+void OFL_vision_sheet::ofl_drw_arrow_line(int ax, int ay, int bx, int by, int barb_px,
+                                          double barb_angle, unsigned line_colour) const {
     const auto [first, second] = barb_ends({ax, ay}, {bx, by}, barb_px, barb_angle);
     const sheet_clip clip(*this);
     fl_color(line_colour);
@@ -168,15 +177,17 @@ void OFL_vision_sheet::ofl_drw_arrow_line(int ax, int ay, int bx, int by, int ba
     fl_line(ax, ay, bx, by);
 }
 
-void OFL_vision_sheet::ofl_drw_text(unsigned align, int x, int y, int w, int h, unsigned text_colour, int size,
-                                    int font, const char* text) const {
+void OFL_vision_sheet::ofl_drw_text(unsigned align, int x, int y, int w, int h,
+                                    unsigned text_colour, int size, int font,
+                                    const char* text) const {
     const sheet_clip clip(*this);
     fl_font(font, size);
     fl_color(text_colour);
     fl_draw(text, x, y, w, h, align);
 }
 
-void OFL_vision_sheet::ofl_drw_String(unsigned align, int x, int y, int w, int h, unsigned text_colour, int font,
-                                      int size, const std::string& text) const {
+void OFL_vision_sheet::ofl_drw_String(unsigned align, int x, int y, int w, int h,
+                                      unsigned text_colour, int font, int size,
+                                      const std::string& text) const {
     ofl_drw_text(align, x, y, w, h, text_colour, size, font, toolkit_text(text));
 }

@@ -14,8 +14,8 @@ namespace {
 constexpr useconds_t pause_us = 1000;
 constexpr std::chrono::milliseconds longest_wait(500);
 
-/// Ends the form with its widgets where they were put. The forms layer mirrors every y at the end of a form in programs
-/// that never called fl_initialize; its switch is left as it was found.
+/// Ends the form with its widgets where they were put. The forms layer mirrors every y at the end
+/// of a form in programs that never called fl_initialize; its switch is left as it was found.
 void end_form_unmirrored() {
     const char mirrored = fl_flip;
     fl_flip = 0;
@@ -35,8 +35,8 @@ Bool note_exposure(Display*, XEvent* event, XPointer data) {
     return False;
 }
 
-/// Waits until the server has asked for the window to be drawn, which it does once the window is on the screen. The
-/// events stay where they are: before this, processing them would draw nothing.
+/// Waits until the server has asked for the window to be drawn, which it does once the window is on
+/// the screen. The events stay where they are: before this, processing them would draw nothing.
 void await_exposure(const Fl_Window* window) {
     const auto deadline = std::chrono::steady_clock::now() + longest_wait;
     exposure wanted{fl_xid(window), false};
