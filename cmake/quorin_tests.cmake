@@ -2,13 +2,25 @@
 #             [DISPLAY] [SERIAL] [LOCALES])
 #
 # One GoogleTest program, tests_NAME, run whole as the CTest test NAME.
-#   DISPLAY  runs it on a virtual display of its own with a window manager (tests/support/with_display)
+#   DISPLAY  runs it on a virtual display of its own with a window manager (tools/with_display)
 #   SERIAL   runs it alone, for what it times
 #   LOCALES  runs it again in two locales that write a comma in numbers
 find_package(GTest REQUIRED)
 
 add_library(quorin_test_main STATIC ${PROJECT_SOURCE_DIR}/tests/support/test_main.cpp)
 target_link_libraries(quorin_test_main PUBLIC GTest::gtest PRIVATE quorin_options)
+
+# For tests that start programs.
+add_library(quorin_test_programs STATIC ${PROJECT_SOURCE_DIR}/tests/support/programs.cpp)
+target_include_directories(quorin_test_programs PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(quorin_test_programs PUBLIC GTest::gtest PRIVATE quorin_options)
+
+# For tests that look at the display, and use its mouse and keyboard.
+find_library(QUORIN_XTST_LIBRARY Xtst REQUIRED)
+add_library(quorin_test_screen STATIC ${PROJECT_SOURCE_DIR}/tests/support/screen.cpp)
+target_include_directories(quorin_test_screen PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(quorin_test_screen PUBLIC quorin_test_programs ${QUORIN_XTST_LIBRARY} ${QUORIN_X11_LIBRARY}
+                      PRIVATE quorin_options)
 
 # The comma locales are made here rather than asked of the machine: a bare Debian has none.
 set(QUORIN_COMMA_LOCALES fr_FR.UTF-8 de_DE.UTF-8)
@@ -36,7 +48,7 @@ function(quorin_test name)
     target_link_libraries(${program} PRIVATE quorin_test_main quorin_options ${arg_LINKS})
     set(command ${program} ${arg_ARGS})
     if(arg_DISPLAY)
-        set(command ${PROJECT_SOURCE_DIR}/tests/support/with_display $<TARGET_FILE:${program}> ${arg_ARGS})
+        set(command ${PROJECT_SOURCE_DIR}/tools/with_display $<TARGET_FILE:${program}> ${arg_ARGS})
         list(APPEND arg_LABELS display)
     endif()
     if(NOT arg_TIMEOUT)
