@@ -12,7 +12,7 @@
 #include "forms/drawing.h"
 #include "forms/vision_sheet.h"
 #include "forms/widget_shortcuts.h"
-#include "screen.h"
+#include "screen_picture.h"
 
 namespace {
 

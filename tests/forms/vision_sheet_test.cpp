@@ -232,12 +232,16 @@ TEST(Arrowbound, OpensBackAlongTheSegmentInASquareOfTwiceItsLength) {
         int ax, ay, bx, by;
         const char* pie;
     } cases[] = {
-        {0, 0, 10, 0, "pie 10 0 20 20 160 200"},       {10, 0, 0, 0, "pie 0 0 20 20 -20 20"},
-        {0, 0, 0, 10, "pie 0 10 20 20 70 110"},        {0, 10, 0, 0, "pie 0 0 20 20 250 290"},
-        {5, 5, 5, 5, "pie 5 5 0 0 160 200"},           {0, 0, 3, 4, "pie 3 4 10 10 106.87 146.87"},
+        {0, 0, 10, 0, "pie 10 0 20 20 160 200"},
+        {10, 0, 0, 0, "pie 0 0 20 20 -20 20"},
+        {0, 0, 0, 10, "pie 0 10 20 20 70 110"},
+        {0, 10, 0, 0, "pie 0 0 20 20 250 290"},
+        {5, 5, 5, 5, "pie 5 5 0 0 160 200"},
+        {0, 0, 3, 4, "pie 3 4 10 10 106.87 146.87"},
         {0, 0, 1, 1, "pie 1 1 2 2 115 155"},  // 2.83, truncated
         // In single precision: in double it would be 51.5651 and 91.5651.
-        {0, 0, -1, 3, "pie -1 3 6 6 51.565 91.565"}, {7, 9, 2, 9, "pie 2 9 10 10 -20 20"},
+        {0, 0, -1, 3, "pie -1 3 6 6 51.565 91.565"},
+        {7, 9, 2, 9, "pie 2 9 10 10 -20 20"},
     };
     for (const auto& [ax, ay, bx, by, pie] : cases) {
         OFL_vision_sheet sheet;

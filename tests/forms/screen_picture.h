@@ -39,6 +39,11 @@ public:
         return found;
     }
 
+    /// How many pixels of a rectangle have another colour: a text's are of many shades.
+    int count_other(int x, int y, int w, int h, unsigned long colour) const {
+        return w * h - count(x, y, w, h, colour);
+    }
+
 private:
     std::unique_ptr<XImage, void (*)(XImage*)> image_;
 };
