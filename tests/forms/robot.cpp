@@ -25,6 +25,12 @@ Fl_Widget* find_widget(Fl_Group& group, const std::function<bool(Fl_Widget&)>& w
     return nullptr;
 }
 
+std::string field_value(Fl_Group& group) {
+    const auto* input = dynamic_cast<Fl_Input_*>(find_widget(
+        group, [](Fl_Widget& each) { return dynamic_cast<Fl_Input_*>(&each) != nullptr; }));
+    return input ? std::string(input->value(), input->size()) : std::string();
+}
+
 robot::robot() : progress_(std::chrono::steady_clock::now()) {
     Fl::add_timeout(poll_s, poll, this);
 }
@@ -88,12 +94,8 @@ robot& robot::until_label(const std::string& label) {
 }
 
 robot& robot::until_value(const std::string& value) {
-    return add("value " + value.substr(0, 80), [=](Fl_Window& window) {
-        return find_widget(window, [&](Fl_Widget& each) {
-                   const auto* input = dynamic_cast<Fl_Input_*>(&each);
-                   return input && std::string(input->value(), input->size()) == value;
-               }) != nullptr;
-    });
+    return add("value " + value.substr(0, 80),
+               [=](Fl_Window& window) { return field_value(window) == value; });
 }
 
 void robot::poll(void* self) {
@@ -114,7 +116,7 @@ void robot::look() {
 }
 
 bool robot::ready(Fl_Window* window) {
-    if (!window->shown() || Fl_X::i(window)->wait_for_expose) return false;
+    if (!window->shown()) return false;
     const screen::place before = place_;
     place_ = display_.area(fl_xid(window));
     const bool at_rest = place_.x == before.x && place_.y == before.y && place_.w == before.w &&

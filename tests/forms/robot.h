@@ -60,5 +60,8 @@ private:
     screen::place place_{};
 };
 
+/// The value of a window's first visible input field; "" without one.
+std::string field_value(Fl_Group& group);
+
 /// The first visible widget of a window, at any depth, that is as asked; null without one.
 Fl_Widget* find_widget(Fl_Group& group, const std::function<bool(Fl_Widget&)>& wanted);
