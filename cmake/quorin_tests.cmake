@@ -10,6 +10,11 @@ find_package(GTest REQUIRED)
 add_library(quorin_test_main STATIC ${PROJECT_SOURCE_DIR}/tests/support/test_main.cpp)
 target_link_libraries(quorin_test_main PUBLIC GTest::gtest PRIVATE quorin_options)
 
+# For tests that start programs, or look at a display.
+add_library(quorin_test_programs STATIC ${PROJECT_SOURCE_DIR}/tests/support/programs.cpp)
+target_include_directories(quorin_test_programs PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(quorin_test_programs PUBLIC GTest::gtest PRIVATE quorin_options)
+
 # The comma locales are made here rather than asked of the machine: a bare Debian has none.
 set(QUORIN_COMMA_LOCALES fr_FR.UTF-8 de_DE.UTF-8)
 set(QUORIN_LOCALE_DIR ${PROJECT_BINARY_DIR}/locales)

@@ -1,0 +1,188 @@
+#include "tests/support/programs.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <thread>
+
+namespace {
+
+namespace files = std::filesystem;
+
+std::string contents(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+std::string new_folder() {
+    std::string pattern = files::temp_directory_path() / "quorin_test_XXXXXX";
+    return mkdtemp(pattern.data()) ? pattern : std::string();
+}
+
+/// Marks every program that this test process starts, and through the environment all that those start.
+const std::string& mark() {
+    static const std::string text = "QUORIN_TEST_MARK=" + std::to_string(getpid());
+    return text;
+}
+
+/// Ids of every marked process ever seen: a segment names its creator, who may be dead by now.
+std::set<pid_t>& started() {
+    static std::set<pid_t> ids = {getpid()};
+    return ids;
+}
+
+int exit_status(int wait_status) {
+    return WIFEXITED(wait_status) ? WEXITSTATUS(wait_status) : 128 + WTERMSIG(wait_status);
+}
+
+void redirect(const std::string& path, int descriptor) {
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (file < 0 || dup2(file, descriptor) < 0) _exit(127);
+    close(file);
+}
+
+[[noreturn]] void become(const std::vector<std::string>& command, const std::vector<std::string>& environment) {
+    putenv(const_cast<char*>(mark().c_str()));
+    for (const std::string& each : environment) putenv(const_cast<char*>(each.c_str()));
+    std::vector<char*> words;
+    for (const std::string& word : command) words.push_back(const_cast<char*>(word.c_str()));
+    words.push_back(nullptr);
+    execvp(words[0], words.data());
+    _exit(127);
+}
+
+}  // namespace
+
+bool wait_until(const std::function<bool()>& done, seconds limit) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!done()) {
+        if (std::chrono::steady_clock::now() > end) return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return true;
+}
+
+double processor_seconds(pid_t pid) {
+    const std::string stat = contents("/proc/" + std::to_string(pid) + "/stat");
+    std::istringstream rest(stat.substr(stat.rfind(')') + 1));
+    std::string skipped;
+    for (int i = 0; i < 11; ++i) rest >> skipped;
+    double user = 0, system = 0;
+    rest >> user >> system;
+    return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+program::program(const std::vector<std::string>& command, const std::vector<std::string>& environment)
+    : folder_(new_folder()) {
+    pid_ = fork();
+    if (pid_ == 0) {
+        redirect(folder_ + "/out", STDOUT_FILENO);
+        redirect(folder_ + "/err", STDERR_FILENO);
+        become(command, environment);
+    }
+    started().insert(pid_);
+}
+
+program::~program() {
+    if (running()) {
+        signal(SIGTERM);
+        if (!wait(seconds(5))) signal(SIGKILL);
+        wait();
+    }
+    files::remove_all(folder_);
+}
+
+bool program::running() {
+    if (status_ || pid_ <= 0) return false;
+    int status;
+    if (waitpid(pid_, &status, WNOHANG) == pid_) status_ = exit_status(status);
+    return !status_;
+}
+
+void program::signal(int number) const { kill(pid_, number); }
+
+std::optional<int> program::wait(seconds limit) {
+    wait_until([this] { return !running(); }, limit);
+    return status_;
+}
+
+std::string program::out() const { return contents(folder_ + "/out"); }
+std::string program::err() const { return contents(folder_ + "/err"); }
+
+outcome run_program(const std::vector<std::string>& command, const std::vector<std::string>& environment,
+                    seconds limit) {
+    program run(command, environment);
+    const std::optional<int> status = run.wait(limit);
+    if (!status) run.signal(SIGKILL);
+    return {status.value_or(-1), run.out(), run.err()};
+}
+
+outcome run_in_child(const std::function<void()>& body) {
+    const std::string folder = new_folder();
+    std::cout.flush();
+    std::cerr.flush();
+    const pid_t pid = fork();
+    if (pid == 0) {
+        redirect(folder + "/out", STDOUT_FILENO);
+        redirect(folder + "/err", STDERR_FILENO);
+        body();
+        std::cout.flush();
+        std::cerr.flush();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(pid, &status, 0);
+    outcome result{exit_status(status), contents(folder + "/out"), contents(folder + "/err")};
+    files::remove_all(folder);
+    return result;
+}
+
+std::set<pid_t> leftovers::processes() {
+    std::set<pid_t> found;
+    for (const files::directory_entry& entry : files::directory_iterator("/proc")) {
+        const std::string name = entry.path().filename();
+        if (name.find_first_not_of("0123456789") != std::string::npos) continue;
+        // A zombie's environment is empty, so that only the living are found.
+        const std::string environment = '\0' + contents(entry.path() / "environ");
+        if (environment.find('\0' + mark() + '\0') == std::string::npos) continue;
+        found.insert(std::stoi(name));
+        started().insert(std::stoi(name));
+    }
+    return found;
+}
+
+std::set<int> leftovers::segments() {
+    processes();
+    std::set<int> found;
+    std::istringstream table(contents("/proc/sysvipc/shm"));
+    std::string line;
+    std::getline(table, line);
+    while (std::getline(table, line)) {
+        std::istringstream fields(line);
+        long key = 0, id = 0, size = 0, creator = 0;
+        std::string mode;
+        fields >> key >> id >> mode >> size >> creator;
+        if (started().contains(static_cast<pid_t>(creator))) found.insert(static_cast<int>(id));
+    }
+    return found;
+}
+
+leaves_nothing::leaves_nothing() : processes_(leftovers::processes()), segments_(leftovers::segments()) {}
+
+leaves_nothing::~leaves_nothing() {
+    // A process that was just told to end is given the time to.
+    wait_until([this] { return leftovers::processes() == processes_ && leftovers::segments() == segments_; },
+               seconds(5));
+    EXPECT_EQ(leftovers::processes(), processes_) << "processes left behind";
+    EXPECT_EQ(leftovers::segments(), segments_) << "segments left behind";
+}
