@@ -86,7 +86,8 @@ void OFD_simulator_input::eval(int* quit, int* values) {
     if (!*quit) {
         const int inputs = static_cast<int>(names.size());
         for (int item = 1; item <= inputs; ++item) {
-            signal_browser->checked(item, values[item - 1] != 0);  // the list keeps only a byte of what it is given
+            // The list would keep only the low byte of a value.
+            signal_browser->checked(item, values[item - 1] != 0);
         }
     }
     usleep(pass_pause_us);

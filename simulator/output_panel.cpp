@@ -35,7 +35,8 @@ Fl_Color lamp_colour(std::int32_t value) {
     return value == 0 ? FL_YELLOW : value == 1 ? FL_BLUE : FL_RED;
 }
 
-/// The rows that fit in a height, at most those that the lamp table holds; 0 or less for a low panel.
+/// The rows that fit in a height, at most those that the lamp table holds; 0 or less for a low
+/// panel.
 int rows_in(int height) {
     const std::int64_t fitting = (std::int64_t{height} - 85) / 16;
     return static_cast<int>(std::min<std::int64_t>(fitting, OFD_simulator_output::lamp_room));
@@ -51,16 +52,19 @@ Fl_Box* add_lamp(int x, int y, Fl_Color selection) {
     return lamp;
 }
 
-Fl_Button* add_page_button(OFD_simulator_output& panel, int x, int height, const char* label, Fl_Callback* callback) {
-    Fl_Button* button = panel_parts::add_button(shifted(panel.x_offset, x), shifted(height, -30), 20, label);
+Fl_Button* add_page_button(OFD_simulator_output& panel, int x, int height, const char* label,
+                           Fl_Callback* callback) {
+    Fl_Button* button =
+        panel_parts::add_button(shifted(panel.x_offset, x), shifted(height, -30), 20, label);
     button->callback(callback, &panel);
     return button;
 }
 
 void build(OFD_simulator_output& panel, int height, const layout& place) {
-    panel.plus_button = add_page_button(panel, place.plus_x, height, "+", OFD_simulator_output_callback_plus);
-    panel.minus_button =
-        add_page_button(panel, place.minus_x, height, place.minus_label, OFD_simulator_output_callback_moins);
+    panel.plus_button =
+        add_page_button(panel, place.plus_x, height, "+", OFD_simulator_output_callback_plus);
+    panel.minus_button = add_page_button(panel, place.minus_x, height, place.minus_label,
+                                         OFD_simulator_output_callback_moins);
     panel.browser = new Fl_Browser(shifted(panel.x_offset, 20), 30, 198, shifted(height, -68));
     const int lamp_x = shifted(panel.x_offset, 7);
     for (int row = 0; row < panel.rows; ++row) {
@@ -93,7 +97,8 @@ void refill_rows(OFD_simulator_output& panel) {
     }
 }
 
-/// Takes a button's callback from a panel that goes away, unless the caller has given it other user data.
+/// Takes a button's callback from a panel that goes away, unless the caller has given it other user
+/// data.
 void forget_panel(Fl_Widget* button, const OFD_simulator_output* panel) {
     if (button && button->user_data() == panel) button->user_data(nullptr);
 }
@@ -106,7 +111,8 @@ OFD_simulator_output::OFD_simulator_output(int height, const std::string& title)
     panel_parts::show_own_window(window, title);
 }
 
-OFD_simulator_output::OFD_simulator_output(Fl_Window* parent, int x, int height, const std::string& title)
+OFD_simulator_output::OFD_simulator_output(Fl_Window* parent, int x, int height,
+                                           const std::string& title)
     : window(parent), x_offset(x), rows(rows_in(height)) {
     panel_parts::add_caption(shifted(x, 80), title);
     build(*this, height, parent_layout);
@@ -120,7 +126,8 @@ OFD_simulator_output::~OFD_simulator_output() {
     forget_panel(living_plus, this);
     forget_panel(living_minus, this);
     if (living_window) living_window->hide();
-    for (Fl_Widget** watched : {&living_window, &living_plus, &living_minus}) panel_parts::unwatch(*watched);
+    for (Fl_Widget** watched : {&living_window, &living_plus, &living_minus})
+        panel_parts::unwatch(*watched);
 }
 
 void OFD_simulator_output::add(const std::string& name) {

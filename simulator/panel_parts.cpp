@@ -9,7 +9,8 @@
 namespace panel_parts {
 
 Fl_Window* begin_own_window(int width, int height) {
-    Fl_Group::current(nullptr);  // else the window would become a child of the caller's unfinished group
+    Fl_Group::current(
+        nullptr);  // else the window would become a child of the caller's unfinished group
     auto* window = new Fl_Window(width, height);
     window->box(FL_NO_BOX);
     new Fl_Box(FL_FLAT_BOX, 0, 0, width, height, "");
