@@ -329,7 +329,7 @@ TEST_F(real_panel, ClicksOnTheBoxesNeitherEndCheckNorStayInTheQueue) {
     EXPECT_EQ(Fl::readqueue(), nullptr);
 }
 
-TEST_F(real_panel, EscapeClosesTheWindowWithoutPressingAButton) {
+TEST_F(real_panel, ClosingTheWindowPressesNoButton) {
     fill({"a"});
     // The window lands in the queue as a widget that is none of the three.
     panel.window->do_callback();
