@@ -10,10 +10,17 @@ find_package(GTest REQUIRED)
 add_library(quorin_test_main STATIC ${PROJECT_SOURCE_DIR}/tests/support/test_main.cpp)
 target_link_libraries(quorin_test_main PUBLIC GTest::gtest PRIVATE quorin_options)
 
-# For tests that start programs, or look at a display.
+# For tests that start programs.
 add_library(quorin_test_programs STATIC ${PROJECT_SOURCE_DIR}/tests/support/programs.cpp)
 target_include_directories(quorin_test_programs PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(quorin_test_programs PUBLIC GTest::gtest PRIVATE quorin_options)
+
+# For tests that look at the display, and use its mouse and keyboard.
+find_library(QUORIN_XTST_LIBRARY Xtst REQUIRED)
+add_library(quorin_test_screen STATIC ${PROJECT_SOURCE_DIR}/tests/support/screen.cpp)
+target_include_directories(quorin_test_screen PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(quorin_test_screen PUBLIC quorin_test_programs ${QUORIN_XTST_LIBRARY} ${QUORIN_X11_LIBRARY}
+                      PRIVATE quorin_options)
 
 # The comma locales are made here rather than asked of the machine: a bare Debian has none.
 set(QUORIN_COMMA_LOCALES fr_FR.UTF-8 de_DE.UTF-8)

@@ -1,0 +1,53 @@
+// The display of the test, as a user has it: windows, pixels, mouse and keyboard.
+#pragma once
+#include <X11/keysym.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tests/support/programs.h"
+
+struct _XDisplay;
+
+// The types of Xlib.h, whose macros would not suit GoogleTest.
+using x_window = unsigned long;
+using x_key = unsigned long;
+
+class screen {
+public:
+    screen();
+    ~screen();
+    screen(const screen&) = delete;
+    screen& operator=(const screen&) = delete;
+
+    /// The application windows that the window manager manages, oldest first.
+    std::vector<x_window> windows();
+    std::string title(x_window window);
+    /// Waits for a managed window of that title, drawn at rest; 0 when `limit` passes first.
+    x_window wait_for_window(const std::string& title, seconds limit = seconds(10));
+    /// Waits until as many windows are managed.
+    bool wait_for_windows(std::size_t count, seconds limit = seconds(10));
+
+    struct place {
+        int x, y, w, h;
+    };
+    /// A window's own area on the screen, without the manager's frame. Pixels.
+    place area(x_window window);
+
+    /// 0xRRGGBB at a point of a window; 0xFF000000 outside the screen.
+    std::uint32_t pixel(x_window window, int x, int y);
+
+    void click(x_window window, int x, int y, unsigned button = 1);
+    /// Presses and lets go of a key, after `modifier` (0: none).
+    void key(x_key symbol, x_key modifier = 0);
+    /// Asks the window manager to close a window, as its title bar's cross does.
+    void close(x_window window);
+    void give_focus(x_window window);
+
+private:
+    _XDisplay* display_;
+    x_window root_;
+    void tell_manager(x_window window, const char* message);
+    void press(x_key symbol, bool down);
+};

@@ -1,0 +1,129 @@
+#include "workcell/conveyor.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+namespace station {
+namespace {
+
+constexpr int um_per_mm = 1000;
+constexpr int um_per_step = belt_mm_per_s;  // Millimetres a second are micrometres a millisecond.
+constexpr int base_um = base_mm * um_per_mm;
+constexpr int pitch_um = waiting_pitch_mm * um_per_mm;
+constexpr int belt_end_um = main_belt_mm * um_per_mm;
+constexpr int loading_um = (base_mm - waiting_belt_mm) * um_per_mm;  // A new base lies at the waiting belt's beginning.
+constexpr int nowhere_um = std::numeric_limits<int>::max();
+
+constexpr int stop_um(int zone) { return stop_mm[static_cast<std::size_t>(zone)] * um_per_mm; }
+
+bool within_presence(int front_um, int zone) {
+    return std::abs(front_um - stop_um(zone)) <= presence_mm * um_per_mm;
+}
+
+bool under_press(int front_um) {
+    return front_um > press_head_begin_mm * um_per_mm && front_um - base_um < press_head_end_mm * um_per_mm;
+}
+
+}  // namespace
+
+void conveyor::step(const conveyor_step& now, incident_log& incidents) {
+    move_blockers(now.extend, incidents);
+    for (std::size_t i = 0; i < bases_.size(); ++i) move_base(i, now, incidents);
+    count_base_past_end();
+    run_loader();
+}
+
+base* conveyor::at_zone(int zone) {
+    for (base& each : bases_)
+        if (within_presence(each.front_um, zone)) return &each;
+    return nullptr;
+}
+
+bool conveyor::misplaced_under_press() const {
+    return std::ranges::any_of(bases_, [](const base& each) {
+        return under_press(each.front_um) && !within_presence(each.front_um, 2);
+    });
+}
+
+// A blocker at the touching place neither stops a base nor goes further while one is above it.
+void conveyor::move_blockers(const std::array<bool, 3>& extend, incident_log& incidents) {
+    constexpr incident refusals[] = {incident::blocker_1_refused, incident::blocker_2_refused,
+                                     incident::blocker_3_refused};
+    for (int zone = 0; zone < 3; ++zone) {
+        const auto i = static_cast<std::size_t>(zone);
+        const bool refused = extend[i] && blockers_[i].place_ms == blocker_touch_ms && base_above(zone);
+        incidents.watch(refusals[i], refused);
+        if (!refused) blockers_[i].move(extend[i] ? 1 : -1);
+    }
+}
+
+bool conveyor::blocks(int zone) const {
+    return blockers_[static_cast<std::size_t>(zone)].place_ms > blocker_touch_ms;
+}
+
+bool conveyor::base_above(int zone) const {
+    return std::ranges::any_of(bases_, [stop = stop_um(zone)](const base& each) {
+        return each.front_um > stop && each.front_um - base_um < stop;
+    });
+}
+
+void conveyor::move_base(std::size_t index, const conveyor_step& now, incident_log& incidents) {
+    base& moving = bases_[index];
+    const bool waiting = moving.front_um <= 0;
+    if (!(waiting ? now.waiting_belt_runs : now.main_belt_runs)) {
+        moving.held = false;
+        return;
+    }
+    const int limit_um = waiting ? limit_on_waiting_belt(index, now.main_belt_runs) : limit_on_main_belt(index);
+    const int target_um = std::min(moving.front_um + um_per_step, limit_um);
+    const bool moves = target_um > moving.front_um;
+    const bool refused = moves && !now.press_high && (under_press(moving.front_um) || under_press(target_um));
+    // A base that only settles against its blocker stays where the press caught it: nothing went wrong.
+    const bool settling = within_presence(moving.front_um, 2) && blocks(2) && moving.front_um <= stop_um(2);
+    const bool held = refused && !settling;
+    if (held && !moving.held) incidents.add(incident::base_held);
+    moving.held = held;
+    if (moves && !refused) moving.front_um = target_um;
+}
+
+// From the end of the waiting belt a base steps over only when the whole of it will fit on the main belt.
+int conveyor::limit_on_waiting_belt(std::size_t index, bool main_belt_runs) const {
+    if (index == 0) return main_belt_runs ? nowhere_um : 0;
+    const int leader_um = bases_[index - 1].front_um;
+    const bool room = leader_um >= 2 * base_um;
+    return std::min(leader_um - pitch_um, room && main_belt_runs ? nowhere_um : 0);
+}
+
+int conveyor::limit_on_main_belt(std::size_t index) const {
+    const int front_um = bases_[index].front_um;
+    int limit_um = index == 0 ? nowhere_um : bases_[index - 1].front_um - base_um;
+    for (int zone = 0; zone < 3; ++zone)
+        if (blocks(zone) && front_um <= stop_um(zone)) limit_um = std::min(limit_um, stop_um(zone));
+    return limit_um;
+}
+
+void conveyor::count_base_past_end() {
+    if (bases_.empty() || bases_.front().front_um - base_um < belt_end_um) return;
+    ++(bases_.front().good() ? good_ : bad_);
+    parts_left_ += bases_.front().part;
+    bases_.erase(bases_.begin());
+}
+
+// The loader makes a base ready in 5 s, then lays it down as soon as there is room.
+void conveyor::run_loader() {
+    if (stock_ == 0) return;
+    loader_ms_ = std::min(loader_ms_ + 1, base_loading_ms);
+    const bool room = bases_.empty() || bases_.back().front_um - pitch_um >= loading_um;
+    if (loader_ms_ < base_loading_ms || !room) return;
+    load(loading_um / um_per_mm);
+    loader_ms_ = 0;
+}
+
+void conveyor::load(int front_mm) {
+    if (stock_ == 0) return;
+    --stock_;
+    bases_.push_back({++loaded_, front_mm * um_per_mm});
+}
+
+}  // namespace station

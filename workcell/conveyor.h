@@ -1,0 +1,71 @@
+// The two belts, the bases on them, the three zones and their blockers.
+#pragma once
+#include <array>
+#include <vector>
+
+#include "workcell/cylinder.h"
+#include "workcell/incidents.h"
+#include "workcell/station_figures.h"
+
+namespace station {
+
+/// A base (support) on one of the belts. Lengths in micrometres: a belt moves 100 of them a millisecond.
+struct base {
+    int number;        ///< 1 for the first base of the run.
+    int front_um;      ///< Its leading edge; negative on the waiting belt.
+    int glue_ms = 0;   ///< How long glue was laid on it, at most `glue_ms`.
+    bool part = false;
+    bool pressed = false;
+    bool held = false;  ///< The press keeps it from moving, and an incident tells so.
+
+    bool glued() const { return glue_ms >= station::glue_ms; }
+    bool good() const { return glued() && part && pressed; }
+};
+
+/// The commands that act on the belts in one step, and what stands in the way.
+struct conveyor_step {
+    bool waiting_belt_runs, main_belt_runs;
+    std::array<bool, 3> extend;
+    bool press_high;
+};
+
+class conveyor {
+public:
+    conveyor(int first_front_mm, int stock) : stock_(stock) { load(first_front_mm); }
+
+    /// One millisecond: the blockers first, then the bases, the foremost first, then the loader.
+    void step(const conveyor_step& now, incident_log& incidents);
+
+    /// The base within 5 mm of the stop of zone 0, 1 or 2; null when there is none. Two never are.
+    base* at_zone(int zone);
+    const base* at_zone(int zone) const { return const_cast<conveyor*>(this)->at_zone(zone); }
+
+    /// Whether a base stands under the press's head without being at its stop.
+    bool misplaced_under_press() const;
+
+    const std::vector<base>& bases() const { return bases_; }
+    const std::array<cylinder, 3>& blockers() const { return blockers_; }
+    int stock() const { return stock_; }
+    int good() const { return good_; }
+    int bad() const { return bad_; }
+    int parts_left() const { return parts_left_; }
+
+private:
+    void move_blockers(const std::array<bool, 3>& extend, incident_log& incidents);
+    void move_base(std::size_t index, const conveyor_step& now, incident_log& incidents);
+    int limit_on_waiting_belt(std::size_t index, bool main_belt_runs) const;
+    int limit_on_main_belt(std::size_t index) const;
+    bool blocks(int zone) const;
+    bool base_above(int zone) const;
+    void count_base_past_end();
+    void run_loader();
+    void load(int front_mm);
+
+    std::vector<base> bases_;  ///< The foremost first.
+    std::array<cylinder, 3> blockers_ = {{{blocker_stroke_ms}, {blocker_stroke_ms}, {blocker_stroke_ms}}};
+    int stock_;
+    int loader_ms_ = 0;
+    int loaded_ = 0, good_ = 0, bad_ = 0, parts_left_ = 0;
+};
+
+}  // namespace station

@@ -1,0 +1,25 @@
+// The press at zone 3 and its ten-second timer.
+#pragma once
+#include "workcell/conveyor.h"
+#include "workcell/cylinder.h"
+#include "workcell/incidents.h"
+#include "workcell/station_figures.h"
+
+namespace station {
+
+class press {
+public:
+    /// One millisecond; `direction` is 1 down, -1 up, 0 stay.
+    void step(int direction, conveyor& belts, incident_log& incidents);
+
+    const cylinder& rod() const { return rod_; }  ///< At rest high, at its far end low.
+    bool timer_done() const { return held_ms_ >= press_hold_ms; }
+
+private:
+    void move(int direction, const conveyor& belts, incident_log& incidents);
+
+    cylinder rod_{press_stroke_ms};
+    int held_ms_ = 0;
+};
+
+}  // namespace station

@@ -1,0 +1,40 @@
+#include "workcell/served_segment.h"
+
+#include <sys/ipc.h>
+#include <sys/shm.h>
+
+#include "workcell/station_names.h"
+
+namespace {
+
+IOsharemem_server make_one() {
+    IOsharemem_server server({station_inputs.begin(), station_inputs.end()},
+                             {station_outputs.begin(), station_outputs.end()});
+    shmctl(server.ident, IPC_RMID, nullptr);
+    return server;
+}
+
+}  // namespace
+
+IOsharemem_server make_station_server() {
+    const IOsharemem_server first = make_one();
+    if (first.ident != 0) return first;
+    const IOsharemem_server second = make_one();
+    shmdt(first.segment);
+    return second;
+}
+
+client_watch::client_watch(int ident, unsigned long holders)
+    : ident_(ident), holders_(holders), last_seen_(std::chrono::steady_clock::now()) {}
+
+double client_watch::seconds_alone() {
+    const auto now = std::chrono::steady_clock::now();
+    shmid_ds status;
+    if (shmctl(ident_, IPC_STAT, &status) == 0) {
+        // A client may come and go between two looks: its leaving is dated.
+        const bool came_and_went = status.shm_dtime != last_detach_;
+        last_detach_ = status.shm_dtime;
+        if (status.shm_nattch > holders_ || came_and_went) last_seen_ = now;
+    }
+    return std::chrono::duration<double>(now - last_seen_).count();
+}

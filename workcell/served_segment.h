@@ -1,0 +1,25 @@
+// The segment that zk4sim serves: made so that nothing of it is left, however the program ends.
+#pragma once
+#include <chrono>
+
+#include "ioshare/io_server.h"
+
+/// A server of the station's names whose segment is marked for removal as soon as it exists: clients still attach by
+/// its identifier while someone holds it, and the system frees it when the last one lets go. Never on identifier 0,
+/// which clients refuse.
+IOsharemem_server make_station_server();
+
+/// Tells for how long a segment has had no client, by who is attached besides its own holders.
+class client_watch {
+public:
+    /// `holders` processes hold the segment without being clients.
+    client_watch(int ident, unsigned long holders);
+    /// Looks. Seconds since a client was last attached, or since the watch began.
+    double seconds_alone();
+
+private:
+    int ident_;
+    unsigned long holders_;
+    long last_detach_ = 0;
+    std::chrono::steady_clock::time_point last_seen_;
+};

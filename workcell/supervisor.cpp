@@ -1,0 +1,99 @@
+#include "workcell/supervisor.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/shm.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <initializer_list>
+
+#include "ioshare/io_segment.h"
+
+namespace {
+
+/// Removes the segments that a dead simulator made and had no time to mark.
+void remove_segments_of(pid_t creator) {
+    shm_info unused;
+    const int last = shmctl(0, SHM_INFO, reinterpret_cast<shmid_ds*>(&unused));
+    for (int slot = 0; slot <= last; ++slot) {
+        shmid_ds status;
+        const int ident = shmctl(slot, SHM_STAT, &status);
+        if (ident >= 0 && status.shm_cpid == creator && status.shm_segsz == io_segment_size) {
+            shmctl(ident, IPC_RMID, nullptr);
+        }
+    }
+}
+
+bool read_whole(int from, std::int32_t& value) {
+    ssize_t got;
+    while ((got = read(from, &value, sizeof value)) < 0) {}
+    return got == sizeof value;
+}
+
+void end_session(io_segment* segment) {
+    volatile std::int64_t& clock = segment->inputs_clock;
+    if (clock >= 0) clock = -1;
+}
+
+/// Holds nothing of the simulator's but the pipe: whoever reads the simulator's output must see its end.
+void let_go_of_everything_but(int descriptor) {
+    const int nowhere = open("/dev/null", O_RDWR);
+    for (int stream = 0; stream <= 2; ++stream) dup2(nowhere, stream);
+    dup2(descriptor, 3);
+    close_range(4, ~0U, 0);
+}
+
+[[noreturn]] void supervise(int from_simulator, pid_t simulator) {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) signal(number, SIG_IGN);
+    prctl(PR_SET_NAME, "zk4sim-garde");
+    let_go_of_everything_but(from_simulator);
+    constexpr int simulator_line = 3;
+
+    void* segment = reinterpret_cast<void*>(-1);
+    std::int32_t ident = 0;
+    while (read_whole(simulator_line, ident)) {
+        segment = shmat(ident, nullptr, 0);
+        if (write(simulator_line, &ident, sizeof ident) < 0) break;
+    }
+    if (segment != reinterpret_cast<void*>(-1)) end_session(static_cast<io_segment*>(segment));
+    remove_segments_of(simulator);
+    _exit(0);
+}
+
+}  // namespace
+
+supervisor::supervisor() {
+    int ends[2];
+    const pid_t simulator = getpid();
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0 || (pid_ = fork()) < 0) {
+        std::perror("zk4sim: fork");
+        std::exit(1);
+    }
+    if (pid_ == 0) {
+        close(ends[0]);
+        supervise(ends[1], simulator);
+    }
+    close(ends[1]);
+    pipe_ = ends[0];
+}
+
+supervisor::~supervisor() {
+    close(pipe_);
+    if (pid_ > 0) waitpid(pid_, nullptr, 0);
+}
+
+bool supervisor::watch(std::int32_t ident) {
+    std::int32_t answer = 0;
+    return send(pipe_, &ident, sizeof ident, MSG_NOSIGNAL) == sizeof ident && read_whole(pipe_, answer) &&
+           answer == ident;
+}
+
+bool supervisor::gone() {
+    if (pid_ > 0 && waitpid(pid_, nullptr, WNOHANG) == pid_) pid_ = 0;
+    return pid_ == 0;
+}

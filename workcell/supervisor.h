@@ -1,0 +1,28 @@
+// A small process beside the simulator, which ends the session should the simulator die without a word.
+#pragma once
+#include <sys/types.h>
+
+#include <cstdint>
+
+/// Forked at once, before any segment exists, so that no moment is unwatched. It holds the segment too, and learns of
+/// the simulator's death by the end of a pipe: it then writes -1 into inputs_clock, and removes any segment that the
+/// simulator had made but not yet marked for removal. Signals of the terminal do not stop it.
+class supervisor {
+public:
+    /// Forks. Ends the process, with one line and status 1, when that fails.
+    supervisor();
+    ~supervisor();
+    supervisor(const supervisor&) = delete;
+    supervisor& operator=(const supervisor&) = delete;
+
+    /// Gives it the segment, and returns once it holds it. False when it is dead.
+    bool watch(std::int32_t ident);
+
+    pid_t id() const { return pid_; }
+    /// Whether it has died before its time. Call it from the process that forked it.
+    bool gone();
+
+private:
+    int pipe_ = -1;
+    pid_t pid_ = -1;
+};
