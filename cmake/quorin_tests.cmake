@@ -2,7 +2,7 @@
 #             [DISPLAY] [SERIAL] [LOCALES])
 #
 # One GoogleTest program, tests_NAME, run whole as the CTest test NAME.
-#   DISPLAY  runs it on a virtual display of its own with a window manager (tests/support/with_display)
+#   DISPLAY  runs it on a virtual display of its own with a window manager (tools/with_display)
 #   SERIAL   runs it alone, for what it times
 #   LOCALES  runs it again in two locales that write a comma in numbers
 find_package(GTest REQUIRED)
@@ -48,7 +48,7 @@ function(quorin_test name)
     target_link_libraries(${program} PRIVATE quorin_test_main quorin_options ${arg_LINKS})
     set(command ${program} ${arg_ARGS})
     if(arg_DISPLAY)
-        set(command ${PROJECT_SOURCE_DIR}/tests/support/with_display $<TARGET_FILE:${program}> ${arg_ARGS})
+        set(command ${PROJECT_SOURCE_DIR}/tools/with_display $<TARGET_FILE:${program}> ${arg_ARGS})
         list(APPEND arg_LABELS display)
     endif()
     if(NOT arg_TIMEOUT)

@@ -1,7 +1,7 @@
 # Debian packages, by what needs them; sourced by run and check.
 
-build_packages=(g++ cmake ninja-build libfltk1.3-dev libcli11-dev)
-display_packages=(xvfb openbox xdotool imagemagick x11-utils fonts-liberation)
+build_packages=(g++ cmake ninja-build libfltk1.3-dev libcli11-dev fonts-liberation)
+display_packages=(xvfb openbox xdotool imagemagick x11-utils)
 test_packages=(libgtest-dev libbenchmark-dev libxtst-dev locales procps util-linux
                poppler-utils mupdf-tools ghostscript qpdf man-db)
 

@@ -9,7 +9,7 @@ namespace {
 using station::base;
 
 constexpr std::int64_t ns_per_ms = 1'000'000;
-constexpr double longest_step_s = 86400;
+constexpr double longest_step_s = 3600;
 
 // Outputs by their names, as indices that the compiler looks up.
 consteval std::size_t at(std::string_view output) { return static_cast<std::size_t>(output_index(output)); }

@@ -53,7 +53,7 @@ public:
     explicit workcell_model(std::uint64_t seed, workcell_supplies supplies = {});
 
     /// Advances by `seconds`, rounded to the nearest nanosecond, in whole milliseconds: what is left over counts with
-    /// the next call, so that ten steps of 0.001 are one of 0.010. At most a day (86400 s) at a time; nothing happens
+    /// the next call, so that ten steps of 0.001 are one of 0.010. At most an hour (3600 s) at a time; nothing happens
     /// for 0, a negative number or what is no number.
     void step(double seconds);
 

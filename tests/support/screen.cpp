@@ -19,7 +19,7 @@ void settle() { std::this_thread::sleep_for(std::chrono::milliseconds(15)); }
 }  // namespace
 
 screen::screen() : display_(XOpenDisplay(nullptr)) {
-    if (!display_) throw std::runtime_error("this test needs a display: run it under tests/support/with_display");
+    if (!display_) throw std::runtime_error("this test needs a display: run it under tools/with_display");
     root_ = DefaultRootWindow(display_);
     XSetErrorHandler(take_no_notice);
 }
