@@ -16,7 +16,7 @@
 #include <FL/Fl_Window.H>
 #include <FL/forms.H>
 
-#include "tests/simulator/real_screen.h"
+#include "tests/simulator/panel_screen.h"
 
 namespace {
 
@@ -69,7 +69,7 @@ struct deadline {
 
 /// A panel that its user sees and clicks.
 struct real_panel : testing::Test {
-    real_screen screen;
+    screen display;
     OFD_simulator_input panel{300};
     std::unique_ptr<Fl_Window> owner{panel.window};
     int init = 77, quit = 88;
@@ -78,12 +78,12 @@ struct real_panel : testing::Test {
     void fill(const lines& names) {
         for (const std::string& name : names) panel.add(name);
         values.assign(names.size() + 1, -5);
-        ASSERT_TRUE(wait_shown(screen, *panel.window));
+        ASSERT_TRUE(wait_shown(display, *panel.window));
     }
 
     void click_item(const Fl_Check_Browser& list, int item) {
         const int line_height = list.textsize() + 2;
-        screen.click(screen.place(list, 60, 2 + line_height * (item - 1) + line_height / 2));
+        click(display, list, 60, 2 + line_height * (item - 1) + line_height / 2);
     }
 
     void check() {
@@ -93,7 +93,7 @@ struct real_panel : testing::Test {
     }
 
     void click_then_check(const Fl_Widget& button) {
-        screen.click(button);
+        click(display, button);
         check();
     }
 };
@@ -106,15 +106,11 @@ TEST(InputPanelInItsOwnWindow, HasTheseWidgetsInThisOrderWhateverTheProgramDidBe
         OFD_simulator_input panel(300);
         const std::unique_ptr<Fl_Window> owner(panel.window);
         EXPECT_EQ(fl_flip, flip);
-        EXPECT_EQ(descriptions(*panel.window), (lines{
-            "box 0,0 400x300 \"\"",
-            "text 80,10 40x20 \"Signal\"",
-            "text 280,10 40x20 \"Sticky\"",
-            "check list 10,30 180x230 no label",
-            "check list 210,30 180x230 no label",
-            "button 180,270 60x20 \"GO\"",
-            "button 10,270 60x20 \"INIT\"",
-            "button 330,270 60x20 \"QUIT\""}));
+        EXPECT_EQ(descriptions(*panel.window),
+                  (lines{"box 0,0 400x300 \"\"", "text 80,10 40x20 \"Signal\"",
+                         "text 280,10 40x20 \"Sticky\"", "check list 10,30 180x230 no label",
+                         "check list 210,30 180x230 no label", "button 180,270 60x20 \"GO\"",
+                         "button 10,270 60x20 \"INIT\"", "button 330,270 60x20 \"QUIT\""}));
         EXPECT_EQ(Fl_Group::current(), nullptr);
     }
     fl_flip = 2;
@@ -142,13 +138,14 @@ TEST(InputPanelInItsOwnWindow, StaysTopLevelWhenAnotherGroupIsBeingFilled) {
 }
 
 TEST(InputPanelInItsOwnWindow, OpensUnderTheMouse) {
-    real_screen screen;
-    for (const point mouse : {point{400, 300}, point{900, 600}}) {
-        screen.move(mouse);
+    screen display;
+    const struct { int x, y; } mice[] = {{400, 300}, {900, 600}};
+    for (const auto& mouse : mice) {
+        move_mouse(mouse.x, mouse.y);
         OFD_simulator_input panel(300);
         const std::unique_ptr<Fl_Window> owner(panel.window);
-        ASSERT_TRUE(wait_shown(screen, *panel.window));
-        const point corner = *screen.origin(*panel.window);
+        ASSERT_TRUE(wait_shown(display, *panel.window));
+        const screen::place corner = area(display, *panel.window);
         EXPECT_NEAR(corner.x + 200, mouse.x, 40);
         EXPECT_NEAR(corner.y + 150, mouse.y, 40);
     }
@@ -160,14 +157,11 @@ TEST(InputPanelInAParent, HasTheSameWidgetsShiftedAndShowsNothing) {
     OFD_simulator_input panel(&parent, 37, 250);
     EXPECT_EQ(Fl_Group::current(), &parent);
     parent.end();
-    EXPECT_EQ(descriptions(parent), (lines{
-        "text 117,10 40x20 \"Signal\"",
-        "text 317,10 40x20 \"Sticky\"",
-        "check list 47,30 180x180 no label",
-        "check list 247,30 180x180 no label",
-        "button 217,220 60x20 \"GO\"",
-        "button 47,220 60x20 \"INIT\"",
-        "button 367,220 60x20 \"QUIT\""}));
+    EXPECT_EQ(descriptions(parent),
+              (lines{"text 117,10 40x20 \"Signal\"", "text 317,10 40x20 \"Sticky\"",
+                     "check list 47,30 180x180 no label", "check list 247,30 180x180 no label",
+                     "button 217,220 60x20 \"GO\"", "button 47,220 60x20 \"INIT\"",
+                     "button 367,220 60x20 \"QUIT\""}));
     EXPECT_EQ(panel.window, &parent);
     EXPECT_FALSE(parent.shown());
     EXPECT_FALSE(parent.modal());
@@ -177,7 +171,8 @@ TEST(InputPanelInAParent, HasTheSameWidgetsShiftedAndShowsNothing) {
 
 TEST(InputPanel, SetsEachWidgetsKind) {
     hidden_panel test;
-    for (Fl_Button* button : {test.panel.go_button, test.panel.init_button, test.panel.quit_button}) {
+    for (Fl_Button* button :
+         {test.panel.go_button, test.panel.init_button, test.panel.quit_button}) {
         EXPECT_EQ(button->type(), FL_NORMAL_BUTTON) << button->label();
         EXPECT_EQ(button->labelfont(), FL_TIMES) << button->label();
         EXPECT_EQ(button->labelsize(), 10) << button->label();
@@ -229,8 +224,14 @@ TEST(InputPanel, TakesAnyOffsetAndHeight) {
 // ---------------------------------------------------------------- inputs
 
 TEST(InputPanelAdd, AppendsAnUncheckedItemToBothLists) {
-    hidden_panel test({"te", "", "te", "d\xC3\xA9pos\xC3\xA9" "e", std::string(300, 'x')});
-    const lines wanted = {"te", "", "te", "d\xC3\xA9pos\xC3\xA9" "e", std::string(300, 'x')};
+    hidden_panel test({"te", "", "te",
+                       "d\xC3\xA9pos\xC3\xA9"
+                       "e",
+                       std::string(300, 'x')});
+    const lines wanted = {"te", "", "te",
+                          "d\xC3\xA9pos\xC3\xA9"
+                          "e",
+                          std::string(300, 'x')};
     EXPECT_EQ(lines(test.panel.names.begin(), test.panel.names.end()), wanted);
     EXPECT_EQ(test.panel.count, 5);
     for (const Fl_Check_Browser* list : {test.panel.signal_browser, test.panel.sticky_browser}) {
@@ -293,10 +294,13 @@ TEST_F(real_panel, InitClearsEverySignalEvenStickyOnesAndLeavesTheValues) {
 TEST_F(real_panel, QuitAfterIdlePassesFindsInitCleared) {
     fill({"a"});
     click_item(*panel.signal_browser, 1);
-    Fl::add_timeout(0.1, [](void* self) {
-        auto* test = static_cast<real_panel*>(self);
-        test->screen.click(*test->panel.quit_button);
-    }, this);
+    Fl::add_timeout(
+        0.1,
+        [](void* self) {
+            auto* test = static_cast<real_panel*>(self);
+            click(test->display, *test->panel.quit_button);
+        },
+        this);
     check();
     EXPECT_EQ(init, 0);
     EXPECT_EQ(quit, 1);
@@ -307,14 +311,20 @@ TEST_F(real_panel, QuitAfterIdlePassesFindsInitCleared) {
 TEST_F(real_panel, CheckWaitsForTheClick) {
     fill({"a"});
     const auto start = std::chrono::steady_clock::now();
-    Fl::add_timeout(0.3, [](void* self) {
-        auto* test = static_cast<real_panel*>(self);
-        test->click_item(*test->panel.signal_browser, 1);
-    }, this);
-    Fl::add_timeout(0.5, [](void* self) {
-        auto* test = static_cast<real_panel*>(self);
-        test->screen.click(*test->panel.go_button);
-    }, this);
+    Fl::add_timeout(
+        0.3,
+        [](void* self) {
+            auto* test = static_cast<real_panel*>(self);
+            test->click_item(*test->panel.signal_browser, 1);
+        },
+        this);
+    Fl::add_timeout(
+        0.5,
+        [](void* self) {
+            auto* test = static_cast<real_panel*>(self);
+            click(test->display, *test->panel.go_button);
+        },
+        this);
     check();
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(450));
     EXPECT_EQ(values, (checks{1, -5}));
@@ -384,7 +394,8 @@ TEST(InputPanelCheck, TakesOneButtonACall) {
 
 TEST(InputPanelCheck, TakesNoValuesWithoutInputs) {
     hidden_panel test;
-    for (Fl_Button* button : {test.panel.go_button, test.panel.init_button, test.panel.quit_button}) {
+    for (Fl_Button* button :
+         {test.panel.go_button, test.panel.init_button, test.panel.quit_button}) {
         button->do_callback();
         test.panel.check(&test.init, &test.quit, nullptr);
     }
@@ -459,7 +470,8 @@ TEST(InputPanelEval, QuitShowsNothing) {
 TEST(InputPanelEval, TakesOneWidgetAPassWhicheverItIs) {
     hidden_panel test({"a"});
     int values[] = {1};
-    for (Fl_Button* button : {test.panel.go_button, test.panel.init_button, test.panel.quit_button}) {
+    for (Fl_Button* button :
+         {test.panel.go_button, test.panel.init_button, test.panel.quit_button}) {
         button->do_callback();
     }
     for (const int quit : {0, 0, 1, 0}) {
@@ -484,7 +496,7 @@ TEST_F(real_panel, EvalNoticesARealQuit) {
     values = {1};
     panel.eval(&quit, values.data());
     EXPECT_EQ(quit, 0);
-    screen.click(*panel.quit_button);
+    click(display, *panel.quit_button);
     EXPECT_TRUE(settle([&] {
         panel.eval(&quit, values.data());
         return quit == 1;

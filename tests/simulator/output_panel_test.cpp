@@ -16,14 +16,13 @@
 #include <FL/Fl_Window.H>
 #include <FL/forms.H>
 
-#include "tests/simulator/real_screen.h"
+#include "tests/simulator/panel_screen.h"
 
 namespace {
 
 using lines = std::vector<std::string>;
 
 constexpr Fl_Color yellow = 95, blue = 216, red = 88, black = 56;
-const rgb yellow_seen{255, 255, 0}, blue_seen{0, 0, 255}, red_seen{255, 0, 0};
 
 lines descriptions(const Fl_Group& group) {
     lines all;
@@ -33,7 +32,8 @@ lines descriptions(const Fl_Group& group) {
 
 lines shown_names(const OFD_simulator_output& panel) {
     lines all;
-    for (int line = 1; line <= panel.browser->size(); ++line) all.push_back(panel.browser->text(line));
+    for (int line = 1; line <= panel.browser->size(); ++line)
+        all.push_back(panel.browser->text(line));
     return all;
 }
 
@@ -66,20 +66,20 @@ struct hidden_panel {
 
 /// A panel that its user sees and clicks.
 struct real_panel : testing::Test {
-    real_screen screen;
+    screen display;
     OFD_simulator_output panel{133, "lamps"};
     std::unique_ptr<Fl_Window> owner{panel.window};
 
     void fill(int outputs) {
         add_outputs(panel, outputs);
-        ASSERT_TRUE(wait_shown(screen, *panel.window));
+        ASSERT_TRUE(wait_shown(display, *panel.window));
     }
-    rgb lamp_seen(int row) { return screen.pixel(screen.place(*panel.lamps[row], 5, 6)); }
-    bool sees(int row, rgb colour) {
-        return settle([&] { return lamp_seen(row) == colour; }, 5);
+    std::uint32_t lamp_seen(int row) { return pixel(display, *panel.lamps[row], 5, 6); }
+    bool sees(int row, std::uint32_t colour) {
+        return settle([&] { return lamp_seen(row) == colour; }, seconds(5));
     }
     bool reaches(int page) {
-        return settle([&] { return panel.page == page; }, 5);
+        return settle([&] { return panel.page == page; }, seconds(5));
     }
 };
 
@@ -91,14 +91,10 @@ TEST(OutputPanelInItsOwnWindow, HasTheseWidgetsInThisOrderWhateverTheProgramDidB
         OFD_simulator_output panel(133, "title");
         const std::unique_ptr<Fl_Window> owner(panel.window);
         EXPECT_EQ(fl_flip, flip);
-        EXPECT_EQ(descriptions(*panel.window), (lines{
-            "box 0,0 240x133 \"\"",
-            "button 70,103 20x20 \"+\"",
-            "button 30,103 20x20 \"+\"",
-            "browser 20,30 198x65 no label",
-            "box 7,34 10x12 \"\"",
-            "box 7,50 10x12 \"\"",
-            "box 7,66 10x12 \"\""}));
+        EXPECT_EQ(descriptions(*panel.window),
+                  (lines{"box 0,0 240x133 \"\"", "button 70,103 20x20 \"+\"",
+                         "button 30,103 20x20 \"+\"", "browser 20,30 198x65 no label",
+                         "box 7,34 10x12 \"\"", "box 7,50 10x12 \"\"", "box 7,66 10x12 \"\""}));
         EXPECT_EQ(Fl_Group::current(), nullptr);
     }
     fl_flip = 2;
@@ -127,15 +123,15 @@ TEST(OutputPanelInItsOwnWindow, StaysTopLevelWhenAnotherGroupIsBeingFilled) {
 }
 
 TEST(OutputPanelInItsOwnWindow, OpensUnderTheMouse) {
-    real_screen screen;
-    const point mouse{800, 500};
-    screen.move(mouse);
+    screen display;
+    move_mouse(800, 500);
     OFD_simulator_output panel(300, "under the mouse");
     const std::unique_ptr<Fl_Window> owner(panel.window);
-    ASSERT_TRUE(wait_shown(screen, *panel.window));
-    EXPECT_TRUE(screen.origin("under the mouse").has_value());
-    EXPECT_NEAR(screen.origin(*panel.window)->x + 120, mouse.x, 40);
-    EXPECT_NEAR(screen.origin(*panel.window)->y + 150, mouse.y, 40);
+    ASSERT_TRUE(wait_shown(display, *panel.window));
+    EXPECT_NE(display.wait_for_window("under the mouse"), 0u);
+    const screen::place corner = area(display, *panel.window);
+    EXPECT_NEAR(corner.x + 120, 800, 40);
+    EXPECT_NEAR(corner.y + 150, 500, 40);
 }
 
 TEST(OutputPanelInAParent, HasACaptionAndItsOwnSpacingAndShowsNothing) {
@@ -143,15 +139,11 @@ TEST(OutputPanelInAParent, HasACaptionAndItsOwnSpacingAndShowsNothing) {
     OFD_simulator_output panel(&parent, 400, 150, "Sorties");
     EXPECT_EQ(Fl_Group::current(), &parent);
     parent.end();
-    EXPECT_EQ(descriptions(parent), (lines{
-        "text 480,10 40x20 \"Sorties\"",
-        "button 550,120 20x20 \"+\"",
-        "button 470,120 20x20 \"-\"",
-        "browser 420,30 198x82 no label",
-        "box 407,34 10x12 \"\"",
-        "box 407,51 10x12 \"\"",
-        "box 407,68 10x12 \"\"",
-        "box 407,85 10x12 \"\""}));
+    EXPECT_EQ(descriptions(parent),
+              (lines{"text 480,10 40x20 \"Sorties\"", "button 550,120 20x20 \"+\"",
+                     "button 470,120 20x20 \"-\"", "browser 420,30 198x82 no label",
+                     "box 407,34 10x12 \"\"", "box 407,51 10x12 \"\"", "box 407,68 10x12 \"\"",
+                     "box 407,85 10x12 \"\""}));
     EXPECT_EQ(parent.child(0)->box(), FL_NO_BOX);
     EXPECT_EQ(parent.child(0)->align(), unsigned(FL_ALIGN_LEFT));
     EXPECT_EQ(panel.window, &parent);
@@ -201,9 +193,10 @@ TEST(OutputPanel, StartsEmptyOnPage0) {
 }
 
 TEST(OutputPanel, HasARowForEach16PixelsAbove85) {
-    const struct { int height, rows; } cases[] = {
-        {101, 1}, {116, 1}, {117, 2}, {132, 2}, {133, 3}, {148, 3}, {149, 4}, {1000, 57},
-        {100, 0}, {86, 0}, {85, 0}, {70, 0}, {69, -1}, {53, -2}, {0, -5}};
+    const struct {
+        int height, rows;
+    } cases[] = {{101, 1}, {116, 1}, {117, 2}, {132, 2}, {133, 3}, {148, 3}, {149, 4}, {1000, 57},
+                 {100, 0}, {86, 0},  {85, 0},  {70, 0},  {69, -1}, {53, -2}, {0, -5}};
     for (const auto& [height, rows] : cases) {
         hidden_panel test(height);
         EXPECT_EQ(test.panel.rows, rows) << height;
@@ -231,7 +224,9 @@ TEST(OutputPanel, KeepsItsOwnCopyOfTheTitle) {
 
 TEST(OutputPanelAdd, MovesForwardOnePageAtATime) {
     hidden_panel test;
-    const struct { int page, from; } after[] = {{0, 0}, {0, 0}, {0, 0}, {1, 3}, {1, 3}, {1, 3}, {2, 6}};
+    const struct {
+        int page, from;
+    } after[] = {{0, 0}, {0, 0}, {0, 0}, {1, 3}, {1, 3}, {1, 3}, {2, 6}};
     for (int i = 0; i < 7; ++i) {
         test.panel.add(std::to_string(i));
         EXPECT_EQ(test.panel.page, after[i].page) << i;
@@ -261,7 +256,8 @@ TEST(OutputPanelAdd, KeepsNamesAndValuesSideBySide) {
     EXPECT_EQ(test.panel.count, 3);
     EXPECT_EQ(lines(test.panel.name_array, test.panel.name_array + 3), (lines{"a", "", "a"}));
     EXPECT_EQ(lines(test.panel.names.begin(), test.panel.names.end()), (lines{"a", "", "a"}));
-    EXPECT_EQ(std::vector<int>(test.panel.value_array, test.panel.value_array + 3), (std::vector{0, 1, 2}));
+    EXPECT_EQ(std::vector<int>(test.panel.value_array, test.panel.value_array + 3),
+              (std::vector{0, 1, 2}));
 }
 
 TEST(OutputPanelAdd, TakesANameOfItsOwn) {
@@ -347,8 +343,12 @@ TEST(OutputPanelPaging, FollowsAModelThroughRandomSteps) {
                     forward();
                     paged = true;
                     break;
-                case 1: test.panel.next_page(), forward(), paged = true; break;
-                case 2: test.panel.previous_page(), page = std::max(page - 1, 0), paged = true; break;
+                case 1:
+                    test.panel.next_page(), forward(), paged = true;
+                    break;
+                case 2:
+                    test.panel.previous_page(), page = std::max(page - 1, 0), paged = true;
+                    break;
                 default:
                     for (int& value : values) value = int(random() % 5) - 1;
                     test.panel.eval(values.data());
@@ -366,7 +366,8 @@ TEST(OutputPanelPaging, FollowsAModelThroughRandomSteps) {
     }
 }
 
-// ---------------------------------------------------------------- heights without or beyond the rows
+// ---------------------------------------------------------------- heights without or beyond the
+// rows
 
 TEST(OutputPanelWithoutRows, ShowsNothingAndPagesNowhere) {
     for (const int height : {100, 85, 70, 69, 53, 0, -1, -1000, INT_MIN}) {
@@ -426,7 +427,8 @@ TEST(OutputPanel, TakesAnyOffset) {
 
 TEST_F(real_panel, Shows0In1InAndAnyOtherValueInThreeColours) {
     fill(3);
-    for (int row = 0; row < 3; ++row) EXPECT_TRUE(sees(row, red_seen)) << row << ": " << lamp_seen(row);
+    for (int row = 0; row < 3; ++row)
+        EXPECT_TRUE(sees(row, red_seen)) << row << ": " << lamp_seen(row);
     int values[] = {0, 1, 7};
     panel.eval(values);
     EXPECT_TRUE(sees(0, yellow_seen)) << lamp_seen(0);
@@ -434,13 +436,14 @@ TEST_F(real_panel, Shows0In1InAndAnyOtherValueInThreeColours) {
     EXPECT_TRUE(sees(2, red_seen)) << lamp_seen(2);
     int others[] = {-1, INT_MIN, INT_MAX};
     panel.eval(others);
-    for (int row = 0; row < 3; ++row) EXPECT_TRUE(sees(row, red_seen)) << row << ": " << lamp_seen(row);
+    for (int row = 0; row < 3; ++row)
+        EXPECT_TRUE(sees(row, red_seen)) << row << ": " << lamp_seen(row);
 }
 
 TEST_F(real_panel, LampsOfRowsWithoutAnOutputAreNotSeen) {
     fill(4);
     ASSERT_TRUE(sees(0, red_seen));
-    const rgb beside = screen.pixel(screen.place(*panel.lamps[1], 2, -3));
+    const std::uint32_t beside = pixel(display, *panel.lamps[1], 2, -3);
     for (int row : {1, 2}) EXPECT_TRUE(sees(row, beside)) << lamp_seen(row);
 }
 
@@ -448,15 +451,15 @@ TEST_F(real_panel, BothButtonsReadPlusAndTheLeftOneGoesBack) {
     fill(7);
     int values[] = {0, 0, 0, 1, 1, 1, 0};
     panel.eval(values);
-    screen.click(*panel.minus_button);
+    click(display, *panel.minus_button);
     ASSERT_TRUE(reaches(1));
     EXPECT_TRUE(sees(2, blue_seen)) << lamp_seen(2);
-    screen.click(*panel.minus_button);
+    click(display, *panel.minus_button);
     ASSERT_TRUE(reaches(0));
     EXPECT_TRUE(sees(2, yellow_seen)) << lamp_seen(2);
-    screen.click(*panel.plus_button);
+    click(display, *panel.plus_button);
     ASSERT_TRUE(reaches(1));
-    screen.click(*panel.plus_button);
+    click(display, *panel.plus_button);
     ASSERT_TRUE(reaches(2));
     EXPECT_EQ(shown_names(panel), numbers(6, 7));
     EXPECT_EQ(Fl::readqueue(), nullptr);
@@ -521,20 +524,23 @@ TEST(OutputPanelEval, OfAHiddenWindowTakesTheValuesAndColoursLater) {
 }
 
 TEST(OutputPanelInAParent, LightsItsLamps17PixelsApart) {
-    real_screen screen;
+    screen display;
     Fl_Window parent(700, 150, "parent");
     OFD_simulator_output panel(&parent, 400, 150, "Sorties");
     parent.end();
     add_outputs(panel, 4);
     parent.show();
-    ASSERT_TRUE(wait_shown(screen, parent));
+    ASSERT_TRUE(wait_shown(display, parent));
     int values[] = {0, 1, 0, 1};
     panel.eval(values);
-    const point corner = *screen.origin(parent);
+    const Fl_Widget& caption = *parent.child(0);
     for (int row = 0; row < 4; ++row) {
-        const rgb wanted = values[row] ? blue_seen : yellow_seen;
-        const auto seen = [&](int down) { return screen.pixel({corner.x + 412, corner.y + 34 + 17 * row + down}); };
-        EXPECT_TRUE(settle([&] { return seen(0) == wanted; }, 5)) << row << ": " << seen(0);
+        const std::uint32_t wanted = values[row] ? blue_seen : yellow_seen;
+        const auto seen = [&](int down) {  // from the lamp's top; the caption stands at 480, 10
+            return pixel(display, caption, 412 - 480, 34 - 10 + 17 * row + down);
+        };
+        EXPECT_TRUE(settle([&] { return seen(0) == wanted; }, seconds(5)))
+            << row << ": " << seen(0);
         EXPECT_EQ(seen(11), wanted) << row;
         EXPECT_NE(seen(-1), wanted) << row;
         EXPECT_NE(seen(12), wanted) << row;
