@@ -100,11 +100,13 @@ class pacer {
 public:
     explicit pacer(double speed) : speed_(speed), start_(steady::now()) {}
 
+    /// Whether the moment has come at which `simulated_s` seconds are over.
     bool due(double simulated_s) {
         const double behind_s = elapsed_s() - simulated_s / speed_;
         if (behind_s > 1) start_ += std::chrono::duration_cast<steady::duration>(std::chrono::duration<double>(behind_s));
         return behind_s >= 0;
     }
+    /// Sleeps until then, one step at most, so that an end is noticed in time.
     void sleep(double simulated_s) const {
         const double ahead_s = simulated_s / speed_ - elapsed_s();
         if (ahead_s > 0) usleep(static_cast<useconds_t>(std::min(ahead_s, step_s) * 1e6));
@@ -150,10 +152,10 @@ private:
     void run_until_end(station_server& station) {
         pacer pace(options_.speed);
         while (!over(station)) {
-            while (pace.due(station.simulated_s()) && !duration_over(station) && !asked_to_end) {
+            while (pace.due(station.simulated_s() + step_s) && !duration_over(station) && !asked_to_end) {
                 station.step(commanded());
             }
-            pace.sleep(station.simulated_s());
+            pace.sleep(station.simulated_s() + step_s);
         }
     }
 

@@ -84,6 +84,7 @@ double processor_seconds(pid_t pid) {
 
 program::program(const std::vector<std::string>& command, const std::vector<std::string>& environment)
     : folder_(new_folder()) {
+    mark();  // this process's, not the child's
     pid_ = fork();
     if (pid_ == 0) {
         redirect(folder_ + "/out", STDOUT_FILENO);
@@ -185,4 +186,13 @@ leaves_nothing::~leaves_nothing() {
                seconds(5));
     EXPECT_EQ(leftovers::processes(), processes_) << "processes left behind";
     EXPECT_EQ(leftovers::segments(), segments_) << "segments left behind";
+}
+
+pid_t child_named(pid_t parent, const std::string& name) {
+    const std::string folder = "/proc/" + std::to_string(parent) + "/task/" + std::to_string(parent) + "/children";
+    std::istringstream children(contents(folder));
+    for (pid_t child; children >> child;) {
+        if (contents("/proc/" + std::to_string(child) + "/comm") == name + "\n") return child;
+    }
+    return 0;
 }

@@ -11,11 +11,17 @@
 
 using seconds = std::chrono::duration<double>;
 
+/// The path of a program of this build.
+inline std::string built(const std::string& name) { return QUORIN_PROGRAMS "/" + name; }
+
 /// Waits until `done` answers true, asking every few milliseconds. False when `limit` passes first.
 bool wait_until(const std::function<bool()>& done, seconds limit = seconds(10));
 
 /// The processor time that a running process has used, in seconds.
 double processor_seconds(pid_t pid);
+
+/// The child of `parent` whose name, as ps shows it, is `name`; 0 when there is none.
+pid_t child_named(pid_t parent, const std::string& name);
 
 /// A program started by a test. Its two output streams go to files of its own. Ended by its id, at the latest when
 /// the object goes.

@@ -34,7 +34,7 @@ TEST(GoodBase, ComesOutOfTheDocumentedSequenceForEverySeed) {
     for (std::uint64_t seed = 0; seed < 50; ++seed) {
         station_driver driven(seed);
         driven.play(good_base);
-        const workcell_base& made = driven.model.state().bases[0];
+        const workcell_base made = driven.model.state().bases[0];
         EXPECT_TRUE(made.glued && made.part && made.pressed) << seed;
         let_it_leave(driven);
         const workcell_state end = driven.model.state();

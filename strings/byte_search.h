@@ -1,0 +1,20 @@
+// The one search for a run of bytes in a text, linear however often the two nearly agree.
+#pragma once
+#include <cstring>
+#include <string_view>
+
+namespace byte_search {
+
+/// Offset of the first `pattern` in `text` at or after `from`, or `std::string_view::npos`. An
+/// empty pattern is found at `from`, which is at most the length of `text`.
+inline std::size_t first_occurrence(std::string_view text, std::string_view pattern,
+                                    std::size_t from = 0) {
+    // memmem never goes back over the text; std::string::find may, and "aaa...ab" in "aaa...aa"
+    // then takes their product.
+    const void* const found =
+        memmem(text.data() + from, text.size() - from, pattern.data(), pattern.size());
+    return found ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data())
+                 : std::string_view::npos;
+}
+
+}  // namespace byte_search

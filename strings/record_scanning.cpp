@@ -1,0 +1,100 @@
+#include "strings/record_scanning.h"
+
+#include <string_view>
+
+#include "strings/byte_search.h"
+#include "strings/text_search.h"
+
+namespace {
+
+/// Returns what stands in `text` before the separator at `position`, and leaves in `after` what
+/// follows it. At `npos`: the whole text, and nothing. `after` may be `text` itself.
+std::string cut(const std::string& text, std::size_t position, std::string& after) {
+    std::string before = text.substr(0, position);
+    after = position == std::string::npos ? std::string() : text.substr(position + 1);
+    return before;
+}
+
+bool is_digit(char byte) { return byte >= '0' && byte <= '9'; }
+
+bool is_number_byte(char byte) { return is_digit(byte) || byte == '.'; }
+
+bool is_word_byte(char byte) { return est_lc(byte) != 0; }
+
+/// The bytes that carry on a word for contains_token: not quite those of est_lc.
+bool continues_word(char byte) {
+    constexpr std::string_view accented = "\xE0\xE2\xE7\xE8\xE9\xEA\xF4\x8C";
+    return is_digit(byte) || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
+           accented.find(byte) != std::string_view::npos;
+}
+
+/// Where the token that starts at `start` ends, in a text that goes on behind its first byte.
+std::size_t token_end(std::string_view text, std::size_t start, char separator) {
+    bool (*belongs)(char) = nullptr;
+    if (is_word_byte(text[start])) belongs = is_word_byte;
+    if (text[start] == '-') belongs = is_number_byte;
+    std::size_t end = start + 1;
+    if (!belongs) return end;
+    while (end < text.size() && text[end] != separator && belongs(text[end])) ++end;
+    return end;
+}
+
+/// Whether the occurrence from `start` to `end` stands alone, in a text that is looked at from
+/// `scanned` on.
+bool is_whole_token(std::string_view text, std::size_t scanned, std::size_t start,
+                    std::size_t end) {
+    if (start > scanned && is_word_byte(text[start - 1])) return false;
+    return end == text.size() || !is_word_byte(text[end]);
+}
+
+}  // namespace
+
+std::string next_record(const std::string& text, char separator, std::string& rest) {
+    return cut(text, text.find(separator), rest);
+}
+
+std::string next_record(const std::string& text, const char* separators, std::string& rest,
+                        char& found) {
+    const std::size_t position = separators ? text.find_first_of(separators) : std::string::npos;
+    const char separator = position == std::string::npos ? ' ' : text[position];
+    std::string record = cut(text, position, rest);
+    found = separator;
+    return record;
+}
+
+std::string last_record(const std::string& text, char separator, std::string& last) {
+    return cut(text, text.rfind(separator), last);
+}
+
+std::string next_Stringtoken(std::string text, char separator, std::string* rest) {
+    std::size_t start = text.find_first_not_of(separator);
+    if (start == std::string::npos) start = text.empty() ? 0 : text.size() - 1;
+    const std::size_t end =
+        start + 1 < text.size() ? token_end(text, start, separator) : text.size();
+    std::string token = text.substr(start, end - start);
+    *rest = text.erase(0, end);
+    return token;
+}
+
+int contains_token(const std::string& text, const std::string& token) {
+    const std::size_t position = byte_search::first_occurrence(text, token);
+    if (position == std::string::npos) return 0;
+    const std::size_t end = position + token.size();
+    return end >= text.size() || !continues_word(text[end]);
+}
+
+std::string substitute_token(const std::string& text, const std::string& token,
+                             const std::string& replacement) {
+    if (token.empty()) return text;
+    std::string result;
+    result.reserve(text.size());
+    std::size_t scanned = 0;
+    for (;;) {
+        const std::size_t start = byte_search::first_occurrence(text, token, scanned);
+        if (start == std::string::npos) return result.append(text, scanned);
+        const std::size_t end = start + token.size();
+        result.append(text, scanned, start - scanned);
+        result.append(is_whole_token(text, scanned, start, end) ? replacement : token);
+        scanned = end;
+    }
+}
