@@ -81,6 +81,29 @@ TEST_F(echo_panels, LeavesNoSegmentAndNoChildWhenItIsKilled) {
     EXPECT_EQ(run.wait(), 128 + SIGKILL);
 }
 
+// The first segment of an IPC namespace, as of a machine, has the identifier 0, which clients
+// refuse.
+TEST(EchoPanels, WorksWhereNoSegmentWasEverMade) {
+    const std::vector<std::string> apart = {"unshare", "--user", "--map-root-user", "--ipc"};
+    const auto in_a_namespace = [&](const std::string& command) {
+        std::vector<std::string> words = apart;
+        words.push_back(command);
+        return words;
+    };
+    if (run_program(in_a_namespace("true")).status != 0) GTEST_SKIP() << "no IPC namespace here";
+    screen display;
+    program run(in_a_namespace(example));
+    const x_window window = display.wait_for_window("echo_panels");
+    ASSERT_NE(window, 0u) << run.err();
+    EXPECT_TRUE(wait_until([&] { return display.pixel(window, 412, 40) == yellow; }));
+    display.click(window, 70, 40);
+    display.click(window, 210, 220);
+    EXPECT_TRUE(wait_until([&] { return display.pixel(window, 412, 40) == blue; }));
+    display.click(window, 360, 220);
+    EXPECT_EQ(run.wait(), 0);
+    EXPECT_EQ(run.err(), "ident_mem=1\n");
+}
+
 TEST(EchoPanels, NeedsADisplay) {
     leaves_nothing check_at_the_end;
     const outcome run = run_program({example}, {"DISPLAY=:64999"});
