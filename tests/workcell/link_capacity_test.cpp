@@ -16,13 +16,16 @@ TEST(LinkCapacity, TheStationsOwnNamesFit) {
 }
 
 TEST(LinkCapacity, FortyOneNamesOfFortyNineBytesFit) {
-    EXPECT_EQ(link_capacity_problem(names(41, std::string(49, 'n')), names(41, std::string(49, 'n'))), "");
+    EXPECT_EQ(
+        link_capacity_problem(names(41, std::string(49, 'n')), names(41, std::string(49, 'n'))),
+        "");
     EXPECT_EQ(link_capacity_problem({}, {}), "");
 }
 
 TEST(LinkCapacity, SaysWhichNameIsTooLongInEitherDirection) {
     const std::string long_name = std::string(49, 'n') + "!";
-    for (const auto& [inputs, outputs] : {std::pair<names, names>{{"te", long_name}, {}}, {{"te"}, {"RENT", long_name}}}) {
+    for (const auto& [inputs, outputs] :
+         {std::pair<names, names>{{"te", long_name}, {}}, {{"te"}, {"RENT", long_name}}}) {
         const std::string problem = link_capacity_problem(inputs, outputs);
         EXPECT_NE(problem.find(long_name), std::string::npos) << problem;
         EXPECT_EQ(problem.find('\n'), std::string::npos);
