@@ -612,7 +612,10 @@ TEST(OutputPanelEnd, HidesTheCallersParentWhoseButtonsThenDoNothing) {
     EXPECT_FALSE(parent.shown());
     EXPECT_EQ(parent.children(), 7);
     parent.show();
-    for (Fl_Widget* button : buttons) button->do_callback();
+    for (Fl_Widget* button : buttons) {
+        EXPECT_EQ(button->user_data(), nullptr);
+        button->do_callback();
+    }
     Fl::check();
 }
 
