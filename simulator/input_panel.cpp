@@ -2,11 +2,8 @@
 
 #include <unistd.h>
 
-#include <FL/Fl.H>
-#include <FL/Fl_Browser.H>
 #include <FL/Fl_Button.H>
 #include <FL/Fl_Check_Browser.H>
-#include <FL/Fl_Window.H>
 
 #include "simulator/panel_parts.h"
 
@@ -46,7 +43,6 @@ OFD_simulator_input::OFD_simulator_input(int height)
 }
 
 OFD_simulator_input::OFD_simulator_input(Fl_Window* parent, int x, int height) : window(parent) {
-    panel_parts::watch(living_window, parent);
     panel_parts::add_caption(shifted(x, 80), "Signal");
     panel_parts::add_caption(shifted(x, 280), "Sticky");
     signal_browser = add_check_list(shifted(x, 10), height);
@@ -58,8 +54,7 @@ OFD_simulator_input::OFD_simulator_input(Fl_Window* parent, int x, int height) :
 }
 
 OFD_simulator_input::~OFD_simulator_input() {
-    if (living_window) living_window->hide();
-    panel_parts::unwatch(living_window);
+    if (living_window.exists()) living_window.widget()->hide();
 }
 
 void OFD_simulator_input::add(const std::string& name) {

@@ -14,10 +14,11 @@
 #include <list>
 #include <string>
 
+#include <FL/Fl.H>
+#include <FL/Fl_Window.H>
+
 class Fl_Button;
 class Fl_Check_Browser;
-class Fl_Widget;
-class Fl_Window;
 
 class OFD_simulator_input {
 public:
@@ -80,6 +81,6 @@ public:
     /// `values[i - 1]` is not 0, unchecks it when it is. `values` holds at least `count` entries.
     void eval(int* quit, int* values);
 
-    /// What the destructor hides: `window`, or null once that is deleted.
-    Fl_Widget* living_window;
+    /// Tells the destructor whether the window still lives.
+    Fl_Widget_Tracker living_window{window};
 };

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 
-#include <FL/Fl.H>
 #include <FL/Fl_Box.H>
 #include <FL/Fl_Browser.H>
 #include <FL/Fl_Button.H>
-#include <FL/Fl_Window.H>
 
 #include "simulator/panel_parts.h"
 
@@ -70,9 +68,6 @@ void build(OFD_simulator_output& panel, int height, const layout& place) {
     for (int row = 0; row < panel.rows; ++row) {
         panel.lamps[row] = add_lamp(lamp_x, 34 + place.lamp_spacing * row, place.lamp_selection);
     }
-    panel_parts::watch(panel.living_window, panel.window);
-    panel_parts::watch(panel.living_plus, panel.plus_button);
-    panel_parts::watch(panel.living_minus, panel.minus_button);
 }
 
 /// The output that a row stands for on the page shown, or -1.
@@ -97,10 +92,13 @@ void refill_rows(OFD_simulator_output& panel) {
     }
 }
 
-/// Takes a button's callback from a panel that goes away, unless the caller has given it other user
-/// data.
-void forget_panel(Fl_Widget* button, const OFD_simulator_output* panel) {
-    if (button && button->user_data() == panel) button->user_data(nullptr);
+/// Takes the paging buttons that are still in the window from a panel that goes away, unless the
+/// caller has given them other user data.
+void forget_panel(const Fl_Group& window, const OFD_simulator_output& panel) {
+    for (Fl_Button* button : {panel.plus_button, panel.minus_button}) {
+        const bool lives = window.find(button) < window.children();
+        if (lives && button->user_data() == &panel) button->user_data(nullptr);
+    }
 }
 
 }  // namespace
@@ -123,11 +121,10 @@ OFD_simulator_output::~OFD_simulator_output() {
         delete[] name_array;
         delete[] value_array;
     }
-    forget_panel(living_plus, this);
-    forget_panel(living_minus, this);
-    if (living_window) living_window->hide();
-    for (Fl_Widget** watched : {&living_window, &living_plus, &living_minus})
-        panel_parts::unwatch(*watched);
+    if (living_window.exists()) {
+        forget_panel(*living_window.widget()->as_group(), *this);
+        living_window.widget()->hide();
+    }
 }
 
 void OFD_simulator_output::add(const std::string& name) {

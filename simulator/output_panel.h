@@ -17,11 +17,12 @@
 #include <list>
 #include <string>
 
+#include <FL/Fl.H>
+#include <FL/Fl_Window.H>
+
 class Fl_Box;
 class Fl_Browser;
 class Fl_Button;
-class Fl_Widget;
-class Fl_Window;
 
 class OFD_simulator_output {
 public:
@@ -58,7 +59,7 @@ public:
 
     /// Releases the arrays and hides `window`, the caller's own parent included, unless it is
     /// already deleted. Deletes no widget: they belong to the window, which belongs to the caller.
-    /// Paging buttons that outlive the panel do nothing.
+    /// Paging buttons that stay in it do nothing from then on.
     ~OFD_simulator_output();
 
     /// Appends an output, of value 2 until the next `eval`, and pages as `next_page` does: outputs
@@ -88,10 +89,8 @@ public:
     Fl_Widget* my_plus_button();
     Fl_Widget* my_moins_button();
 
-    /// What the destructor still has to do with: each is null once its widget is deleted.
-    Fl_Widget* living_window;
-    Fl_Widget* living_plus;
-    Fl_Widget* living_minus;
+    /// Tells the destructor whether the window still lives.
+    Fl_Widget_Tracker living_window{window};
 };
 
 /// The paging buttons' callbacks: `panel` is the OFD_simulator_output whose page they turn, or null

@@ -1,6 +1,5 @@
 #include "simulator/panel_parts.h"
 
-#include <FL/Fl.H>
 #include <FL/Fl_Box.H>
 #include <FL/Fl_Button.H>
 #include <FL/Fl_Window.H>
@@ -9,8 +8,7 @@
 namespace panel_parts {
 
 Fl_Window* begin_own_window(int width, int height) {
-    Fl_Group::current(
-        nullptr);  // else the window would become a child of the caller's unfinished group
+    // Without a place the toolkit makes a top-level window, whatever group was being filled.
     auto* window = new Fl_Window(width, height);
     window->box(FL_NO_BOX);
     new Fl_Box(FL_FLAT_BOX, 0, 0, width, height, "");
@@ -39,12 +37,5 @@ void add_caption(int x, const std::string& text) {
     caption->align(FL_ALIGN_LEFT);
     caption->copy_label(text.c_str());
 }
-
-void watch(Fl_Widget*& pointer, Fl_Widget* widget) {
-    pointer = widget;
-    Fl::watch_widget_pointer(pointer);
-}
-
-void unwatch(Fl_Widget*& pointer) { Fl::release_widget_pointer(pointer); }
 
 }  // namespace panel_parts

@@ -5,7 +5,6 @@
 #include <string>
 
 class Fl_Button;
-class Fl_Widget;
 class Fl_Window;
 
 namespace panel_parts {
@@ -28,10 +27,5 @@ Fl_Button* add_button(int x, int y, int width, const char* label);
 
 /// A caption on the top line, in the group being filled; it keeps its own copy of `text`.
 void add_caption(int x, const std::string& text);
-
-/// Follows a widget: from here on the toolkit sets `pointer` to null when the widget is deleted.
-/// `pointer` may not move until `unwatch`.
-void watch(Fl_Widget*& pointer, Fl_Widget* widget);
-void unwatch(Fl_Widget*& pointer);
 
 }  // namespace panel_parts

@@ -2,14 +2,12 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include <iostream>
-
 #include "tests/support/programs.h"
 #include "tests/support/screen.h"
 
 namespace {
 
-std::string example;  // the program's path
+const std::string example = built("echo_panels");
 
 constexpr std::uint32_t yellow = 0xFFFF00, blue = 0x0000FF;
 
@@ -112,13 +110,3 @@ TEST(EchoPanels, NeedsADisplay) {
 }
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    testing::InitGoogleTest(&argc, argv);
-    if (argc != 2) {
-        std::cerr << "usage: tests_echo_panels PROGRAM\n";
-        return 2;
-    }
-    example = argv[1];
-    return RUN_ALL_TESTS();
-}

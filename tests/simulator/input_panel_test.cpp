@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <climits>
+#include <functional>
 #include <memory>
 #include <random>
 #include <type_traits>
@@ -20,14 +22,7 @@
 
 namespace {
 
-using lines = std::vector<std::string>;
 using checks = std::vector<int>;
-
-lines descriptions(const Fl_Group& group) {
-    lines all;
-    for (int i = 0; i < group.children(); ++i) all.push_back(describe(*group.child(i)));
-    return all;
-}
 
 checks checked(const Fl_Check_Browser& list) {
     checks all;
@@ -201,6 +196,17 @@ TEST(InputPanel, StartsEmpty) {
     static_assert(!std::is_copy_constructible_v<OFD_simulator_input>);
 }
 
+TEST(InputPanel, KeepsItsFieldsInThisOrder) {
+    const hidden_panel test;
+    const OFD_simulator_input& panel = test.panel;
+    const std::vector<const void*> fields = {
+        &panel.window,         &panel.quit_button,    &panel.go_button,    &panel.init_button,
+        &panel.signal_browser, &panel.sticky_browser, &panel.reserved_1,   &panel.reserved_2,
+        &panel.names,          &panel.count,          &panel.living_window};
+    EXPECT_EQ(fields.front(), &panel);
+    EXPECT_TRUE(std::ranges::is_sorted(fields, std::less<const void*>()));
+}
+
 TEST(InputPanel, TakesAnyOffsetAndHeight) {
     for (const int x : {INT_MIN, -1000, 0, INT_MAX}) {
         for (const int height : {INT_MIN, -1, 0, 69, 70, 71, INT_MAX}) {
@@ -308,8 +314,11 @@ TEST_F(real_panel, QuitAfterIdlePassesFindsInitCleared) {
     EXPECT_EQ(checked(*panel.signal_browser), checks{1});
 }
 
-TEST_F(real_panel, CheckWaitsForTheClick) {
+TEST_F(real_panel, CheckWaitsForTheClickAMillisecondAPass) {
     fill({"a"});
+    int passes = 0;
+    const auto count_pass = [](void* count) { ++*static_cast<int*>(count); };
+    Fl::add_check(count_pass, &passes);
     const auto start = std::chrono::steady_clock::now();
     Fl::add_timeout(
         0.3,
@@ -326,7 +335,10 @@ TEST_F(real_panel, CheckWaitsForTheClick) {
         },
         this);
     check();
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(450));
+    const auto waited = std::chrono::steady_clock::now() - start;
+    Fl::remove_check(count_pass, &passes);
+    EXPECT_GE(waited, std::chrono::milliseconds(450));
+    EXPECT_LE(passes, waited / std::chrono::milliseconds(1) + 1);
     EXPECT_EQ(values, (checks{1, -5}));
 }
 
@@ -363,16 +375,24 @@ TEST(InputPanelCheck, QuitReadFirstLeavesInitAsItWas) {
     EXPECT_EQ(test.panel.signal_browser->checked(1), 1);
 }
 
-TEST(InputPanelCheck, AForeignWidgetClearsInitAndIsDropped) {
+TEST(InputPanelCheck, AnyOtherWidgetClearsInitAndIsDropped) {
     hidden_panel test({"a"});
     Fl_Button stranger(0, 0, 10, 10);
-    stranger.do_callback();
-    test.panel.quit_button->do_callback();
-    int values[] = {-5};
-    test.panel.check(&test.init, &test.quit, values);
-    EXPECT_EQ(test.init, 0);
-    EXPECT_EQ(test.quit, 1);
-    EXPECT_EQ(Fl::readqueue(), nullptr);
+    test.panel.signal_browser->checked(1, 1);
+    const std::initializer_list<Fl_Widget*> others = {
+        &stranger, &test.window, test.panel.signal_browser, test.panel.sticky_browser};
+    for (Fl_Widget* other : others) {
+        other->do_callback();
+        test.panel.quit_button->do_callback();
+        test.init = 77;
+        int values[] = {-5};
+        test.panel.check(&test.init, &test.quit, values);
+        EXPECT_EQ(test.init, 0);
+        EXPECT_EQ(test.quit, 1);
+        EXPECT_EQ(values[0], -5);
+        EXPECT_EQ(test.panel.signal_browser->checked(1), 1);
+        EXPECT_EQ(Fl::readqueue(), nullptr);
+    }
 }
 
 TEST(InputPanelCheck, TakesOneButtonACall) {
@@ -537,12 +557,12 @@ TEST(InputPanelEnd, MayComeAfterItsWindows) {
         if (show) parent->show();
         Fl::check();
         delete parent;
-        EXPECT_EQ(inside.living_window, nullptr);
+        EXPECT_TRUE(inside.living_window.deleted());
     }
     OFD_simulator_input own(200);
     Fl::check();
     delete own.window;
-    EXPECT_EQ(own.living_window, nullptr);
+    EXPECT_TRUE(own.living_window.deleted());
 }
 
 }  // namespace

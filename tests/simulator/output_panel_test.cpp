@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <functional>
 #include <memory>
 #include <random>
 #include <type_traits>
@@ -20,15 +21,7 @@
 
 namespace {
 
-using lines = std::vector<std::string>;
-
 constexpr Fl_Color yellow = 95, blue = 216, red = 88, black = 56;
-
-lines descriptions(const Fl_Group& group) {
-    lines all;
-    for (int i = 0; i < group.children(); ++i) all.push_back(describe(*group.child(i)));
-    return all;
-}
 
 lines shown_names(const OFD_simulator_output& panel) {
     lines all;
@@ -192,6 +185,18 @@ TEST(OutputPanel, StartsEmptyOnPage0) {
     static_assert(!std::is_copy_constructible_v<OFD_simulator_output>);
 }
 
+TEST(OutputPanel, KeepsItsFieldsInThisOrder) {
+    const hidden_panel test;
+    const OFD_simulator_output& panel = test.panel;
+    const std::vector<const void*> fields = {
+        &panel.window,     &panel.x_offset,    &panel.name_array,   &panel.count,
+        &panel.page,       &panel.rows,        &panel.names,        &panel.lamps,
+        &panel.browser,    &panel.plus_button, &panel.minus_button, &panel.value_array,
+        &panel.reserved_1, &panel.reserved_2,  &panel.living_window};
+    EXPECT_EQ(fields.front(), &panel);
+    EXPECT_TRUE(std::ranges::is_sorted(fields, std::less<const void*>()));
+}
+
 TEST(OutputPanel, HasARowForEach16PixelsAbove85) {
     const struct {
         int height, rows;
@@ -275,6 +280,13 @@ TEST(OutputPanelAdd, GivesARedLampUntilTheNextEval) {
     EXPECT_EQ(test.panel.lamps[0]->selection_color(), black);
     EXPECT_TRUE(test.panel.lamps[0]->visible());
     EXPECT_FALSE(test.panel.lamps[1]->visible());
+    test.window.show();
+    int values[] = {0};
+    test.panel.eval(values);
+    EXPECT_EQ(test.panel.lamps[0]->color(), yellow);
+    test.panel.add("b");
+    EXPECT_EQ(test.panel.lamps[0]->color(), yellow);
+    EXPECT_EQ(test.panel.lamps[1]->color(), red);
 }
 
 TEST(OutputPanelPaging, StopsAtBothEndsButWritesTheRowsAnew) {
@@ -366,8 +378,7 @@ TEST(OutputPanelPaging, FollowsAModelThroughRandomSteps) {
     }
 }
 
-// ---------------------------------------------------------------- heights without or beyond the
-// rows
+// ---------------------------------------------------------------- too low, too high
 
 TEST(OutputPanelWithoutRows, ShowsNothingAndPagesNowhere) {
     for (const int height : {100, 85, 70, 69, 53, 0, -1, -1000, INT_MIN}) {
@@ -601,7 +612,10 @@ TEST(OutputPanelEnd, HidesTheCallersParentWhoseButtonsThenDoNothing) {
     EXPECT_FALSE(parent.shown());
     EXPECT_EQ(parent.children(), 7);
     parent.show();
-    for (Fl_Widget* button : buttons) button->do_callback();
+    for (Fl_Widget* button : buttons) {
+        EXPECT_EQ(button->user_data(), nullptr);
+        button->do_callback();
+    }
     Fl::check();
 }
 
@@ -625,8 +639,7 @@ TEST(OutputPanelEnd, MayComeAfterItsWindowOrItsWidgets) {
         if (show) parent->show();
         Fl::check();
         delete parent;
-        EXPECT_EQ(inside.living_window, nullptr);
-        EXPECT_EQ(inside.living_plus, nullptr);
+        EXPECT_TRUE(inside.living_window.deleted());
     }
     OFD_simulator_output own(133, "title");
     Fl::check();
@@ -635,8 +648,7 @@ TEST(OutputPanelEnd, MayComeAfterItsWindowOrItsWidgets) {
     OFD_simulator_output emptied(&kept, 0, 133, "title");
     kept.end();
     kept.clear();
-    EXPECT_EQ(emptied.living_window, &kept);
-    EXPECT_EQ(emptied.living_minus, nullptr);
+    EXPECT_TRUE(emptied.living_window.exists());
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "tests/simulator/panel_screen.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <tuple>
 #include <typeinfo>
@@ -33,15 +31,22 @@ std::string kind(const Fl_Widget& widget) {
     return type.name();
 }
 
+std::string describe(const Fl_Widget& widget) {
+    const char* label = widget.label();
+    return kind(widget) + ' ' + pair(widget.x(), ',', widget.y()) + ' ' +
+           pair(widget.w(), 'x', widget.h()) + ' ' +
+           (label ? '"' + std::string(label) + '"' : "no label");
+}
+
 }  // namespace
 
 bool settle(const std::function<bool()>& done, seconds limit) {
-    const auto start = steady::now();
-    while (Fl::check(), !done()) {
-        if (steady::now() - start > limit) return false;
-        usleep(2000);
-    }
-    return true;
+    return wait_until(
+        [&] {
+            Fl::check();
+            return done();
+        },
+        limit);
 }
 
 bool wait_shown(screen& display, Fl_Window& window) {
@@ -77,9 +82,8 @@ void move_mouse(int x, int y) {
     run_program({"xdotool", "mousemove", std::to_string(x), std::to_string(y)});
 }
 
-std::string describe(const Fl_Widget& widget) {
-    const char* label = widget.label();
-    return kind(widget) + ' ' + pair(widget.x(), ',', widget.y()) + ' ' +
-           pair(widget.w(), 'x', widget.h()) + ' ' +
-           (label ? '"' + std::string(label) + '"' : "no label");
+lines descriptions(const Fl_Group& group) {
+    lines all;
+    for (int i = 0; i < group.children(); ++i) all.push_back(describe(*group.child(i)));
+    return all;
 }

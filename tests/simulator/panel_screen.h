@@ -4,11 +4,15 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "tests/support/screen.h"
 
+class Fl_Group;
 class Fl_Widget;
 class Fl_Window;
+
+using lines = std::vector<std::string>;
 
 constexpr std::uint32_t yellow_seen = 0xFFFF00, blue_seen = 0x0000FF, red_seen = 0xFF0000;
 
@@ -32,5 +36,5 @@ std::uint32_t pixel(screen& display, const Fl_Widget& widget, int right, int dow
 
 void move_mouse(int x, int y);
 
-/// One line on a widget: its kind, place, size and label.
-std::string describe(const Fl_Widget& widget);
+/// A line on each of a group's widgets, in the order made: its kind, place, size and label.
+lines descriptions(const Fl_Group& group);
