@@ -46,7 +46,7 @@ protected:
     /// later) and notes the whole in `name`, before it is chosen.
     static void name_file(robot& user, const std::string& more, files::path& name) {
         const auto offered = std::make_shared<std::string>();
-        user.at("save message").press(XK_End);
+        user.at("save message").go_to_end();
         user.until("a name offered", [=](Fl_Window& window) {
             *offered = field_value(window);
             return offered->starts_with(home.string());
