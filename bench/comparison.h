@@ -3,20 +3,32 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <map>
 #include <string>
-#include <utility>
 #include <vector>
 
+/// One way of doing a task; `task` and `name` together are the benchmark's name.
+struct added_way {
+    std::string task, name;
+    std::string benchmark() const { return task + "/" + name; }
+};
+
+/// In the order in which they were added.
+inline std::vector<added_way> added_ways;
+
 /// Adds one way of doing `task`: `work` is called over and over, and its result counts as used. The
-/// first way of a task is the one that the others are compared with. Names hold no "/".
+/// first way of a task is the one that the others are compared with; they follow it. Names hold no
+/// "/".
 ///
 ///     add_way("int from text", "Stoi", [] { return Stoi("12"); });
 ///     add_way("int from text", "std::stol", [] { return std::stol("12"); });
 template <class Work>
 void add_way(const std::string& task, const std::string& name, Work work) {
-    benchmark::RegisterBenchmark((task + "/" + name).c_str(), [work](benchmark::State& state) {
+    added_ways.push_back({task, name});
+    const auto run = [work](benchmark::State& state) {
         for ([[maybe_unused]] auto turn : state) benchmark::DoNotOptimize(work());
-    });
+    };
+    benchmark::RegisterBenchmark(added_ways.back().benchmark().c_str(), run);
 }
 
 /// Prints the usual lines, then a table: each other way's time in units of the first way's.
@@ -25,31 +37,30 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs)
-            if (run.run_type == Run::RT_Iteration || run.aggregate_name == "median") keep(run);
+            if (run.run_type == Run::RT_Iteration || run.aggregate_name == "median")
+                time_ns_[run.run_name.function_name] = run.GetAdjustedRealTime();
     }
 
     void Finalize() override {
         std::printf(
             "\n| Task | Ours (ns) | Other way | Its time, ours being 1 |\n|---|---|---|---|\n");
-        for (const auto& [task, ways] : tasks_)
-            for (std::size_t other = 1; other < ways.size(); ++other)
-                std::printf("| %s: `%s` | %.0f | `%s` | %.2f |\n", task.c_str(),
-                            ways[0].first.c_str(), ways[0].second, ways[other].first.c_str(),
-                            ways[other].second / ways[0].second);
+        const added_way* ours = nullptr;
+        for (const added_way& way : added_ways) {
+            if (!ours || ours->task != way.task)
+                ours = &way;
+            else if (time_ns_.contains(ours->benchmark()) && time_ns_.contains(way.benchmark()))
+                print_row(*ours, way);
+        }
     }
 
 private:
-    using way = std::pair<std::string, double>;  // name, nanoseconds
-
-    void keep(const Run& run) {
-        const std::string& name = run.run_name.function_name;
-        const std::size_t slash = name.find('/');
-        const std::string task = name.substr(0, slash);
-        if (tasks_.empty() || tasks_.back().first != task) tasks_.push_back({task, {}});
-        tasks_.back().second.emplace_back(name.substr(slash + 1), run.GetAdjustedRealTime());
+    void print_row(const added_way& ours, const added_way& other) {
+        const double ours_ns = time_ns_[ours.benchmark()], other_ns = time_ns_[other.benchmark()];
+        std::printf("| %s: `%s` | %.0f | `%s` | %.2f |\n", ours.task.c_str(), ours.name.c_str(),
+                    ours_ns, other.name.c_str(), other_ns / ours_ns);
     }
 
-    std::vector<std::pair<std::string, std::vector<way>>> tasks_;
+    std::map<std::string, double> time_ns_;  // by the benchmark's name
 };
 
 /// Runs what was added, as the command line says; returns the program's status.

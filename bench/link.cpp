@@ -58,7 +58,8 @@ BENCHMARK(copy_of_23_values);
 void input_is_set_over_22_names(benchmark::State& state) {
     link_pair& link = the_link();
     for (auto _ : state) {
-        for (const std::string& name : input_names) benchmark::DoNotOptimize(link.client.input_is_set(name));
+        for (const std::string& name : input_names)
+            benchmark::DoNotOptimize(link.client.input_is_set(name));
     }
 }
 BENCHMARK(input_is_set_over_22_names);
@@ -66,7 +67,8 @@ BENCHMARK(input_is_set_over_22_names);
 void dictionary_look_up_of_22_names(benchmark::State& state) {
     const std::map<std::string, int> values = dictionary(input_names);
     for (auto _ : state) {
-        for (const std::string& name : input_names) benchmark::DoNotOptimize(values.find(name)->second);
+        for (const std::string& name : input_names)
+            benchmark::DoNotOptimize(values.find(name)->second);
     }
 }
 BENCHMARK(dictionary_look_up_of_22_names);
@@ -82,7 +84,8 @@ BENCHMARK(setreset_output_over_13_names);
 void dictionary_store_of_13_names(benchmark::State& state) {
     std::map<std::string, int> values = dictionary(output_names);
     for (auto _ : state) {
-        for (const std::string& name : output_names) benchmark::DoNotOptimize(values.find(name)->second = 1);
+        for (const std::string& name : output_names)
+            benchmark::DoNotOptimize(values.find(name)->second = 1);
     }
 }
 BENCHMARK(dictionary_store_of_13_names);

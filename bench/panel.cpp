@@ -1,5 +1,5 @@
-// The panel as its user feels it, on a display: how long a published value takes to the screen and a click to the
-// segment, what the idle panel costs, how soon its window is there.
+// The panel as its user feels it, on a display: how long a published value takes to the screen and
+// a click to the segment, what the idle panel costs, how soon its window is there.
 //
 //     tools/with_display build/bench/bin/bench_panel
 #include <signal.h>
@@ -59,8 +59,8 @@ struct running_panel {
 
     running_panel() {
         shmctl(server.ident, IPC_RMID, nullptr);
-        process = std::make_unique<program>(
-            std::vector<std::string>{built("quorin"), "-automemlink", std::to_string(server.ident)});
+        process = std::make_unique<program>(std::vector<std::string>{
+            built("quorin"), "-automemlink", std::to_string(server.ident)});
     }
     ~running_panel() {
         process.reset();
@@ -88,7 +88,9 @@ void measure_delays(screen& display) {
     const x_window window = display.wait_for_window("quorin");
     std::this_thread::sleep_for(std::chrono::milliseconds(500));
     std::mt19937 random(1);
-    const auto pause = [&] { std::this_thread::sleep_for(std::chrono::microseconds(100'000 + random() % 150'000)); };
+    const auto pause = [&] {
+        std::this_thread::sleep_for(std::chrono::microseconds(100'000 + random() % 150'000));
+    };
 
     const int te = input_index("te"), mt = output_index("MT");
     std::vector<double> to_pixel_ms, to_segment_ms;
@@ -118,7 +120,8 @@ void measure_idle(screen& display) {
     const double before_s = processor_seconds(panel.process->id());
     std::this_thread::sleep_for(std::chrono::duration<double>(idle_s));
     const double used_s = processor_seconds(panel.process->id()) - before_s;
-    std::printf("%-42s %.2f %% of a core over %.0f s\n", "idle panel, processor time", 100 * used_s / idle_s, idle_s);
+    std::printf("%-42s %.2f %% of a core over %.0f s\n", "idle panel, processor time",
+                100 * used_s / idle_s, idle_s);
     std::printf("%-42s %.1f MiB\n", "idle panel, resident memory",
                 static_cast<double>(resident_kib(panel.process->id())) / 1024);
 }

@@ -3,7 +3,7 @@
 // Each function shows its window and returns when the user has answered. A text is never a printf
 // format: "%" is shown as it stands, whatever the length. The toolkit reads "@" in a shown text as
 // one of its symbols, and "@@" as "@"; a NUL byte ends the shown text. A text is copied for the
-// call, and the copy released when the call returns.
+// call, and the copy released when the call returns: nothing of the toolkit points to it then.
 //
 // The toolkit shows one short dialog at a time: one that is asked for while another is open (from a
 // timeout, say) returns at once, as if cancelled. fl_show_Sbigmessages is not one of these.

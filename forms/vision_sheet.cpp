@@ -63,8 +63,7 @@ struct barbs {
     point first, second;
 };
 
-/// The ends of the two barbs of an arrow from (ax, ay) to (bx, by). Every product is truncated
-/// before it is added.
+/// The ends of the two barbs of an arrow. Every product is truncated before it is added.
 barbs barb_ends(point from, point head, int barb_px, double angle) {
     const auto along = [=](double a) { return std::int64_t{truncated(barb_px * std::cos(a))}; };
     const auto across = [=](double a) { return std::int64_t{truncated(barb_px * std::sin(a))}; };
@@ -78,7 +77,8 @@ barbs barb_ends(point from, point head, int barb_px, double angle) {
         const int end_x = wrapped(x + back * along(angle));
         return {{end_x, wrapped(y - across(angle))}, {end_x, wrapped(y + across(angle))}};
     }
-    const double slope = std::atan((double{1} * head.y - from.y) / (double{1} * head.x - from.x));
+    const double slope =
+        std::atan(static_cast<double>(y - from.y) / static_cast<double>(x - from.x));
     const auto end = [&](double a) {
         return point{wrapped(x + back * along(a)), wrapped(y + back * across(a))};
     };
@@ -158,7 +158,7 @@ void OFL_vision_sheet::ofl_circbound(int x, int y, int r, unsigned fill_colour) 
 }
 
 void OFL_vision_sheet::ofl_arrowbound(int ax, int ay, int bx, int by, unsigned fill_colour) const {
-    const double dx = double{1} * bx - ax, dy = double{1} * by - ay;
+    const double dx = static_cast<double>(bx) - ax, dy = static_cast<double>(by) - ay;
     const int side = truncated(2 * std::sqrt(dx * dx + dy * dy));
     const float angle = static_cast<float>(std::atan2(dy, dx) * half_turn_degrees / pi);
     const sheet_clip clip(*this);

@@ -13,8 +13,7 @@
 ///     }
 class OFD_wait_form {
 public:
-    Fl_Window*
-        window;  ///< 600 x 60 pixels, titled "travail en cours ..."; owned, deleted with the form.
+    Fl_Window* window;   ///< 600 x 60 pixels, "travail en cours ..."; deleted with the form.
     Fl_FormsText* text;  ///< Shows the message, centred; a child of the window.
     long unused_first;   ///< 0; kept for the layout of the class.
     long unused_second;  ///< 0; kept for the layout of the class.

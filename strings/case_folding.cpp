@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
+#include <utility>
 
 namespace {
 

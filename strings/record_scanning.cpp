@@ -31,7 +31,7 @@ bool continues_word(char byte) {
            accented.find(byte) != std::string_view::npos;
 }
 
-/// Where the token that starts at `start` ends, in a text that goes on behind its first byte.
+/// Where the token that starts at `start` ends; it has one byte at least.
 std::size_t token_end(std::string_view text, std::size_t start, char separator) {
     bool (*belongs)(char) = nullptr;
     if (is_word_byte(text[start])) belongs = is_word_byte;
@@ -72,8 +72,7 @@ std::string last_record(const std::string& text, char separator, std::string& la
 std::string next_Stringtoken(const std::string& text, char separator, std::string* rest) {
     std::size_t start = text.find_first_not_of(separator);
     if (start == std::string::npos) start = text.empty() ? 0 : text.size() - 1;
-    const std::size_t end =
-        start + 1 < text.size() ? token_end(text, start, separator) : text.size();
+    const std::size_t end = text.empty() ? 0 : token_end(text, start, separator);
     std::string token = text.substr(start, end - start);
     rest->assign(text, end);
     return token;

@@ -18,7 +18,9 @@ std::optional<workcell_fault_kind> kind_named(std::string_view name) {
 // Why a text is no fault; empty when it is one.
 std::string objection(std::string_view text) {
     const std::size_t equals = text.find('=');
-    if (equals == std::string_view::npos) return "une panne s'\xC3\xA9" "crit NOM=PANNE";
+    if (equals == std::string_view::npos)
+        return "une panne s'\xC3\xA9"
+               "crit NOM=PANNE";
     const std::string name(text.substr(0, equals)), kind_name(text.substr(equals + 1));
     const bool sensor = input_index(name) >= 0;
     if (!sensor && output_index(name) < 0)

@@ -1,6 +1,6 @@
 // Opens each dialog of the library in turn, and prints what the user answered:
 //     dialogues             all of them
-//     dialogues NOM...      only those
+//     dialogues NAME...     only those
 //     dialogues -h          their names
 #include <unistd.h>
 

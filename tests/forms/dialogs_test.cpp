@@ -109,11 +109,29 @@ TEST(Dialogs, EndTheShownTextAtANulByte) {
     }
 }
 
+// The toolkit's dialog window outlives the dialog: the text it showed does not.
+TEST(Dialogs, LeaveNoPointerToTheTextBehind) {
+    for (const auto& [what, show] : text_dialogs) {
+        answered(press_return, [&] { show("Vider le tiroir ?"); });
+        Fl_Group* dialog = fl_message_icon()->parent();
+        const auto has_label = [](Fl_Widget& each) { return each.label() != nullptr; };
+        ASSERT_NE(find_widget(*dialog, has_label), nullptr) << "the buttons have theirs";
+        EXPECT_EQ(find_widget(*dialog,
+                              [&](Fl_Widget& each) {
+                                  return has_label(each) &&
+                                         std::string(each.label()) == "Vider le tiroir ?";
+                              }),
+                  nullptr)
+            << what;
+    }
+}
+
 TEST(Messages, CloseByKeysAndByClick) {
     for (const auto& act :
          {answer(press_return), answer(press_escape), answer(close_window), click("Close")}) {
         answered(act, [] { fl_show_Smessages("Terminaison"); });
         answered(act, [] { fl_show_Salert("Panne"); });
+        answered(act, fl_show_ms);
         EXPECT_EQ(Fl::modal(), nullptr);
     }
 }

@@ -46,7 +46,7 @@ protected:
     /// later) and notes the whole in `name`, before it is chosen.
     static void name_file(robot& user, const std::string& more, files::path& name) {
         const auto offered = std::make_shared<std::string>();
-        user.at("save message").press(XK_End);
+        user.at("save message").go_to_end();
         user.until("a name offered", [=](Fl_Window& window) {
             *offered = field_value(window);
             return offered->starts_with(home.string());
@@ -172,17 +172,20 @@ TEST_F(MessageViewer, ReturnsOnQuitOnEscapeAndOnTheWindowsButton) {
 }
 
 TEST_F(MessageViewer, StaysOpenWhenALineIsClicked) {
+    std::string text;
+    for (int i = 0; i < 60; ++i) text += "ligne\n";
     robot user;
     user.at("Messages")
-        .until("click a line",
+        .click("")  // the browser, the only widget without a label
+        .until("a line selected",
                [](Fl_Window& window) {
-                   lines_of(window)->select(1);
-                   lines_of(window)->do_callback();
-                   return true;
+                   const Fl_Browser* browser = lines_of(window);
+                   int selected = 0;
+                   for (int i = 1; i <= browser->size(); ++i) selected += browser->selected(i);
+                   return selected == 1;
                })
-        .until("still there", [](Fl_Window& window) { return lines_of(window)->selected(1) != 0; })
         .click("Quit");
-    fl_show_Sbigmessages("un\ndeux", 80);
+    fl_show_Sbigmessages(text, 80);
 }
 
 TEST_F(MessageViewer, TakesAnyWidth) {

@@ -60,9 +60,10 @@ protected:
         window.wait_for_expose();
         Fl::check();
         XSync(fl_display, False);
-        seen = std::make_unique<screen_picture>(place_on_screen(window), window_px, window_px);
+        seen = std::make_unique<screen_picture>(area(display, window));
     }
 
+    screen display;
     picture window;
     std::unique_ptr<screen_picture> seen;
 };

@@ -1,7 +1,6 @@
 #include "robot.h"
 
 #include <FL/Fl.H>
-#include <FL/Fl_Input_.H>
 #include <FL/x.H>
 
 namespace {
@@ -25,9 +24,13 @@ Fl_Widget* find_widget(Fl_Group& group, const std::function<bool(Fl_Widget&)>& w
     return nullptr;
 }
 
-std::string field_value(Fl_Group& group) {
-    const auto* input = dynamic_cast<Fl_Input_*>(find_widget(
+Fl_Input_* first_field(Fl_Group& group) {
+    return dynamic_cast<Fl_Input_*>(find_widget(
         group, [](Fl_Widget& each) { return dynamic_cast<Fl_Input_*>(&each) != nullptr; }));
+}
+
+std::string field_value(Fl_Group& group) {
+    const Fl_Input_* input = first_field(group);
     return input ? std::string(input->value(), input->size()) : std::string();
 }
 
@@ -48,6 +51,17 @@ robot& robot::at(const std::string& title) {
 robot& robot::add(const std::string& what, std::function<bool(Fl_Window&)> take) {
     steps_.push_back({title_, what, std::move(take)});
     return *this;
+}
+
+robot& robot::go_to_end() {
+    return add("the end of the field", [this, calm = 0](Fl_Window& window) mutable {
+        const Fl_Input_* input = first_field(window);
+        const bool there = input && Fl::focus() == input && input->position() == input->size() &&
+                           input->mark() == input->size();
+        calm = there ? calm + 1 : 0;
+        if (!there) display_.key(XK_End);
+        return calm > 10;
+    });
 }
 
 robot& robot::press(x_key key, x_key modifier) {

@@ -3,6 +3,7 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <FL/Fl_Input_.H>
 #include <FL/Fl_Window.H>
 
 #include <chrono>
@@ -28,6 +29,9 @@ public:
 
     /// The steps from here on are for the window of this title; at first, for one without a title.
     robot& at(const std::string& title);
+    /// Puts the cursor at the end of the window's first input field, and waits until it stays
+    /// there: a window that comes up selects its field's text at some moment of its own.
+    robot& go_to_end();
     robot& press(x_key key, x_key modifier = 0);
     /// Types ASCII letters in lower case, digits and "./-", nothing that needs the shift key.
     robot& type(const std::string& text);
@@ -59,6 +63,9 @@ private:
     std::chrono::steady_clock::time_point progress_;
     screen::place place_{};
 };
+
+/// A window's first visible input field; null without one.
+Fl_Input_* first_field(Fl_Group& group);
 
 /// The value of a window's first visible input field; "" without one.
 std::string field_value(Fl_Group& group);

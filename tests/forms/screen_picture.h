@@ -6,24 +6,18 @@
 
 #include <memory>
 
-struct screen_point {
-    int x, y;
-};
+#include "tests/support/screen.h"
 
-/// Where the top left of a window's inside is on the screen, whatever the window manager has done.
-inline screen_point place_on_screen(const Fl_Window& window) {
-    screen_point place{};
-    Window child;
-    XTranslateCoordinates(fl_display, fl_xid(&window), RootWindow(fl_display, fl_screen), 0, 0,
-                          &place.x, &place.y, &child);
-    return place;
+/// Where a window's inside is on the screen, whatever the window manager has done.
+inline screen::place area(screen& display, const Fl_Window& window) {
+    return display.area(fl_xid(&window));
 }
 
 /// A part of the screen, as it was when read.
 class screen_picture {
 public:
-    screen_picture(screen_point corner, int w, int h)
-        : image_(XGetImage(fl_display, RootWindow(fl_display, fl_screen), corner.x, corner.y, w, h,
+    explicit screen_picture(const screen::place& at)
+        : image_(XGetImage(fl_display, RootWindow(fl_display, fl_screen), at.x, at.y, at.w, at.h,
                            AllPlanes, ZPixmap),
                  [](XImage* image) { XDestroyImage(image); }) {}
 

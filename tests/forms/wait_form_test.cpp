@@ -5,26 +5,22 @@
 
 #include <FL/Fl.H>
 #include <FL/Fl_Double_Window.H>
-#include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
+#include <functional>
 
 #include "screen_picture.h"
 #include "texts.h"
 
 namespace {
 
-/// Processes events until `done`, ten seconds at most.
-template <typename condition>
-bool eventually(condition done) {
-    for (const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-         std::chrono::steady_clock::now() < end; usleep(2000)) {
+/// Processes events until `done`.
+bool eventually(const std::function<bool()>& done) {
+    return wait_until([&] {
         Fl::check();
-        if (done()) return true;
-    }
-    return false;
+        return done();
+    });
 }
 
 TEST(WaitForm, IsASmallModalWindowWithItsMessage) {
@@ -67,9 +63,10 @@ TEST(WaitForm, HoldsItsFieldsInOrder) {
 }
 
 TEST(WaitForm, IsOnTheScreenOnceConstructed) {
+    screen display;
     for (int i = 0; i < 10; ++i) {
         const OFD_wait_form form("Impression en cours ...");
-        const screen_picture picture(place_on_screen(*form.window), 600, 60);
+        const screen_picture picture(area(display, *form.window));
         EXPECT_EQ(picture.at(20, 15), screen_colour(FL_GRAY)) << "the box, show " << i;
         EXPECT_GT(picture.count(0, 0, 600, 60, screen_colour(FL_GRAY)), 600 * 60 * 8 / 10);
         EXPECT_GT(picture.count_other(200, 15, 200, 30, screen_colour(FL_GRAY)), 300)
@@ -80,29 +77,32 @@ TEST(WaitForm, IsOnTheScreenOnceConstructed) {
 }
 
 TEST(WaitForm, LeavesTheScreenWithTheObject) {
-    screen_point place;
+    screen display;
+    screen::place place{};
     {
         const OFD_wait_form form("Impression en cours ...");
-        place = place_on_screen(*form.window);
-        ASSERT_EQ(screen_picture(place, 600, 60).at(20, 15), screen_colour(FL_GRAY));
+        place = area(display, *form.window);
+        ASSERT_EQ(screen_picture(place).at(20, 15), screen_colour(FL_GRAY));
     }
     EXPECT_EQ(Fl::first_window(), nullptr);
     EXPECT_EQ(Fl::modal(), nullptr);
-    EXPECT_TRUE(eventually(
-        [&] { return screen_picture(place, 600, 60).at(20, 15) != screen_colour(FL_GRAY); }));
+    EXPECT_TRUE(
+        eventually([&] { return screen_picture(place).at(20, 15) != screen_colour(FL_GRAY); }));
 }
 
 TEST(WaitForm, ComesUpAtTheMouse) {
-    for (const screen_point mouse : {screen_point{500, 400}, screen_point{800, 600}}) {
+    screen display;
+    const struct { int x, y; } places[] = {{500, 400}, {800, 600}};
+    for (const auto& mouse : places) {
         fl_open_display();
         XWarpPointer(fl_display, None, RootWindow(fl_display, fl_screen), 0, 0, 0, 0, mouse.x,
                      mouse.y);
         XSync(fl_display, False);
         const OFD_wait_form form("ici");
         EXPECT_TRUE(eventually([&] {
-            const screen_point corner = place_on_screen(*form.window);
-            return corner.x <= mouse.x && mouse.x < corner.x + 600 && corner.y <= mouse.y &&
-                   mouse.y < corner.y + 60;
+            const screen::place at = area(display, *form.window);
+            return at.x <= mouse.x && mouse.x < at.x + at.w && at.y <= mouse.y &&
+                   mouse.y < at.y + at.h;
         }));
     }
 }

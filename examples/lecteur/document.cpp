@@ -1,0 +1,115 @@
+#include "document.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <string_view>
+
+#include "viewer/line_markup.h"
+
+namespace {
+
+constexpr std::size_t line_characters = 105;  // as many as the window shows side by side
+constexpr std::size_t screen_bytes = 154;     // what the window shows of a line without loss
+constexpr std::size_t print_bytes = 4 * line_characters;
+constexpr std::size_t tab_characters = 8;
+
+/// "#C T20 T8 T", but not "#Chapter".
+bool defines_columns(const std::string& line) {
+    const line_markup::line_type type = line_markup::type_of(line);
+    return (type == line_markup::columns_line || type == line_markup::top_columns_line) &&
+           line.find_first_not_of("0123456789 T", 2) == std::string::npos &&
+           line.find_first_of("0123456789", 2) != std::string::npos;
+}
+
+/// How one medium writes the bytes that the markup or the document would take for its own.
+using writer = std::string (*)(std::string_view character);
+
+std::string screen_writing(std::string_view character) {
+    return character == "#" ? "\xE2\x99\xAF" : std::string(character);
+}
+
+std::string print_writing(std::string_view character) {
+    if (std::string_view("#()\\").find(character) == std::string_view::npos)
+        return std::string(character);
+    char octal[8];
+    std::snprintf(octal, sizeof octal, "\\%03o", static_cast<unsigned>(character[0]));
+    return octal;
+}
+
+bool continues_character(char byte) { return (byte & 0xC0) == 0x80; }
+bool is_control(char byte) { return (byte >= 0 && byte < ' ') || byte == 0x7F; }
+
+/// The length of the UTF-8 character at `start`. Bytes that are none count one by one.
+std::size_t character_bytes(std::string_view line, std::size_t start) {
+    std::size_t end = start + 1;
+    if ((line[start] & 0xC0) != 0xC0) return 1;
+    while (end < line.size() && end - start < 4 && continues_character(line[end])) ++end;
+    return end - start;
+}
+
+/// Lays one line of plain text out, in as many lines as it needs.
+class folder {
+public:
+    folder(lines& out, writer write, std::size_t most_bytes)
+        : out_(out), write_(write), most_bytes_(most_bytes) {}
+
+    void add(std::string_view line) {
+        for (std::size_t start = 0; start < line.size();) {
+            const std::string_view character = line.substr(start, character_bytes(line, start));
+            if (character == "\t") {
+                do put(" ");
+                while (characters_ % tab_characters);
+            } else {
+                put(is_control(line[start]) ? " " : write_(character));
+            }
+            start += character.size();
+        }
+        end_line();
+    }
+
+private:
+    void put(const std::string& written) {
+        if (characters_ == line_characters || current_.size() + written.size() > most_bytes_)
+            end_line();
+        current_ += written;
+        ++characters_;
+    }
+    void end_line() {
+        out_.push_back(std::move(current_));
+        current_.clear();
+        characters_ = 0;
+    }
+
+    lines& out_;
+    writer write_;
+    std::size_t most_bytes_;
+    std::string current_;
+    std::size_t characters_ = 0;
+};
+
+lines lay_out(const lines& text, writer write, std::size_t most_bytes) {
+    lines out = {"#C " + std::to_string(most_bytes) + " "};
+    folder fold(out, write, most_bytes);
+    for (const std::string& line : text) fold.add(line);
+    return out;
+}
+
+}  // namespace
+
+std::optional<lines> read_lines(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return std::nullopt;
+    lines text;
+    for (std::string line; std::getline(in, line);) {
+        if (line.ends_with('\r')) line.pop_back();
+        text.push_back(line);
+    }
+    if (in.bad()) return std::nullopt;  // a folder, say
+    return text;
+}
+
+bool has_markup(const lines& text) { return std::ranges::any_of(text, defines_columns); }
+
+lines for_screen(const lines& text) { return lay_out(text, screen_writing, screen_bytes); }
+lines for_print(const lines& text) { return lay_out(text, print_writing, print_bytes); }

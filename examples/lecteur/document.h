@@ -1,0 +1,28 @@
+// A text file as lines for the paged viewer.
+//
+// A file that defines columns (with a line such as "#C T20 T8 T") is a document of the viewer's own
+// markup, and its lines are taken as they stand. Any other file is plain text. The viewer gives a
+// text line no room before columns are defined, cuts it at each "#", and cuts long lines: so plain
+// text gets one wide column, goes on in another line where it is too long, and has its special
+// bytes written otherwise.
+#pragma once
+#include <optional>
+#include <string>
+#include <vector>
+
+using lines = std::vector<std::string>;
+
+/// The lines of a file, without their ends ("\n" or "\r\n"). Nothing when it cannot be read, with
+/// the reason in errno.
+std::optional<lines> read_lines(const std::string& path);
+
+/// True for a document of the viewer's markup.
+bool has_markup(const lines& text);
+
+/// Plain text for the screen: at most 105 characters in a line, tabs as blanks up to the next
+/// multiple of 8, control characters as blanks, and "#" as the sharp sign (U+266F).
+lines for_screen(const lines& text);
+
+/// The same for PDF and PostScript, where "#", "(", ")" and "\" are written as "\043" and so on:
+/// readers show the characters themselves.
+lines for_print(const lines& text);
