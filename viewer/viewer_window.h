@@ -68,9 +68,9 @@ public:
                     const std::string& viewer_command);
 
     /// The same on a copy of a list, which is released on return: the viewer then has no line. An
-    /// empty list returns at once. Only the cancel button ends this one: a window closed by the
-    /// window manager or by Escape stays hidden, and the call goes on until somebody shows it
-    /// again.
+    /// empty list returns at once. Only the cancel button ends this one: when the window is closed
+    /// by the window manager or by Escape, the call goes on without it, and the program must show
+    /// it again (`window->show()`, from a timeout) for its user to cancel.
     void activation(std::list<std::string>& lines, const std::string& title,
                     const std::string& viewer_command);
 
