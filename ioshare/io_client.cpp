@@ -15,8 +15,8 @@ namespace {
 
 constexpr useconds_t idle_pause_us = 10'000;
 
-/// Whether the identifier's segment holds the whole layout. A shorter one, some other program's, would be read beyond
-/// its end.
+/// Whether the identifier's segment holds the whole layout. A shorter one, some other program's,
+/// would be read beyond its end.
 bool long_enough(int ident_mem) {
     shmid_ds status;
     return shmctl(ident_mem, IPC_STAT, &status) == 0 && status.shm_segsz >= io_segment_size;
@@ -41,7 +41,8 @@ IOsharemem_client::IOsharemem_client(int ident_mem) : segment(attach(ident_mem))
     segment->outputs_clock = 0;
     nb_inputs = segment->nb_inputs;
     nb_outputs = segment->nb_outputs;
-    inputs = new std::int32_t[static_cast<std::size_t>(within(nb_inputs, io_value_limit(io_direction::input)))]();
+    inputs = new std::int32_t[static_cast<std::size_t>(
+        within(nb_inputs, io_value_limit(io_direction::input)))]();
 }
 
 int IOsharemem_client::receive() {

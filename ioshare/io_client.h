@@ -1,4 +1,5 @@
-// The panel's half of the link: takes the inputs that a simulator publishes, writes outputs by name.
+// The panel's half of the link: takes the inputs that a simulator publishes, writes outputs by
+// name.
 //
 // Construct once; then call receive() repeatedly, and read the inputs after each 1 that it returns.
 // Outputs may be written at any time. One thread.
@@ -10,34 +11,39 @@
 
 class IOsharemem_client {
 public:
-    std::int32_t nb_inputs;    ///< Input count, read from the segment at attach time.
-    std::int32_t nb_outputs;   ///< Output count, read from the segment at attach time.
-    io_segment* segment;       ///< The attached segment.
-    std::int32_t* inputs;      ///< nb_inputs values (none when negative, 1126 at most): the last publication taken.
-    std::int64_t last_clock;   ///< inputs_clock at the last publication taken; 0 after attach.
+    std::int32_t nb_inputs;   ///< Input count, read from the segment at attach time.
+    std::int32_t nb_outputs;  ///< Output count, read from the segment at attach time.
+    io_segment* segment;      ///< The attached segment.
+    std::int32_t* inputs;     ///< nb_inputs values (none when negative, 1126 at most): the last
+                              ///< publication taken.
+    std::int64_t last_clock;  ///< inputs_clock at the last publication taken; 0 after attach.
 
-    /// Attaches to the segment `ident_mem`, and zeroes its outputs_clock. Prints "ident_mem=" and the identifier on the
-    /// standard error stream. An identifier of 0, one that cannot be attached for reading and writing, or a segment
-    /// shorter than the layout ends the process: a report on the standard error stream, status 1.
+    /// Attaches to the segment `ident_mem`, and zeroes its outputs_clock. Prints "ident_mem=" and
+    /// the identifier on the standard error stream. An identifier of 0, one that cannot be attached
+    /// for reading and writing, or a segment shorter than the layout ends the process: a report on
+    /// the standard error stream, status 1.
     explicit IOsharemem_client(int ident_mem);
 
     /// Does nothing: the segment stays attached and `inputs` allocated until the process ends.
     ~IOsharemem_client() {}
 
-    /// Takes a publication, if there is a new one, into `inputs`. Several since the last call count as one.
-    /// Returns 1 when it took one; 0, after 10 ms, when nothing is new; -1, at once, when the session has ended.
+    /// Takes a publication, if there is a new one, into `inputs`. Several since the last call count
+    /// as one. Returns 1 when it took one; 0, after 10 ms, when nothing is new; -1, at once, when
+    /// the session has ended.
     int receive();
 
-    /// The value of the input called `name` (exact comparison) in the last publication taken: not in the segment.
-    /// The last one wins when several bear the name; 0 when none does.
+    /// The value of the input called `name` (exact comparison) in the last publication taken: not
+    /// in the segment. The last one wins when several bear the name; 0 when none does.
     ///
-    ///     if (client.receive() == 1 && client.input_is_set("te") == 1) { ... }  // the drawer is in
+    ///     if (client.receive() == 1 && client.input_is_set("te") == 1) { ... }  // the drawer is
+    ///     in
     int input_is_set(const std::string& name);
 
-    /// Writes `value` into the segment for every output called `name`, at once and without the lock. An unknown name
-    /// writes nothing.
+    /// Writes `value` into the segment for every output called `name`, at once and without the
+    /// lock. An unknown name writes nothing.
     void setreset_output(const std::string& name, int value);
 
-    /// Raises outputs_clock, under the lock: tells a server that waits for it that outputs have changed.
+    /// Raises outputs_clock, under the lock: tells a server that waits for it that outputs have
+    /// changed.
     void outputs_refresh();
 };

@@ -4,10 +4,10 @@
 
 /// Holds the segment's lock while it lives.
 ///
-/// The semaphore is not process-shared: a process that blocks on it is never woken by a post from another one. So the
-/// lock is tried, and tried again after a short sleep, also when a signal interrupts. The wait ends without the lock
-/// only when the session has ended (inputs_clock below 0): whoever held the lock may be dead, and no one is left to
-/// protect.
+/// The semaphore is not process-shared: a process that blocks on it is never woken by a post from
+/// another one. So the lock is tried, and tried again after a short sleep, also when a signal
+/// interrupts. The wait ends without the lock only when the session has ended (inputs_clock below
+/// 0): whoever held the lock may be dead, and no one is left to protect.
 class io_lock {
 public:
     explicit io_lock(io_segment& segment);

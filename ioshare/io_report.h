@@ -2,6 +2,6 @@
 #pragma once
 #include <string>
 
-/// Prints "IOshare: erreur sur partage memoire", `why` and an empty line on the standard error stream, and ends the
-/// process with status 1.
+/// Prints "IOshare: erreur sur partage memoire", `why` and an empty line on the standard error
+/// stream, and ends the process with status 1.
 [[noreturn]] void io_refuse(const std::string& why);

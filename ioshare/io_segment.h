@@ -1,32 +1,34 @@
 // The shared I/O segment: the bytes that a simulator and its control panel share.
 //
-// One System V shared-memory block of 4561 bytes, native byte order. The simulator writes the names of its inputs
-// (sensors) and outputs (commands) once, then publishes input values; the panel writes output values. docs/segment.md
-// draws the bytes and walks through an exchange.
+// One System V shared-memory block of 4561 bytes, native byte order. The simulator writes the names
+// of its inputs (sensors) and outputs (commands) once, then publishes input values; the panel
+// writes output values. docs/segment.md draws the bytes and walks through an exchange.
 #pragma once
 #include <semaphore.h>
 
 #include <cstddef>
 #include <cstdint>
 
-/// What both halves allocate, attach and stay within. Fewer bytes than sizeof(io_segment), whose end is rounded up to
-/// its alignment: never copy or clear a whole io_segment.
+/// What both halves allocate, attach and stay within. Fewer bytes than sizeof(io_segment), whose
+/// end is rounded up to its alignment: never copy or clear a whole io_segment.
 inline constexpr std::size_t io_segment_size = 4561;
 
-inline constexpr int io_values = 50;      ///< Values in each direction.
-inline constexpr int io_names = 41;       ///< Names in each direction.
-inline constexpr int io_name_size = 50;   ///< Bytes of a name's slot, its terminating NUL included.
+inline constexpr int io_values = 50;     ///< Values in each direction.
+inline constexpr int io_names = 41;      ///< Names in each direction.
+inline constexpr int io_name_size = 50;  ///< Bytes of a name's slot, its terminating NUL included.
 
+// The server writes all but outputs_clock and output_values, which are its clients'. Locked or
+// unlocked says whether the writer holds the lock.
 struct io_segment {
-    std::int64_t inputs_clock;   ///< Raised by the server, unlocked, at each publication; -1 at the end.
-    std::int64_t outputs_clock;  ///< Zeroed by a client that attaches, raised by its outputs_refresh, locked.
-    sem_t lock;                  ///< Guards the values and outputs_clock. Held until the server has filled the rest.
-    std::int32_t nb_inputs;      ///< Written once by the server.
-    std::int32_t nb_outputs;     ///< Written once by the server.
-    std::int32_t input_values[io_values];    ///< Written by the server, locked.
-    std::int32_t output_values[io_values];   ///< Written by clients, unlocked.
-    char input_names[io_names][io_name_size];    ///< NUL-terminated; written once by the server.
-    char output_names[io_names][io_name_size];   ///< NUL-terminated; written once by the server.
+    std::int64_t inputs_clock;   ///< Raised at each publication, unlocked; -1 at the end.
+    std::int64_t outputs_clock;  ///< Raised at each announcement, locked; 0 when a client attaches.
+    sem_t lock;                  ///< Held until the server has filled the segment.
+    std::int32_t nb_inputs;      ///< Written once.
+    std::int32_t nb_outputs;     ///< Written once.
+    std::int32_t input_values[io_values];       ///< Locked.
+    std::int32_t output_values[io_values];      ///< Unlocked.
+    char input_names[io_names][io_name_size];   ///< NUL-terminated; written once.
+    char output_names[io_names][io_name_size];  ///< NUL-terminated; written once.
     char unused[5];
 };
 

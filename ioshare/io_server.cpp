@@ -25,7 +25,8 @@ void describe(io_segment& segment, io_direction direction, const std::list<std::
 
 }  // namespace
 
-IOsharemem_server::IOsharemem_server(const std::list<std::string>& inputs, const std::list<std::string>& outputs)
+IOsharemem_server::IOsharemem_server(const std::list<std::string>& inputs,
+                                     const std::list<std::string>& outputs)
     : ident(shmget(IPC_PRIVATE, io_segment_size, 0600)) {
     if (ident == -1) refuse(ident);
     void* const address = shmat(ident, nullptr, 0);

@@ -38,13 +38,15 @@ int io_name_limit(io_direction direction) {
 std::int32_t io_value(const io_segment& segment, io_direction direction, int index) {
     if (!inside(index, io_value_limit(direction))) return 0;
     std::int32_t value;
-    std::memcpy(&value, reinterpret_cast<const char*>(&segment) + value_offset(direction, index), sizeof value);
+    std::memcpy(&value, reinterpret_cast<const char*>(&segment) + value_offset(direction, index),
+                sizeof value);
     return value;
 }
 
 void io_store_value(io_segment& segment, io_direction direction, int index, std::int32_t value) {
     if (!inside(index, io_value_limit(direction))) return;
-    std::memcpy(reinterpret_cast<char*>(&segment) + value_offset(direction, index), &value, sizeof value);
+    std::memcpy(reinterpret_cast<char*>(&segment) + value_offset(direction, index), &value,
+                sizeof value);
 }
 
 std::string_view io_name(const io_segment& segment, io_direction direction, int index) {

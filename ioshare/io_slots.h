@@ -1,8 +1,9 @@
 // Names and values of the shared I/O segment by index, kept inside its 4561 bytes.
 //
-// The segment does not check its own capacity: name i stands 50 * i bytes after the first, value i 4 * i bytes after
-// the first, whatever i is. A long name so runs on into the next slot, and inputs beyond the capacity run into the
-// outputs. The functions here do exactly that within the segment, and nothing beyond its end.
+// The segment does not check its own capacity: name i stands 50 * i bytes after the first, value i
+// 4 * i bytes after the first, whatever i is. A long name so runs on into the next slot, and inputs
+// beyond the capacity run into the outputs. The functions here do exactly that within the segment,
+// and nothing beyond its end.
 #pragma once
 #include <cstdint>
 #include <string_view>
@@ -11,10 +12,12 @@
 
 enum class io_direction { input, output };
 
-/// How many values of that direction begin and end inside the segment, overruns included (1126 inputs, 1076 outputs).
+/// How many values of that direction begin and end inside the segment, overruns included (1126
+/// inputs, 1076 outputs).
 int io_value_limit(io_direction direction);
 
-/// How many name slots of that direction begin inside the segment, overruns included (83 inputs, 42 outputs).
+/// How many name slots of that direction begin inside the segment, overruns included (83 inputs, 42
+/// outputs).
 int io_name_limit(io_direction direction);
 
 /// The value at `index`; 0 when `index` lies outside the segment.
@@ -23,8 +26,8 @@ std::int32_t io_value(const io_segment& segment, io_direction direction, int ind
 /// Stores `value` at `index`; does nothing when `index` lies outside the segment.
 void io_store_value(io_segment& segment, io_direction direction, int index, std::int32_t value);
 
-/// The bytes of name `index` up to its NUL or the segment's end; a view into the segment, valid while it is attached.
-/// Empty when `index` lies outside the segment.
+/// The bytes of name `index` up to its NUL or the segment's end; a view into the segment, valid
+/// while it is attached. Empty when `index` lies outside the segment.
 ///
 ///     io_name(*client.segment, io_direction::input, 0);  // "b1e"
 std::string_view io_name(const io_segment& segment, io_direction direction, int index);

@@ -1,4 +1,5 @@
-// quorin: the manual control panel of the ZK4 station, started by a simulator on its shared I/O segment.
+// quorin: the manual control panel of the ZK4 station, started by a simulator on its shared I/O
+// segment.
 #include <cstdlib>
 #include <iostream>
 #include <string>

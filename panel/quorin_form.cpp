@@ -15,13 +15,14 @@ struct child {
     shape kind;
     int x, y, w, h;
     const char* label;
-    int member = 0;            ///< Number in the class, from 1; 0 when it is not kept.
-    const char* name = label;  ///< For a kept one: the output that it drives, or the input that it shows.
+    int member = 0;  ///< Number in the class, from 1; 0 when it is not kept.
+    const char* name =
+        label;  ///< For a kept one: the output that it drives, or the input that it shows.
 };
 
-// In creation order, a later widget on top of an earlier one. Pixels from the window's top left. The frame is wider than
-// the window and starts above it, so that its right and top edges are clipped. The captions of the second and third
-// blockers carry two blanks.
+// In creation order, a later widget on top of an earlier one. Pixels from the window's top left.
+// The frame is wider than the window and starts above it, so that its right and top edges are
+// clipped. The captions of the second and third blockers carry two blanks.
 // clang-format off
 constexpr child children[] = {
     {shape::frame,       0,  -1, 1162, 191, nullptr},
@@ -101,7 +102,8 @@ constexpr child children[] = {
 static_assert(std::size(children) == 71);
 static_assert(std::ranges::count(children, shape::button, &child::kind) == 13);
 static_assert(std::ranges::count(children, shape::indicator, &child::kind) == 22);
-static_assert(std::ranges::count_if(children, [](const child& each) { return each.member != 0; }) == quorin_members);
+static_assert(std::ranges::count_if(children, [](const child& each) { return each.member != 0; }) ==
+              quorin_members);
 
 Fl_Button* make_button(const child& each) {
     auto* const button = new Fl_Button(each.x, each.y, each.w, each.h, each.label);

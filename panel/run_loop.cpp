@@ -19,9 +19,9 @@ void reset_outputs() { std::ranges::fill(etat_sorties, 0); }
 namespace {
 
 // In the order in which they are shown.
-constexpr const char* shown_inputs[] = {"b1e", "b1s", "b2e", "b2s", "b3e", "b3s",  "te",   "ts",
-                                        "vh",  "vb",  "ph",  "pb",  "pp",  "p1ok", "p2ok", "p3ok",
-                                        "init", "vide", "colle", "dc", "ac", "atu"};
+constexpr const char* shown_inputs[] = {
+    "b1e", "b1s", "b2e",  "b2s",  "b3e",  "b3s",  "te",   "ts",    "vh", "vb", "ph",
+    "pb",  "pp",  "p1ok", "p2ok", "p3ok", "init", "vide", "colle", "dc", "ac", "atu"};
 
 // In the order in which they are written.
 constexpr const char* driven_outputs[] = {"DEPOSE", "MTA",  "MT",   "ASPI", "RENT", "SORT", "DESV",
@@ -32,7 +32,8 @@ static_assert(std::size(driven_outputs) == std::size(etat_sorties));
 
 constexpr useconds_t pass_pause_us = 100'000;
 
-// ISO-8859-1, as simulators and users of the panel have always had it: the cedilla is the single byte E7.
+// ISO-8859-1, as simulators and users of the panel have always had it: the cedilla is the single
+// byte E7.
 constexpr char session_over[] = "terminaison re\xE7ue ...";
 
 quorin_class* show_form(int argc, char** argv) {

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
+#include <utility>
 
 namespace {
 
 struct accent {
     unsigned char byte;
-    char letter;
+    unsigned char letter;
 };
 
 constexpr accent iso_8859_1_accents[] = {

@@ -27,7 +27,8 @@ void fill_row(distance_row& row, const distance_row& above, char byte_of_a, cons
     std::int32_t left = row[0];
     for (std::size_t j = 1; j <= b.size(); ++j) {
         const std::int32_t replaced = above[j - 1] + (byte_of_a == b[j - 1] ? 0 : 1);
-        left = std::min(std::min(left, above[j]) + 1, replaced);
+        // What does not wait for `left` comes first: the processor works ahead on it.
+        left = std::min(left + 1, std::min(above[j] + 1, replaced));
         row[j] = left;
     }
 }

@@ -39,7 +39,7 @@ std::string climb_out_of(std::string_view path) {
 std::string way(const std::string& target, std::string_view rest_of_target,
                 std::string_view rest_of_directory) {
     if (rest_of_target == target && !target.starts_with('/')) return target;
-    const std::string climb = climb_out_of(rest_of_directory);
+    std::string climb = climb_out_of(rest_of_directory);
     if (rest_of_target.empty()) return climb;
     if (rest_of_directory.empty()) return std::string(rest_of_target);
     return (climb + "/").append(rest_of_target);
@@ -80,7 +80,7 @@ std::string supress_filename_extension(const std::string& path) {
 std::string my_current_directory() {
     char* const name = get_current_dir_name();
     if (!name) return {};
-    const std::string directory = name;
+    std::string directory = name;
     std::free(name);
     return directory;
 }
@@ -88,7 +88,7 @@ std::string my_current_directory() {
 std::string relative_directory_path(const std::string& target, const std::string& base) {
     const std::string directory = base.empty() ? my_current_directory() : base;
     std::cerr << "demarrage " << target << "|" << directory << std::endl;
-    const std::string result = traced_way(target, directory);
+    std::string result = traced_way(target, directory);
     std::cerr << "--> " << result << std::endl;
     return result;
 }

@@ -9,6 +9,11 @@ namespace {
 
 bool is_digit(char byte) { return byte >= '0' && byte <= '9'; }
 
+/// One digit at least, and nothing else.
+bool is_digits(std::string_view text) {
+    return !text.empty() && std::ranges::all_of(text, is_digit);
+}
+
 bool is_hexadecimal_digit(char byte) {
     return is_digit(byte) || (byte >= 'A' && byte <= 'F') || (byte >= 'a' && byte <= 'f');
 }
@@ -37,13 +42,10 @@ bool ends_as_name(std::string_view text) {
 
 }  // namespace
 
-int checkuint(const std::string& text) {
-    return !text.empty() && std::ranges::all_of(text, is_digit);
-}
+int checkuint(const std::string& text) { return is_digits(text); }
 
 int checkint(const std::string& text) {
-    const std::string_view digits = std::string_view(text).substr(text.starts_with('-') ? 1 : 0);
-    return !digits.empty() && std::ranges::all_of(digits, is_digit);
+    return is_digits(std::string_view(text).substr(text.starts_with('-') ? 1 : 0));
 }
 
 int checkdouble(const std::string& text, char separator) {

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 
 #include "strings/substring_editing.h"
@@ -12,14 +13,6 @@ namespace {
 
 constexpr int max_exact_precision = 18;  // 10 to the 18 still fits 63 bits, 1 before it included
 constexpr double two_to_the_63 = 9223372036854775808.0;
-
-/// `value` in decimal after `sign`, in one allocation at most.
-std::string signed_decimal(bool negative, unsigned long long value) {
-    char text[1 + std::numeric_limits<unsigned long long>::digits10 + 1];
-    text[0] = '-';
-    const auto written = std::to_chars(text + 1, std::end(text), value);
-    return {negative ? text : text + 1, written.ptr};
-}
 
 /// `value` truncated toward zero; the lowest integer where it does not fit, as the processor
 /// answers.
@@ -50,16 +43,14 @@ std::string huge_text(double magnitude, int precision) {
 
 }  // namespace
 
-std::string unslong2S(unsigned long value) { return signed_decimal(false, value); }
+// std::to_string writes integers alike in every locale, and the lowest one with its sign.
+std::string unslong2S(unsigned long value) { return std::to_string(value); }
 
-std::string unslonglong2S(unsigned long long value) { return signed_decimal(false, value); }
+std::string unslonglong2S(unsigned long long value) { return std::to_string(value); }
 
-std::string long2S(long value) { return longlong2S(value); }
+std::string long2S(long value) { return std::to_string(value); }
 
-std::string longlong2S(long long value) {
-    const auto bits = static_cast<unsigned long long>(value);
-    return signed_decimal(value < 0, value < 0 ? 0 - bits : bits);
-}
+std::string longlong2S(long long value) { return std::to_string(value); }
 
 std::string unslongbyS(unsigned long value) {
     char text[(std::numeric_limits<unsigned long>::digits + 2) / 3];

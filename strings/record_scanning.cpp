@@ -11,7 +11,10 @@ namespace {
 /// follows it. At `npos`: the whole text, and nothing. `after` may be `text` itself.
 std::string cut(const std::string& text, std::size_t position, std::string& after) {
     std::string before = text.substr(0, position);
-    after = position == std::string::npos ? std::string() : text.substr(position + 1);
+    if (position == std::string::npos)
+        after.clear();
+    else
+        after.assign(text, position + 1);
     return before;
 }
 
@@ -28,7 +31,7 @@ bool continues_word(char byte) {
            accented.find(byte) != std::string_view::npos;
 }
 
-/// Where the token that starts at `start` ends, in a text that goes on behind its first byte.
+/// Where the token that starts at `start` ends; it has one byte at least.
 std::size_t token_end(std::string_view text, std::size_t start, char separator) {
     bool (*belongs)(char) = nullptr;
     if (is_word_byte(text[start])) belongs = is_word_byte;
@@ -66,13 +69,12 @@ std::string last_record(const std::string& text, char separator, std::string& la
     return cut(text, text.rfind(separator), last);
 }
 
-std::string next_Stringtoken(std::string text, char separator, std::string* rest) {
+std::string next_Stringtoken(const std::string& text, char separator, std::string* rest) {
     std::size_t start = text.find_first_not_of(separator);
     if (start == std::string::npos) start = text.empty() ? 0 : text.size() - 1;
-    const std::size_t end =
-        start + 1 < text.size() ? token_end(text, start, separator) : text.size();
+    const std::size_t end = text.empty() ? 0 : token_end(text, start, separator);
     std::string token = text.substr(start, end - start);
-    *rest = text.erase(0, end);
+    rest->assign(text, end);
     return token;
 }
 

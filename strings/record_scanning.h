@@ -36,12 +36,12 @@ std::string last_record(const std::string& text, char separator, std::string& la
 /// Takes one token off the front of `text`, after any `separator`s, and leaves what follows it in
 /// `*rest`. A token is a run of word bytes (est_lc), or "-" with the digits and points after it, or
 /// one other byte; no separator stands in it. The last byte of `text` alone is a token whatever it
-/// is: three separators give one. "" gives "" and an empty rest. `rest` may point to the argument's
-/// own string; it may not be null.
+/// is: three separators give one. "" gives "" and an empty rest. `rest` may point to `text`
+/// itself; it may not be null.
 ///
 ///     std::string line = "  abc def";
 ///     next_Stringtoken(line, ' ', &line);  // "abc", and line is now " def"
-std::string next_Stringtoken(std::string text, char separator, std::string* rest);
+std::string next_Stringtoken(const std::string& text, char separator, std::string* rest);
 
 /// 1 when the first `token` in `text` is not followed by a letter or digit, else 0 (also when there
 /// is none). Only the first occurrence counts, and what stands before it does not. Letters are the

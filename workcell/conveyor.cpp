@@ -12,7 +12,8 @@ constexpr int um_per_step = belt_mm_per_s;  // Millimetres a second are micromet
 constexpr int base_um = base_mm * um_per_mm;
 constexpr int pitch_um = waiting_pitch_mm * um_per_mm;
 constexpr int belt_end_um = main_belt_mm * um_per_mm;
-constexpr int loading_um = (base_mm - waiting_belt_mm) * um_per_mm;  // A new base lies at the waiting belt's beginning.
+// A new base lies at the waiting belt's beginning.
+constexpr int loading_um = (base_mm - waiting_belt_mm) * um_per_mm;
 constexpr int nowhere_um = std::numeric_limits<int>::max();
 
 constexpr int stop_um(int zone) { return stop_mm[static_cast<std::size_t>(zone)] * um_per_mm; }
@@ -22,7 +23,8 @@ bool within_presence(int front_um, int zone) {
 }
 
 bool under_press(int front_um) {
-    return front_um > press_head_begin_mm * um_per_mm && front_um - base_um < press_head_end_mm * um_per_mm;
+    return front_um > press_head_begin_mm * um_per_mm &&
+           front_um - base_um < press_head_end_mm * um_per_mm;
 }
 
 }  // namespace
@@ -52,7 +54,8 @@ void conveyor::move_blockers(const std::array<bool, 3>& extend, incident_log& in
                                      incident::blocker_3_refused};
     for (int zone = 0; zone < 3; ++zone) {
         const auto i = static_cast<std::size_t>(zone);
-        const bool refused = extend[i] && blockers_[i].place_ms == blocker_touch_ms && base_above(zone);
+        const bool refused =
+            extend[i] && blockers_[i].place_ms == blocker_touch_ms && base_above(zone);
         incidents.watch(refusals[i], refused);
         if (!refused) blockers_[i].move(extend[i] ? 1 : -1);
     }
@@ -75,19 +78,24 @@ void conveyor::move_base(std::size_t index, const conveyor_step& now, incident_l
         moving.held = false;
         return;
     }
-    const int limit_um = waiting ? limit_on_waiting_belt(index, now.main_belt_runs) : limit_on_main_belt(index);
+    const int limit_um =
+        waiting ? limit_on_waiting_belt(index, now.main_belt_runs) : limit_on_main_belt(index);
     const int target_um = std::min(moving.front_um + um_per_step, limit_um);
     const bool moves = target_um > moving.front_um;
-    const bool refused = moves && !now.press_high && (under_press(moving.front_um) || under_press(target_um));
-    // A base that only settles against its blocker stays where the press caught it: nothing went wrong.
-    const bool settling = within_presence(moving.front_um, 2) && blocks(2) && moving.front_um <= stop_um(2);
+    const bool refused =
+        moves && !now.press_high && (under_press(moving.front_um) || under_press(target_um));
+    // A base that only settles against its blocker stays where the press caught it: nothing went
+    // wrong.
+    const bool settling =
+        within_presence(moving.front_um, 2) && blocks(2) && moving.front_um <= stop_um(2);
     const bool held = refused && !settling;
     if (held && !moving.held) incidents.add(incident::base_held);
     moving.held = held;
     if (moves && !refused) moving.front_um = target_um;
 }
 
-// From the end of the waiting belt a base steps over only when the whole of it will fit on the main belt.
+// From the end of the waiting belt a base steps over only when the whole of it will fit on the main
+// belt.
 int conveyor::limit_on_waiting_belt(std::size_t index, bool main_belt_runs) const {
     if (index == 0) return main_belt_runs ? nowhere_um : 0;
     const int leader_um = bases_[index - 1].front_um;

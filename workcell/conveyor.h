@@ -9,11 +9,12 @@
 
 namespace station {
 
-/// A base (support) on one of the belts. Lengths in micrometres: a belt moves 100 of them a millisecond.
+/// A base (support) on one of the belts. Lengths in micrometres: a belt moves 100 of them a
+/// millisecond.
 struct base {
-    int number;        ///< 1 for the first base of the run.
-    int front_um;      ///< Its leading edge; negative on the waiting belt.
-    int glue_ms = 0;   ///< How long glue was laid on it, at most `glue_ms`.
+    int number;       ///< 1 for the first base of the run.
+    int front_um;     ///< Its leading edge; negative on the waiting belt.
+    int glue_ms = 0;  ///< How long glue was laid on it, at most `glue_ms`.
     bool part = false;
     bool pressed = false;
     bool held = false;  ///< The press keeps it from moving, and an incident tells so.
@@ -62,7 +63,8 @@ private:
     void load(int front_mm);
 
     std::vector<base> bases_;  ///< The foremost first.
-    std::array<cylinder, 3> blockers_ = {{{blocker_stroke_ms}, {blocker_stroke_ms}, {blocker_stroke_ms}}};
+    std::array<cylinder, 3> blockers_ = {
+        {{blocker_stroke_ms}, {blocker_stroke_ms}, {blocker_stroke_ms}}};
     int stock_;
     int loader_ms_ = 0;
     int loaded_ = 0, good_ = 0, bad_ = 0, parts_left_ = 0;

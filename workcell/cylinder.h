@@ -1,4 +1,5 @@
-// A cylinder's rod, between its place at rest and the far end of its stroke, counted in milliseconds of travel.
+// A cylinder's rod, between its place at rest and the far end of its stroke, counted in
+// milliseconds of travel.
 #pragma once
 #include <algorithm>
 

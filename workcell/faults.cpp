@@ -18,19 +18,24 @@ std::optional<workcell_fault_kind> kind_named(std::string_view name) {
 // Why a text is no fault; empty when it is one.
 std::string objection(std::string_view text) {
     const std::size_t equals = text.find('=');
-    if (equals == std::string_view::npos) return "a fault is written NAME=KIND";
+    if (equals == std::string_view::npos)
+        return "une panne s'\xC3\xA9"
+               "crit NOM=PANNE";
     const std::string name(text.substr(0, equals)), kind_name(text.substr(equals + 1));
     const bool sensor = input_index(name) >= 0;
-    if (!sensor && output_index(name) < 0) return "the station has no sensor and no actuator named \"" + name + '"';
+    if (!sensor && output_index(name) < 0)
+        return "la station n'a ni capteur ni actionneur nomm\xC3\xA9 \"" + name + '"';
     const std::optional<workcell_fault_kind> kind = kind_named(kind_name);
     if (kind && fault_fits(name, *kind)) return "";
-    return name + (sensor ? " is a sensor: its faults are stuck0, stuck1, inverted"
-                          : " is an actuator: its only fault is dead");
+    return name + (sensor ? " est un capteur : ses pannes sont stuck0, stuck1, inverted"
+                          : " est un actionneur : sa seule panne est dead");
 }
 
 }  // namespace
 
-const char* fault_kind_name(workcell_fault_kind kind) { return kind_names[static_cast<std::size_t>(kind)]; }
+const char* fault_kind_name(workcell_fault_kind kind) {
+    return kind_names[static_cast<std::size_t>(kind)];
+}
 
 bool fault_fits(std::string_view name, workcell_fault_kind kind) {
     return (kind == workcell_fault_kind::dead ? output_index(name) : input_index(name)) >= 0;
@@ -43,5 +48,6 @@ std::optional<workcell_fault> parse_fault(std::string_view text, std::string& re
         return std::nullopt;
     }
     const std::size_t equals = text.find('=');
-    return workcell_fault{std::string(text.substr(0, equals)), *kind_named(text.substr(equals + 1))};
+    return workcell_fault{std::string(text.substr(0, equals)),
+                          *kind_named(text.substr(equals + 1))};
 }

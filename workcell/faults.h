@@ -22,9 +22,10 @@ const char* fault_kind_name(workcell_fault_kind kind);
 /// Whether the station has a sensor (or, for `dead`, an actuator) of that name.
 bool fault_fits(std::string_view name, workcell_fault_kind kind);
 
-/// Reads a fault written NAME=KIND, names and kinds exactly as listed. Returns nothing when it is none, with one
-/// line in `reason` that says why, without an end of line; leaves `reason` alone otherwise.
+/// Reads a fault written NAME=KIND, names and kinds exactly as listed. Returns nothing when it is
+/// none, with one line in `reason` that says why, in French (UTF-8) and without an end of line;
+/// leaves `reason` alone otherwise.
 ///
 ///     parse_fault("te=stuck0", reason);  // {"te", workcell_fault_kind::stuck0}
-///     parse_fault("te=dead", reason);    // nothing; "te=dead: te is a sensor: its faults are stuck0, stuck1, inverted"
+///     parse_fault("te", reason);         // nothing; "te: une panne s'écrit NOM=PANNE"
 std::optional<workcell_fault> parse_fault(std::string_view text, std::string& reason);

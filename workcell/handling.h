@@ -9,8 +9,8 @@ namespace station {
 
 /// The commands that act on the drawer and the cup in one step.
 struct handling_step {
-    int drawer;   ///< 1 out, -1 in, 0 stay
-    int cup;      ///< 1 down, -1 up, 0 stay
+    int drawer;  ///< 1 out, -1 in, 0 stay
+    int cup;     ///< 1 down, -1 up, 0 stay
     bool suction;
 };
 

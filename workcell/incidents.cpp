@@ -1,11 +1,13 @@
 #include "workcell/incidents.h"
 
+#include <iterator>
 #include <utility>
 
 namespace station {
 namespace {
 
 // In the order of the kinds.
+// clang-format off
 constexpr const char* texts[] = {
     "colle r\xC3\xA9pandue : pas de support en zone 1",
     "pi\xC3\xA8" "ce perdue : l\xC3\xA2" "ch\xC3\xA9" "e ailleurs que sur un support en zone 2",
@@ -17,6 +19,7 @@ constexpr const char* texts[] = {
     "bloqueur 2 arr\xC3\xAAt\xC3\xA9 : un support est au-dessus",
     "bloqueur 3 arr\xC3\xAAt\xC3\xA9 : un support est au-dessus",
 };
+// clang-format on
 static_assert(std::size(texts) == static_cast<std::size_t>(incident::count));
 
 }  // namespace

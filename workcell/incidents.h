@@ -5,7 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-/// One incident: when it happened, in simulated seconds, and what, in French (UTF-8, one line, never freed).
+/// One incident: when it happened, in simulated seconds, and what, in French (UTF-8, one line,
+/// never freed).
 struct workcell_incident {
     double time_s;
     const char* text;
@@ -14,8 +15,16 @@ struct workcell_incident {
 namespace station {
 
 enum class incident {
-    glue_spilled, part_lost, second_part, drawer_refused, press_stopped, base_held,
-    blocker_1_refused, blocker_2_refused, blocker_3_refused, count
+    glue_spilled,
+    part_lost,
+    second_part,
+    drawer_refused,
+    press_stopped,
+    base_held,
+    blocker_1_refused,
+    blocker_2_refused,
+    blocker_3_refused,
+    count
 };
 
 class incident_log {

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <type_traits>
 
-/// The number that `text` is from its first byte to its last; nothing for any other text, for one beyond the type's
-/// range, and for an infinity.
+/// The number that `text` is from its first byte to its last; nothing for any other text, for one
+/// beyond the type's range, and for an infinity.
 ///
 ///     whole_number<double>("0.5")       // 0.5
 ///     whole_number<std::int32_t>("5s")  // nothing

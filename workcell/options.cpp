@@ -21,11 +21,12 @@ struct misuse {
     std::string why;
 };
 
-double number_between(const std::string& option, const std::string& text, double least, double most) {
+double number_between(const std::string& option, const std::string& text, double least,
+                      double most) {
     const std::optional<double> value = whole_number<double>(text);
     if (!value || *value < least || *value > most) {
-        throw misuse{option + " " + text + ": un nombre de " + CLI::detail::to_string(least) + " à " +
-                     CLI::detail::to_string(most) + " est attendu"};
+        throw misuse{option + " " + text + ": un nombre de " + CLI::detail::to_string(least) +
+                     " à " + CLI::detail::to_string(most) + " est attendu"};
     }
     return *value;
 }
@@ -47,10 +48,12 @@ zk4sim_options understand(const raw_words& words) {
     options.panel = words.panel;
     options.no_panel = words.no_panel;
     options.speed = number_between("--speed", words.speed, 0.1, 100);
-    if (!words.duration.empty()) options.duration_s = number_between("--duration", words.duration, 0, longest_s);
+    if (!words.duration.empty())
+        options.duration_s = number_between("--duration", words.duration, 0, longest_s);
     if (!words.commander_timeout.empty()) {
         if (!words.no_panel) throw misuse{"--commander-timeout demande --no-panel"};
-        options.commander_timeout_s = number_between("--commander-timeout", words.commander_timeout, 0, longest_s);
+        options.commander_timeout_s =
+            number_between("--commander-timeout", words.commander_timeout, 0, longest_s);
     }
     if (words.no_panel && !words.panel.empty()) throw misuse{"--panel et --no-panel s'excluent"};
     const std::optional<std::uint64_t> seed = whole_number<std::uint64_t>(words.seed);
@@ -63,7 +66,8 @@ zk4sim_options understand(const raw_words& words) {
 void describe(CLI::App& app, raw_words& words) {
     app.set_help_flag("--help", "affiche cette aide");
     app.set_version_flag("--version", std::string(version, sizeof version - 2));
-    app.add_option("--panel", words.panel, "panneau à lancer (quorin, à côté de zk4sim ou sur le PATH)")
+    app.add_option("--panel", words.panel,
+                   "panneau à lancer (quorin, à côté de zk4sim ou sur le PATH)")
         ->type_name("PROGRAMME");
     app.add_flag("--no-panel", words.no_panel, "ne lance aucun panneau");
     app.add_option("--commander-timeout", words.commander_timeout,
@@ -72,14 +76,16 @@ void describe(CLI::App& app, raw_words& words) {
     app.add_flag("--headless", words.headless, "sans fenêtre");
     app.add_option("--speed", words.speed, "secondes simulées par seconde, de 0.1 à 100 (1)")
         ->type_name("X");
-    app.add_option("--duration", words.duration, "termine après S secondes simulées")->type_name("S");
+    app.add_option("--duration", words.duration, "termine après S secondes simulées")
+        ->type_name("S");
     app.add_option("--fault", words.faults,
                    "une panne dès le début, répétable: stuck0, stuck1, inverted (capteurs), "
                    "dead (actionneurs)")
         ->type_name("NOM=PANNE")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("--seed", words.seed, "choisit la place de la première base (0)")->type_name("N");
+    app.add_option("--seed", words.seed, "choisit la place de la première base (0)")
+        ->type_name("N");
 }
 
 }  // namespace

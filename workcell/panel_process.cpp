@@ -22,7 +22,8 @@ std::string default_panel() {
 void become(const std::string& program, const std::string& ident) {
     dup2(STDERR_FILENO, STDOUT_FILENO);
     for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGCHLD}) signal(number, SIG_DFL);
-    execlp(program.c_str(), program.c_str(), "-automemlink", ident.c_str(), static_cast<char*>(nullptr));
+    execlp(program.c_str(), program.c_str(), "-automemlink", ident.c_str(),
+           static_cast<char*>(nullptr));
 }
 
 }  // namespace
@@ -44,7 +45,8 @@ panel_process::panel_process(const std::string& program, int ident) {
     close(report[1]);
     int why = 0;
     ssize_t got;
-    while ((got = read(report[0], &why, sizeof why)) < 0 && errno == EINTR) {}
+    while ((got = read(report[0], &why, sizeof why)) < 0 && errno == EINTR) {
+    }
     close(report[0]);
     if (got != sizeof why) return;
     waitpid(pid_, nullptr, 0);
@@ -59,6 +61,7 @@ bool panel_process::ended() {
 
 std::string panel_process::bad_end() const {
     if (WIFSIGNALED(wait_status_)) return "signal " + std::to_string(WTERMSIG(wait_status_));
-    if (WEXITSTATUS(wait_status_) != 0) return "statut " + std::to_string(WEXITSTATUS(wait_status_));
+    if (WEXITSTATUS(wait_status_) != 0)
+        return "statut " + std::to_string(WEXITSTATUS(wait_status_));
     return "";
 }

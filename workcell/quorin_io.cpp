@@ -42,8 +42,10 @@ void pause_between_looks() { usleep(look_pause_us); }
 /// NAME=VALUE. A name may hold "=", a value may not.
 assignment read_assignment(const std::string& word) {
     const std::size_t equals = word.rfind('=');
-    if (equals == std::string::npos) throw failure{misunderstood, word + ": NOM=VALEUR est attendu"};
-    const std::optional<std::int32_t> value = whole_number<std::int32_t>(std::string_view(word).substr(equals + 1));
+    if (equals == std::string::npos)
+        throw failure{misunderstood, word + ": NOM=VALEUR est attendu"};
+    const std::optional<std::int32_t> value =
+        whole_number<std::int32_t>(std::string_view(word).substr(equals + 1));
     if (!value) throw failure{refused, word + ": la valeur n'est pas un entier de 32 bits"};
     return {word.substr(0, equals), *value};
 }
@@ -67,29 +69,35 @@ bool passed(steady::time_point since, double limit_s) {
     return std::chrono::duration<double>(steady::now() - since).count() >= limit_s;
 }
 
-/// What the link shows under a name: an input before an output, the last of those named alike, as the panel reads them.
-std::optional<std::int32_t> value_of(const std::vector<io_entry>& entries, const std::string& name) {
+/// What the link shows under a name: an input before an output, the last of those named alike, as
+/// the panel reads them.
+std::optional<std::int32_t> value_of(const std::vector<io_entry>& entries,
+                                     const std::string& name) {
     for (const io_direction direction : {io_direction::input, io_direction::output}) {
-        const auto found = std::find_if(entries.rbegin(), entries.rend(), [&](const io_entry& each) {
-            return each.direction == direction && each.name == name;
-        });
+        const auto found = std::find_if(
+            entries.rbegin(), entries.rend(),
+            [&](const io_entry& each) { return each.direction == direction && each.name == name; });
         if (found != entries.rend()) return found->value;
     }
     return std::nullopt;
 }
 
-void require(const std::vector<io_entry>& entries, io_direction direction, const std::string& name) {
-    const bool there = std::ranges::any_of(
-        entries, [&](const io_entry& each) { return each.direction == direction && each.name == name; });
+void require(const std::vector<io_entry>& entries, io_direction direction,
+             const std::string& name) {
+    const bool there = std::ranges::any_of(entries, [&](const io_entry& each) {
+        return each.direction == direction && each.name == name;
+    });
     if (!there) {
-        throw failure{refused, (direction == io_direction::input ? "entrée inconnue: " : "sortie inconnue: ") + name};
+        throw failure{
+            refused,
+            (direction == io_direction::input ? "entrée inconnue: " : "sortie inconnue: ") + name};
     }
 }
 
 int list(const segment_view& segment) {
     for (const io_entry& each : segment.entries()) {
-        std::cout << (each.direction == io_direction::input ? "entree" : "sortie") << '\t' << each.name << '\t'
-                  << each.value << '\n';
+        std::cout << (each.direction == io_direction::input ? "entree" : "sortie") << '\t'
+                  << each.name << '\t' << each.value << '\n';
     }
     return done;
 }
@@ -119,29 +127,34 @@ int set(segment_view& segment, const std::vector<std::string>& words) {
     return done;
 }
 
-int wait(const segment_view& segment, const std::vector<std::string>& words, std::optional<double> timeout_s) {
+int wait(const segment_view& segment, const std::vector<std::string>& words,
+         std::optional<double> timeout_s) {
     const std::vector<assignment> wanted = read_assignments(words);
-    for (const assignment& each : wanted) require(segment.entries(), io_direction::input, each.name);
+    for (const assignment& each : wanted)
+        require(segment.entries(), io_direction::input, each.name);
     for (const auto start = steady::now();;) {
         // The end is looked for first: values that still stand after it are nobody's.
         refuse_after_the_end(segment);
         const std::vector<io_entry> entries = segment.entries();
-        const bool all = std::ranges::all_of(
-            wanted, [&](const assignment& each) { return value_of(entries, each.name) == each.value; });
+        const bool all = std::ranges::all_of(wanted, [&](const assignment& each) {
+            return value_of(entries, each.name) == each.value;
+        });
         if (all) return done;
         if (timeout_s && passed(start, *timeout_s)) throw failure{time_over, "délai écoulé"};
         pause_between_looks();
     }
 }
 
-/// Also an interruption sets the output back to 0: it must not stay on because a script was stopped.
+/// Also an interruption sets the output back to 0: it must not stay on because a script was
+/// stopped.
 int pulse(segment_view& segment, const std::string& name, double length_s) {
     require(segment.entries(), io_direction::output, name);
     refuse_after_the_end(segment);
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) std::signal(number, note_interruption);
     const auto start = steady::now();
     segment.write_output(name, 1);
-    while (!passed(start, length_s) && !interrupted && !segment.session_over()) pause_between_looks();
+    while (!passed(start, length_s) && !interrupted && !segment.session_over())
+        pause_between_looks();
     segment.write_output(name, 0);
     refuse_after_the_end(segment);
     return done;
@@ -177,7 +190,8 @@ struct request {
 
 int read_ident(const std::string& text) {
     const std::optional<int> ident = whole_number<int>(text);
-    if (!ident) throw failure{misunderstood, text + ": l'identifiant d'un segment est un nombre entier"};
+    if (!ident)
+        throw failure{misunderstood, text + ": l'identifiant d'un segment est un nombre entier"};
     return *ident;
 }
 
@@ -185,7 +199,8 @@ int carry_out(const std::string& command, const request& asked) {
     const std::optional<double> timeout_s = read_seconds("--timeout", asked.timeout);
     const double pulse_s = read_seconds("--for", asked.pulse_length).value_or(0);
     const bool writes = command == "set" || command == "pulse";
-    segment_view segment(read_ident(asked.ident), writes ? segment_view::access::write : segment_view::access::read);
+    segment_view segment(read_ident(asked.ident),
+                         writes ? segment_view::access::write : segment_view::access::read);
     if (!segment.problem().empty()) throw failure{refused, segment.problem()};
     if (command == "list") return list(segment);
     if (command == "get") return get(segment, asked.words);
@@ -200,14 +215,21 @@ void describe(CLI::App& app, request& asked) {
     app.set_version_flag("--version", "quorin-io " QUORIN_VERSION);
     app.add_option("ident_mem", asked.ident, "identifiant du segment")->required();
     app.add_subcommand("list", "toutes les entrées et sorties: sens, nom, valeur");
-    app.add_subcommand("get", "des valeurs, une par ligne")->add_option("NOM", asked.words)->required();
-    app.add_subcommand("set", "écrit des sorties")->add_option("NOM=VALEUR", asked.words)->required();
-    CLI::App* const waiting = app.add_subcommand("wait", "attend que toutes ces entrées aient ces valeurs à la fois");
+    app.add_subcommand("get", "des valeurs, une par ligne")
+        ->add_option("NOM", asked.words)
+        ->required();
+    app.add_subcommand("set", "écrit des sorties")
+        ->add_option("NOM=VALEUR", asked.words)
+        ->required();
+    CLI::App* const waiting =
+        app.add_subcommand("wait", "attend que toutes ces entrées aient ces valeurs à la fois");
     waiting->add_option("NOM=VALEUR", asked.words)->required();
     waiting->add_option("--timeout", asked.timeout, "abandonne après S secondes")->type_name("S");
     CLI::App* const pulsing = app.add_subcommand("pulse", "met une sortie à 1, puis à 0");
     pulsing->add_option("NOM", asked.name)->required();
-    pulsing->add_option("--for", asked.pulse_length, std::string("durée en secondes (") + default_pulse_s + ")")
+    pulsing
+        ->add_option("--for", asked.pulse_length,
+                     std::string("durée en secondes (") + default_pulse_s + ")")
         ->type_name("S");
     app.add_subcommand("watch", "une ligne par changement, jusqu'à la fin de la session")
         ->add_option("NOM", asked.words);

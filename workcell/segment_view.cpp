@@ -42,7 +42,8 @@ segment_view::~segment_view() {
 bool segment_view::session_over() const { return inputs_clock(*segment_) < 0; }
 
 std::vector<io_entry> segment_view::entries() const {
-    constexpr int tries = 1000;  // A simulator publishes every 10 ms or so; one that never rests is taken as it is.
+    constexpr int tries =
+        1000;  // A simulator publishes every 10 ms or so; one that never rests is taken as it is.
     std::vector<io_entry> now = read_once();
     for (int i = 0; i < tries; ++i) {
         const std::int64_t clock = inputs_clock(*segment_);
@@ -61,10 +62,12 @@ std::vector<io_entry> segment_view::read_once() const {
     return all;
 }
 
-void segment_view::append(std::vector<io_entry>& to, io_direction direction, std::int32_t count) const {
+void segment_view::append(std::vector<io_entry>& to, io_direction direction,
+                          std::int32_t count) const {
     const int present = std::min(count, io_name_limit(direction));
     for (int i = 0; i < present; ++i) {
-        to.push_back({direction, std::string(io_name(*segment_, direction, i)), io_value(*segment_, direction, i)});
+        to.push_back({direction, std::string(io_name(*segment_, direction, i)),
+                      io_value(*segment_, direction, i)});
     }
 }
 

@@ -4,9 +4,9 @@
 
 #include "ioshare/io_server.h"
 
-/// A server of the station's names whose segment is marked for removal as soon as it exists: clients still attach by
-/// its identifier while someone holds it, and the system frees it when the last one lets go. Never on identifier 0,
-/// which clients refuse.
+/// A server of the station's names whose segment is marked for removal as soon as it exists:
+/// clients still attach by its identifier while someone holds it, and the system frees it when the
+/// last one lets go. Never on identifier 0, which clients refuse.
 IOsharemem_server make_station_server();
 
 /// Tells for how long a segment has had no client, by who is attached besides its own holders.

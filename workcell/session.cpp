@@ -29,8 +29,9 @@ constexpr unsigned long own_holders = 2;  // this process and its supervisor
 volatile std::sig_atomic_t asked_to_end = 0;
 volatile std::int64_t* served_clock = nullptr;
 
-/// A panel that was killed while it held the lock would keep this process waiting for it: the end of the session ends
-/// that wait, so the handler announces it at once. A child's end ends the session, too.
+/// A panel that was killed while it held the lock would keep this process waiting for it: the end
+/// of the session ends that wait, so the handler announces it at once. A child's end ends the
+/// session, too.
 void announce_end(int number) {
     if (number != SIGCHLD) asked_to_end = 1;
     if (served_clock) *served_clock = -1;
@@ -38,7 +39,7 @@ void announce_end(int number) {
 
 void handle_signals(IOsharemem_server& server) {
     served_clock = &server.segment->inputs_clock;
-    struct sigaction action{};
+    struct sigaction action {};
     action.sa_handler = announce_end;
     action.sa_flags = SA_NOCLDSTOP;
     for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGCHLD}) sigaction(number, &action, nullptr);
@@ -48,12 +49,14 @@ void handle_signals(IOsharemem_server& server) {
 /// The model on its segment, step by step.
 class station_server {
 public:
-    station_server(IOsharemem_server& server, const zk4sim_options& options) : server_(server), model_(options.seed) {
+    station_server(IOsharemem_server& server, const zk4sim_options& options)
+        : server_(server), model_(options.seed) {
         for (const workcell_fault& fault : options.faults) model_.add_fault(fault.name, fault.kind);
         publish();
     }
 
-    /// One step of the model: the commands as they stand (all 0 without a commander), then the sensors.
+    /// One step of the model: the commands as they stand (all 0 without a commander), then the
+    /// sensors.
     void step(bool commanded) {
         for (int i = 0; i < static_cast<int>(station_outputs.size()); ++i) {
             model_.set_command(i, commanded ? server_.output_value(i) : 0);
@@ -71,7 +74,8 @@ public:
 
     void print_summary() const {
         const workcell_state state = model_.state();
-        std::fprintf(stderr, "bilan: bonnes=%d mauvaises=%d incidents=%d\n", state.good, state.bad, state.incidents);
+        std::fprintf(stderr, "bilan: bonnes=%d mauvaises=%d incidents=%d\n", state.good, state.bad,
+                     state.incidents);
     }
 
 private:
@@ -95,7 +99,8 @@ private:
     long long steps_ = 0;
 };
 
-/// Keeps simulated time beside real time. After a stop of the whole process it does not catch up more than a second.
+/// Keeps simulated time beside real time. After a stop of the whole process it does not catch up
+/// more than a second.
 class pacer {
 public:
     explicit pacer(double speed) : speed_(speed), start_(steady::now()) {}
@@ -103,7 +108,9 @@ public:
     /// Whether the moment has come at which `simulated_s` seconds are over.
     bool due(double simulated_s) {
         const double behind_s = elapsed_s() - simulated_s / speed_;
-        if (behind_s > 1) start_ += std::chrono::duration_cast<steady::duration>(std::chrono::duration<double>(behind_s));
+        if (behind_s > 1)
+            start_ += std::chrono::duration_cast<steady::duration>(
+                std::chrono::duration<double>(behind_s));
         return behind_s >= 0;
     }
     /// Sleeps until then, one step at most, so that an end is noticed in time.
@@ -113,7 +120,9 @@ public:
     }
 
 private:
-    double elapsed_s() const { return std::chrono::duration<double>(steady::now() - start_).count(); }
+    double elapsed_s() const {
+        return std::chrono::duration<double>(steady::now() - start_).count();
+    }
     double speed_;
     steady::time_point start_;
 };
@@ -152,7 +161,8 @@ private:
     void run_until_end(station_server& station) {
         pacer pace(options_.speed);
         while (!over(station)) {
-            while (pace.due(station.simulated_s() + step_s) && !duration_over(station) && !asked_to_end) {
+            while (pace.due(station.simulated_s() + step_s) && !duration_over(station) &&
+                   !asked_to_end) {
                 station.step(commanded());
             }
             pace.sleep(station.simulated_s() + step_s);
@@ -188,7 +198,8 @@ private:
         if (now - last_look_ >= std::chrono::duration<double>(client_look_s)) {
             last_look_ = now;
             alone_ = clients_.seconds_alone() > *options_.commander_timeout_s;
-            if (alone_ && !said_alone_) said_alone_ = say("aucun client depuis trop longtemps: les commandes valent 0");
+            if (alone_ && !said_alone_)
+                said_alone_ = say("aucun client depuis trop longtemps: les commandes valent 0");
         }
         return !alone_;
     }

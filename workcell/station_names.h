@@ -1,5 +1,6 @@
-// The names of the station's inputs (its sensors, as the panel shows them) and outputs (its commands), in the order in
-// which they are served on the segment. Everything that needs a name or an index takes it from here.
+// The names of the station's inputs (its sensors, as the panel shows them) and outputs (its
+// commands), in the order in which they are served on the segment. Everything that needs a name or
+// an index takes it from here.
 #pragma once
 #include <array>
 #include <cstddef>
@@ -23,7 +24,8 @@ constexpr int station_index(const std::array<const char*, count>& names, std::st
     return -1;
 }
 
-/// The index of an input or an output by its exact name; -1 for a name that the station does not have.
+/// The index of an input or an output by its exact name; -1 for a name that the station does not
+/// have.
 ///
 ///     input_index("te")  // 6
 constexpr int input_index(std::string_view name) { return station_index(station_inputs, name); }

@@ -31,7 +31,8 @@ void remove_segments_of(pid_t creator) {
 
 bool read_whole(int from, std::int32_t& value) {
     ssize_t got;
-    while ((got = read(from, &value, sizeof value)) < 0) {}
+    while ((got = read(from, &value, sizeof value)) < 0) {
+    }
     return got == sizeof value;
 }
 
@@ -40,7 +41,8 @@ void end_session(io_segment* segment) {
     if (clock >= 0) clock = -1;
 }
 
-/// Holds nothing of the simulator's but the pipe: whoever reads the simulator's output must see its end.
+/// Holds nothing of the simulator's but the pipe: whoever reads the simulator's output must see its
+/// end.
 void let_go_of_everything_but(int descriptor) {
     const int nowhere = open("/dev/null", O_RDWR);
     for (int stream = 0; stream <= 2; ++stream) dup2(nowhere, stream);
@@ -89,8 +91,8 @@ supervisor::~supervisor() {
 
 bool supervisor::watch(std::int32_t ident) {
     std::int32_t answer = 0;
-    return send(pipe_, &ident, sizeof ident, MSG_NOSIGNAL) == sizeof ident && read_whole(pipe_, answer) &&
-           answer == ident;
+    return send(pipe_, &ident, sizeof ident, MSG_NOSIGNAL) == sizeof ident &&
+           read_whole(pipe_, answer) && answer == ident;
 }
 
 bool supervisor::gone() {

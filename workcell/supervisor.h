@@ -1,12 +1,14 @@
-// A small process beside the simulator, which ends the session should the simulator die without a word.
+// A small process beside the simulator, which ends the session should the simulator die without a
+// word.
 #pragma once
 #include <sys/types.h>
 
 #include <cstdint>
 
-/// Forked at once, before any segment exists, so that no moment is unwatched. It holds the segment too, and learns of
-/// the simulator's death by the end of a pipe: it then writes -1 into inputs_clock, and removes any segment that the
-/// simulator had made but not yet marked for removal. Signals of the terminal do not stop it.
+/// Forked at once, before any segment exists, so that no moment is unwatched. It holds the segment
+/// too, and learns of the simulator's death by the end of a pipe: it then writes -1 into
+/// inputs_clock, and removes any segment that the simulator had made but not yet marked for
+/// removal. Signals of the terminal do not stop it.
 class supervisor {
 public:
     /// Forks. Ends the process, with one line and status 1, when that fails.

@@ -12,7 +12,9 @@ constexpr std::int64_t ns_per_ms = 1'000'000;
 constexpr double longest_step_s = 3600;
 
 // Outputs by their names, as indices that the compiler looks up.
-consteval std::size_t at(std::string_view output) { return static_cast<std::size_t>(output_index(output)); }
+consteval std::size_t at(std::string_view output) {
+    return static_cast<std::size_t>(output_index(output));
+}
 
 // The generator's raw output is the same everywhere; a standard distribution's need not be.
 int first_front_mm(std::uint64_t seed) {
@@ -59,7 +61,8 @@ const std::array<workcell_model::sensor_row, station_inputs.size()> workcell_mod
 // clang-format on
 
 workcell_model::workcell_model(std::uint64_t seed, workcell_supplies supplies)
-    : belts_(first_front_mm(seed), std::max(supplies.bases, 0)), handling_(std::max(supplies.parts, 0)) {}
+    : belts_(first_front_mm(seed), std::max(supplies.bases, 0)),
+      handling_(std::max(supplies.parts, 0)) {}
 
 void workcell_model::step(double seconds) {
     if (!(seconds > 0)) return;
@@ -70,24 +73,26 @@ void workcell_model::step(double seconds) {
 }
 
 void workcell_model::set_command(int index, std::int32_t value) {
-    if (index >= 0 && index < static_cast<int>(commands_.size())) commands_[static_cast<std::size_t>(index)] = value;
+    if (index >= 0 && index < static_cast<int>(commands_.size()))
+        commands_[static_cast<std::size_t>(index)] = value;
 }
 
-// The emergency stop cuts every command but the suction, which stays as it was: the vacuum holds, no part falls.
 void workcell_model::latch_commands() {
-    const bool suction = acting_[at("ASPI")];
     for (std::size_t i = 0; i < acting_.size(); ++i)
         acting_[i] = commands_[i] == 1 && !actuator_faults_[i] && !atu_;
-    if (atu_) acting_[at("ASPI")] = suction;
 }
 
-// Under the emergency stop nothing moves and none of the station's times runs, the springs and the press's timer included.
+// Under the emergency stop nothing moves and none of the station's times runs: the springs, the
+// vacuum and the press's timer are as they were.
 void workcell_model::step_ms() {
     ++incidents_.now_ms;
     if (atu_) return;
-    const auto direction = [this](std::size_t forth, std::size_t back) { return acting_[forth] - acting_[back]; };
-    handling_.step({direction(at("SORT"), at("RENT")), direction(at("DESV"), at("MONV")), acting_[at("ASPI")]}, belts_,
-                   incidents_);
+    const auto direction = [this](std::size_t forth, std::size_t back) {
+        return acting_[forth] - acting_[back];
+    };
+    handling_.step(
+        {direction(at("SORT"), at("RENT")), direction(at("DESV"), at("MONV")), acting_[at("ASPI")]},
+        belts_, incidents_);
     press_.step(direction(at("DESP"), at("MONP")), belts_, incidents_);
     belts_.step({acting_[at("MTA")],
                  acting_[at("MT")],
@@ -107,8 +112,9 @@ void workcell_model::dispense() {
 bool workcell_model::at_rest() const {
     const auto retracted = [](const station::cylinder& blocker) { return blocker.at_rest(); };
     return handling_.drawer().at_rest() && handling_.cup().at_rest() && press_.rod().at_rest() &&
-           std::ranges::all_of(belts_.blockers(), retracted) && !handling_.suction() && !handling_.part_in_cup() &&
-           !acting_[at("DEPOSE")] && !acting_[at("MTA")] && !acting_[at("MT")];
+           std::ranges::all_of(belts_.blockers(), retracted) && !handling_.suction() &&
+           !handling_.part_in_cup() && !acting_[at("DEPOSE")] && !acting_[at("MTA")] &&
+           !acting_[at("MT")];
 }
 
 int workcell_model::sensor(int index) const {
@@ -120,8 +126,10 @@ int workcell_model::sensor(int index) const {
 }
 
 std::optional<workcell_fault_kind>* workcell_model::fault_of(std::string_view name) {
-    if (const int input = input_index(name); input >= 0) return &sensor_faults_[static_cast<std::size_t>(input)];
-    if (const int output = output_index(name); output >= 0) return &actuator_faults_[static_cast<std::size_t>(output)];
+    if (const int input = input_index(name); input >= 0)
+        return &sensor_faults_[static_cast<std::size_t>(input)];
+    if (const int output = output_index(name); output >= 0)
+        return &actuator_faults_[static_cast<std::size_t>(output)];
     return nullptr;
 }
 
@@ -165,7 +173,8 @@ workcell_state workcell_model::state() const {
     now.part_in_drawer = handling_.part_in_drawer();
     now.part_in_cup = handling_.part_in_cup();
     for (const base& each : belts_.bases())
-        now.bases.push_back({each.number, mm(each.front_um), each.glued(), each.part, each.pressed});
+        now.bases.push_back(
+            {each.number, mm(each.front_um), each.glued(), each.part, each.pressed});
     now.bases_in_stock = belts_.stock();
     now.parts_in_magazine = handling_.magazine();
     now.parts_lost = handling_.lost();

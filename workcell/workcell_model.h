@@ -1,8 +1,10 @@
-// The ZK4 station as a deterministic physical model: belts, blockers, dispenser, drawer, suction cup and press.
+// The ZK4 station as a deterministic physical model: belts, blockers, dispenser, drawer, suction
+// cup and press.
 //
-// The model has no clock, no window and no input or output of its own: `step` advances it. The same seed, commands,
-// faults and steps give the same history, bit for bit, on any machine: it counts in whole micrometres and
-// milliseconds. Nothing throws, save for memory. docs/workcell.md describes the station.
+// The model has no clock, no window and no input or output of its own: `step` advances it. The same
+// seed, commands, faults and steps give the same history, bit for bit, on any machine: it counts in
+// whole micrometres and milliseconds. Nothing throws, save for memory. docs/workcell.md describes
+// the station.
 #pragma once
 #include <array>
 #include <cstdint>
@@ -26,7 +28,8 @@ struct workcell_supplies {
 /// A base as a drawing needs it.
 struct workcell_base {
     int number;       ///< 1 for the first of the run; never used again.
-    double front_mm;  ///< Leading edge: -400 to 0 on the waiting belt, 0 to 1280 on the main belt and over its end.
+    double front_mm;  ///< Leading edge: -400 to 0 on the waiting belt, 0 to 1280 on the main belt
+                      ///< and over its end.
     bool glued, part, pressed;
 };
 
@@ -48,29 +51,32 @@ struct workcell_state {
 
 class workcell_model {
 public:
-    /// A station at its start: at rest, every command off, no fault, one base on the waiting belt, at a place that
-    /// the seed alone chooses. Supplies below 0 count as 0; with no base at all, the belt starts empty.
+    /// A station at its start: at rest, every command off, no fault, one base on the waiting belt,
+    /// at a place that the seed alone chooses. Supplies below 0 count as 0; with no base at all,
+    /// the belt starts empty.
     explicit workcell_model(std::uint64_t seed, workcell_supplies supplies = {});
 
-    /// Advances by `seconds`, rounded to the nearest nanosecond, in whole milliseconds: what is left over counts with
-    /// the next call, so that ten steps of 0.001 are one of 0.010. At most an hour (3600 s) at a time; nothing happens
-    /// for 0, a negative number or what is no number.
+    /// Advances by `seconds`, rounded to the nearest nanosecond, in whole milliseconds: what is
+    /// left over counts with the next call, so that ten steps of 0.001 are one of 0.010. At most an
+    /// hour (3600 s) at a time; nothing happens for 0, a negative number or what is no number.
     void step(double seconds);
 
-    /// Sets the command at `index` in `station_outputs`: on for exactly 1, off for any other value. It acts from the
-    /// next step on. Does nothing for an index that does not exist.
+    /// Sets the command at `index` in `station_outputs`: on for exactly 1, off for any other value.
+    /// It acts from the next step on. Does nothing for an index that does not exist.
     void set_command(int index, std::int32_t value);
 
-    /// The desk: start and stop cycle (1 while held) and the emergency stop, which acts from the next step on.
+    /// The desk: start and stop cycle (1 while held) and the emergency stop, which acts from the
+    /// next step on.
     void set_dc(bool pushed) { dc_ = pushed; }
     void set_ac(bool pushed) { ac_ = pushed; }
     void set_atu(bool latched) { atu_ = latched; }
 
-    /// The sensor at `index` in `station_inputs`, as the panel sees it, its fault included: 1 or 0. 0 for an index that
-    /// does not exist.
+    /// The sensor at `index` in `station_inputs`, as the panel sees it, its fault included: 1 or 0.
+    /// 0 for an index that does not exist.
     int sensor(int index) const;
 
-    /// Sets a fault in the place of any that the name had. False, and nothing done, where `fault_fits` says no.
+    /// Sets a fault in the place of any that the name had. False, and nothing done, where
+    /// `fault_fits` says no.
     bool add_fault(std::string_view name, workcell_fault_kind kind);
     /// Ends the fault of that name. False when it had none.
     bool remove_fault(std::string_view name);
@@ -93,7 +99,8 @@ private:
     std::optional<workcell_fault_kind>* fault_of(std::string_view name);
 
     std::array<std::int32_t, station_outputs.size()> commands_{};
-    std::array<bool, station_outputs.size()> acting_{};  ///< The commands that have an effect in this step.
+    std::array<bool, station_outputs.size()>
+        acting_{};  ///< The commands that have an effect in this step.
     std::array<std::optional<workcell_fault_kind>, station_inputs.size()> sensor_faults_{};
     std::array<std::optional<workcell_fault_kind>, station_outputs.size()> actuator_faults_{};
     bool dc_ = false, ac_ = false, atu_ = false;

@@ -12,8 +12,9 @@ int main(int argc, char** argv) {
         (request.status == 0 ? std::cout : std::cerr) << request.words;
         return request.status;
     }
-    const std::string problem = link_capacity_problem({station_inputs.begin(), station_inputs.end()},
-                                                      {station_outputs.begin(), station_outputs.end()});
+    const std::string problem =
+        link_capacity_problem({station_inputs.begin(), station_inputs.end()},
+                              {station_outputs.begin(), station_outputs.end()});
     if (!problem.empty()) {
         std::cerr << "zk4sim: " << problem << "\n";
         return 1;

@@ -1,4 +1,5 @@
-// quorin's command line: every accepted form, every refusal, byte for byte. None of these opens a window.
+// quorin's command line: every accepted form, every refusal, byte for byte. None of these opens a
+// window.
 #include "tests/ioshare/test_segment.h"
 
 namespace {
@@ -27,8 +28,9 @@ const std::string usage_error =
 const std::string zero_refused = "IOshare: erreur sur partage memoire\nident_mem ==0 !\n\n";
 
 std::string not_attached(const std::string& ident) {
-    return "ident_mem=" + ident + "\nIOshare: erreur sur partage memoire\nshmat() client refuse pour ident mem=" +
-           ident + "\n\n";
+    return "ident_mem=" + ident +
+           "\nIOshare: erreur sur partage memoire\nshmat() client refuse pour ident mem=" + ident +
+           "\n\n";
 }
 
 class QuorinCommandLine : public testing::Test {
@@ -36,7 +38,11 @@ class QuorinCommandLine : public testing::Test {
 };
 
 TEST_F(QuorinCommandLine, AcceptsItsTwoFormsAndRefusesTheRest) {
-    const struct { std::vector<std::string> arguments; int status; std::string out, err; } rows[] = {
+    const struct {
+        std::vector<std::string> arguments;
+        int status;
+        std::string out, err;
+    } rows[] = {
         {{}, 1, "", usage_error},
         {{"-h"}, 0, help, ""},
         {{"-h", "x", "y"}, 0, help, ""},
@@ -76,8 +82,10 @@ TEST_F(QuorinCommandLine, SomeoneElsesSegmentIsRefused) {
     if (geteuid() != 0) GTEST_SKIP() << "only root may become another user";
     raw_segment mine;
     const std::string ident = std::to_string(mine.ident);
-    const outcome end = run_program({"setpriv", "--reuid=65534", "--clear-groups", built("quorin"), "-automemlink", ident});
-    if (end.err.find("setpriv") == 0 || end.status == 127) GTEST_SKIP() << "the build is not readable by another user";
+    const outcome end = run_program(
+        {"setpriv", "--reuid=65534", "--clear-groups", built("quorin"), "-automemlink", ident});
+    if (end.err.find("setpriv") == 0 || end.status == 127)
+        GTEST_SKIP() << "the build is not readable by another user";
     EXPECT_EQ(end.status, 1);
     EXPECT_EQ(end.err, not_attached(ident));
 }
@@ -85,7 +93,8 @@ TEST_F(QuorinCommandLine, SomeoneElsesSegmentIsRefused) {
 TEST_F(QuorinCommandLine, WithoutADisplayItSaysSoInOneLine) {
     test_server server;
     const std::string ident = std::to_string(server->memory_ident());
-    const outcome end = run_program({"env", "-u", "DISPLAY", built("quorin"), "-automemlink", ident});
+    const outcome end =
+        run_program({"env", "-u", "DISPLAY", built("quorin"), "-automemlink", ident});
     EXPECT_EQ(end.status, 1);
     EXPECT_EQ(end.out, "");
     EXPECT_EQ(end.err, "ident_mem=" + ident + "\nCan't open display: \n");

@@ -1,5 +1,5 @@
-// kill -9 of each process of a session, and of two at once, at a hundred random moments each: nobody hangs, whoever is
-// left knows within a second, and no segment or process stays behind.
+// kill -9 of each process of a session, and of two at once, at a hundred random moments each:
+// nobody hangs, whoever is left knows within a second, and no segment or process stays behind.
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/shm.h>
@@ -17,7 +17,9 @@ namespace {
 
 constexpr int kills = 100;
 
-void sleep_ms(double ms) { std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(ms)); }
+void sleep_ms(double ms) {
+    std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(ms));
+}
 
 /// A view of a running station's segment, so that the test sees the end of the session.
 class attached {
@@ -48,7 +50,9 @@ private:
 class KillDashNine : public testing::Test {
 protected:
     /// A moment after the start: half of them within the start-up itself.
-    double random_ms() { return static_cast<double>(random() % 1000) / 1000 * (random() % 2 ? 60 : 300); }
+    double random_ms() {
+        return static_cast<double>(random() % 1000) / 1000 * (random() % 2 ? 60 : 300);
+    }
 
     std::unique_ptr<program> new_station() {
         return std::make_unique<program>(
@@ -71,7 +75,8 @@ protected:
     }
 
     void expect_nothing_left() {
-        wait_until([] { return leftovers::processes().empty() && leftovers::segments().empty(); }, seconds(3));
+        wait_until([] { return leftovers::processes().empty() && leftovers::segments().empty(); },
+                   seconds(3));
         EXPECT_EQ(leftovers::processes(), std::set<pid_t>());
         EXPECT_EQ(leftovers::segments(), std::set<int>());
     }
@@ -95,7 +100,8 @@ TEST_F(KillDashNine, OfThePanelEndsTheStation) {
         SCOPED_TRACE(i);
         auto station = new_station();
         pid_t panel = 0;
-        ASSERT_TRUE(wait_until([&] { return (panel = child_named(station->id(), "quorin")) != 0; }));
+        ASSERT_TRUE(
+            wait_until([&] { return (panel = child_named(station->id(), "quorin")) != 0; }));
         {
             attached segment(station->out());
             segment.command_everything();
@@ -123,7 +129,8 @@ TEST_F(KillDashNine, OfTheSimulatorEndsTheSessionForThePanel) {
             station->signal(SIGKILL);
             EXPECT_TRUE(wait_until([&] { return segment.session_over(); }, seconds(1)));
         }
-        EXPECT_TRUE(all_end_when_messages_are_dismissed()) << "the panel must say that the session is over";
+        EXPECT_TRUE(all_end_when_messages_are_dismissed())
+            << "the panel must say that the session is over";
         EXPECT_EQ(station->wait(), 128 + SIGKILL);
         expect_nothing_left();
     }
@@ -135,7 +142,8 @@ TEST_F(KillDashNine, OfTheSupervisorMakesTheStationEndTheSession) {
         SCOPED_TRACE(i);
         auto station = new_station();
         pid_t supervisor = 0;
-        ASSERT_TRUE(wait_until([&] { return (supervisor = child_named(station->id(), "zk4sim-garde")) != 0; }));
+        ASSERT_TRUE(wait_until(
+            [&] { return (supervisor = child_named(station->id(), "zk4sim-garde")) != 0; }));
         sleep_ms(random_ms());
         const attached segment(station->out());
         ::kill(supervisor, SIGKILL);
@@ -153,7 +161,8 @@ TEST_F(KillDashNine, OfBothProgramsLeavesNothing) {
         SCOPED_TRACE(i);
         auto station = new_station();
         pid_t panel = 0;
-        ASSERT_TRUE(wait_until([&] { return (panel = child_named(station->id(), "quorin")) != 0; }));
+        ASSERT_TRUE(
+            wait_until([&] { return (panel = child_named(station->id(), "quorin")) != 0; }));
         sleep_ms(random_ms());
         const bool station_first = random() % 2;
         ::kill(station_first ? station->id() : panel, SIGKILL);

@@ -1,6 +1,7 @@
-// quorin on a real display: what its pixels show of the inputs, what its buttons write to the segment, how it ends.
+// quorin on a real display: what its pixels show of the inputs, what its buttons write to the
+// segment, how it ends.
 #include <algorithm>
-#include <map>
+#include <cstdlib>
 #include <memory>
 #include <thread>
 
@@ -15,16 +16,18 @@ struct point {
 };
 
 const std::vector<point> indicators = {
-    {"b1e", 767, 74},   {"b1s", 940, 74},   {"b2e", 767, 104},  {"b2s", 940, 104}, {"b3e", 767, 134},
-    {"b3s", 940, 134},  {"te", 395, 14},    {"ts", 395, 44},    {"vh", 395, 104},  {"vb", 395, 74},
-    {"ph", 767, 44},    {"pb", 767, 14},    {"pp", 14, 134},    {"p1ok", 571, 164}, {"p2ok", 767, 164},
-    {"p3ok", 940, 164}, {"init", 14, 164},  {"vide", 395, 134}, {"colle", 14, 104}, {"dc", 214, 164},
-    {"ac", 395, 164},   {"atu", 940, 14}};
+    {"b1e", 767, 74},  {"b1s", 940, 74},   {"b2e", 767, 104},  {"b2s", 940, 104},
+    {"b3e", 767, 134}, {"b3s", 940, 134},  {"te", 395, 14},    {"ts", 395, 44},
+    {"vh", 395, 104},  {"vb", 395, 74},    {"ph", 767, 44},    {"pb", 767, 14},
+    {"pp", 14, 134},   {"p1ok", 571, 164}, {"p2ok", 767, 164}, {"p3ok", 940, 164},
+    {"init", 14, 164}, {"vide", 395, 134}, {"colle", 14, 104}, {"dc", 214, 164},
+    {"ac", 395, 164},  {"atu", 940, 14}};
 
-const std::vector<point> buttons = {
-    {"DEPOSE", 45, 80}, {"MTA", 45, 20},   {"MT", 45, 50},    {"ASPI", 240, 140}, {"RENT", 240, 20},
-    {"SORT", 240, 50},  {"DESV", 240, 80}, {"MONV", 240, 110}, {"DESP", 597, 20}, {"MONP", 597, 50},
-    {"BZ1", 597, 80},   {"BZ2", 597, 110}, {"BZ3", 597, 140}};
+const std::vector<point> buttons = {{"DEPOSE", 45, 80}, {"MTA", 45, 20},    {"MT", 45, 50},
+                                    {"ASPI", 240, 140}, {"RENT", 240, 20},  {"SORT", 240, 50},
+                                    {"DESV", 240, 80},  {"MONV", 240, 110}, {"DESP", 597, 20},
+                                    {"MONP", 597, 50},  {"BZ1", 597, 80},   {"BZ2", 597, 110},
+                                    {"BZ3", 597, 140}};
 
 constexpr std::uint32_t red = 0xFF0000, blue = 0x0000FF, untouched = 0xC0C0C0;
 
@@ -38,17 +41,16 @@ std::list<std::string> names_of(const std::vector<point>& points) {
 class PanelOnDisplay : public testing::Test {
 protected:
     void start(const std::list<std::string>& inputs = names_of(indicators),
-               const std::list<std::string>& outputs = names_of(buttons),
-               const std::vector<std::string>& more_arguments = {}, std::uint32_t background = untouched) {
+               const std::list<std::string>& outputs = names_of(buttons)) {
         server = std::make_unique<test_server>(inputs, outputs);
         const std::string ident = std::to_string((*server)->memory_ident());
         report = "ident_mem=" + ident + "\n";
-        std::vector<std::string> command = {built("quorin"), "-automemlink", ident};
-        command.insert(command.end(), more_arguments.begin(), more_arguments.end());
-        panel = std::make_unique<program>(command);
+        panel = std::make_unique<program>(
+            std::vector<std::string>{built("quorin"), "-automemlink", ident});
         window = display.wait_for_window("quorin");
         ASSERT_NE(window, 0u);
-        ASSERT_TRUE(wait_until([&] { return display.pixel(window, indicators[0].x, indicators[0].y) == background; }));
+        ASSERT_TRUE(wait_until(
+            [&] { return display.pixel(window, indicators[0].x, indicators[0].y) == untouched; }));
     }
 
     IOsharemem_server& link() { return *server->operator->(); }
@@ -67,7 +69,6 @@ protected:
         return wait_until([&] { return outputs() == expected; }, limit);
     }
 
-    /// The segment as it would be, were only the outputs written.
     void expect_ended_quietly() {
         EXPECT_EQ(panel->wait(), 0);
         EXPECT_EQ(panel->out(), "");
@@ -96,7 +97,8 @@ TEST_F(PanelOnDisplay, IndicatorsKeepTheToolkitsColourUntilAPublication) {
     start();
     for (int i = 0; i < 22; ++i) link().setreset_input(i, 1);
     std::this_thread::sleep_for(std::chrono::milliseconds(400));
-    for (const point& each : indicators) EXPECT_EQ(display.pixel(window, each.x, each.y), untouched) << each.name;
+    for (const point& each : indicators)
+        EXPECT_EQ(display.pixel(window, each.x, each.y), untouched) << each.name;
 }
 
 TEST_F(PanelOnDisplay, EachIndicatorIsRedForOneAndBlueForAnythingElse) {
@@ -104,7 +106,8 @@ TEST_F(PanelOnDisplay, EachIndicatorIsRedForOneAndBlueForAnythingElse) {
     for (const int value : {1, 0, 2, -1, INT32_MAX}) {
         for (int i = 0; i < 22; ++i) link().setreset_input(i, value);
         link().inputs_go();
-        for (const point& each : indicators) EXPECT_TRUE(shows(each, value == 1 ? red : blue)) << each.name << value;
+        for (const point& each : indicators)
+            EXPECT_TRUE(shows(each, value == 1 ? red : blue)) << each.name << value;
     }
 }
 
@@ -155,7 +158,8 @@ TEST_F(PanelOnDisplay, EachButtonTogglesItsOutputWithEveryMouseButton) {
         for (const unsigned mouse_button : {1u, 2u, 3u}) {
             display.click(window, buttons[i].x, buttons[i].y, mouse_button);
             expected[i] = !expected[i];
-            ASSERT_TRUE(outputs_become(expected)) << buttons[i].name << " by mouse button " << mouse_button;
+            ASSERT_TRUE(outputs_become(expected))
+                << buttons[i].name << " by mouse button " << mouse_button;
         }
     }
     EXPECT_EQ(outputs(), std::vector<int>(13, 1));
@@ -166,8 +170,9 @@ TEST_F(PanelOnDisplay, AllThirteenOutputsAreDrivenFromTheKeyboard) {
     start();
     display.give_focus(window);
     // The focus begins on the first button made, and Tab follows the order in which they were made.
-    const std::vector<std::string> tab_order = {"RENT", "SORT", "DESP", "MONP", "DESV", "MONV",   "BZ1",
-                                                "ASPI", "MTA",  "MT",   "DEPOSE", "BZ2", "BZ3"};
+    const std::vector<std::string> tab_order = {"RENT",   "SORT", "DESP", "MONP", "DESV",
+                                                "MONV",   "BZ1",  "ASPI", "MTA",  "MT",
+                                                "DEPOSE", "BZ2",  "BZ3"};
     std::vector<int> expected(13, 0);
     for (const std::string& name : tab_order) {
         const auto found = std::ranges::find(buttons, name, &point::name);
@@ -198,10 +203,14 @@ TEST_F(PanelOnDisplay, ClosingTheWindowEndsItSilently) {
 }
 
 TEST_F(PanelOnDisplay, TheEndOfTheSessionIsSaidUntilTheUserDismissesIt) {
-    const struct { const char* how; std::function<void(x_window)> dismiss; } rows[] = {
+    const struct {
+        const char* how;
+        std::function<void(x_window)> dismiss;
+    } rows[] = {
         {"Return", [&](x_window) { display.key(XK_Return); }},
         {"Escape", [&](x_window) { display.key(XK_Escape); }},
-        {"its button", [&](x_window message) {
+        {"its button",
+         [&](x_window message) {
              const screen::place at = display.area(message);
              display.click(message, at.w - 40, at.h - 22);
          }},
@@ -211,7 +220,8 @@ TEST_F(PanelOnDisplay, TheEndOfTheSessionIsSaidUntilTheUserDismissesIt) {
         SCOPED_TRACE(how);
         start();
         link().sharing_terminate();
-        ASSERT_TRUE(display.wait_for_windows(2, seconds(1))) << "the message must come within a second";
+        ASSERT_TRUE(display.wait_for_windows(2, seconds(1)))
+            << "the message must come within a second";
         const x_window message = display.windows().back();
         ASSERT_TRUE(wait_until([&] { return display.pixel(message, 5, 5) == untouched; }));
         display.give_focus(message);
@@ -242,7 +252,13 @@ TEST_F(PanelOnDisplay, AWindowClosedAfterTheSessionEndedStillSaysSo) {
 }
 
 TEST_F(PanelOnDisplay, TakesTheToolkitsOptionsFromItsCommandLine) {
-    start(names_of(indicators), names_of(buttons), {"-bg", "#00ff00"}, 0x00FF00);
+    test_server other;
+    program elsewhere({"env", "-u", "DISPLAY", built("quorin"), "-automemlink",
+                       std::to_string(other->memory_ident()), "-display", std::getenv("DISPLAY")});
+    const x_window shown = display.wait_for_window("quorin");
+    ASSERT_NE(shown, 0u);
+    display.close(shown);
+    EXPECT_EQ(elsewhere.wait(), 0);
 }
 
 }  // namespace

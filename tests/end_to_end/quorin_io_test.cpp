@@ -1,4 +1,5 @@
-// quorin-io against a segment of the test's own: what it prints, writes, waits for, and its statuses.
+// quorin-io against a segment of the test's own: what it prints, writes, waits for, and its
+// statuses.
 #include <signal.h>
 
 #include <thread>
@@ -32,9 +33,10 @@ TEST_F(QuorinIo, ListsEveryInputAndOutput) {
     const outcome end = io({"list"});
     EXPECT_EQ(end.status, 0);
     EXPECT_EQ(end.err, "");
-    EXPECT_EQ(end.out,
-              "entree\tte\t0\nentree\tts\t-2147483648\nentree\tte\t0\nentree\tx=y\t0\nentree\tboth\t0\n"
-              "sortie\tRENT\t1\nsortie\tSORT\t0\nsortie\tRENT\t0\nsortie\tboth\t0\nsortie\to=p\t0\n");
+    EXPECT_EQ(
+        end.out,
+        "entree\tte\t0\nentree\tts\t-2147483648\nentree\tte\t0\nentree\tx=y\t0\nentree\tboth\t0\n"
+        "sortie\tRENT\t1\nsortie\tSORT\t0\nsortie\tRENT\t0\nsortie\tboth\t0\nsortie\to=p\t0\n");
 }
 
 TEST_F(QuorinIo, GetsValuesOneALineTheLastOfThoseNamedAlikeAndAnInputFirst) {
@@ -60,11 +62,22 @@ TEST_F(QuorinIo, SetsEveryOutputOfTheNameAndNothingElse) {
 
 TEST_F(QuorinIo, RefusesBadNamesAndValuesAndWritesNothing) {
     const std::string before = bytes_at(server.bytes(), 0, 4561);
-    const std::vector<std::vector<std::string>> rows = {
-        {"get", "nothing"}, {"get", "te", "TE"}, {"set", "te=1"}, {"set", "RENT=1", "nothing=1"},
-        {"set", "RENT=1", "SORT=1.5"}, {"set", "RENT=2147483648"}, {"set", "RENT=-2147483649"}, {"set", "RENT="},
-        {"set", "RENT=0x1"}, {"set", "RENT=+1"}, {"set", "RENT= 1"}, {"wait", "RENT=1"}, {"wait", "te=high"},
-        {"pulse", "te"}, {"pulse", "nothing"}, {"watch", "nothing"}};
+    const std::vector<std::vector<std::string>> rows = {{"get", "nothing"},
+                                                        {"get", "te", "TE"},
+                                                        {"set", "te=1"},
+                                                        {"set", "RENT=1", "nothing=1"},
+                                                        {"set", "RENT=1", "SORT=1.5"},
+                                                        {"set", "RENT=2147483648"},
+                                                        {"set", "RENT=-2147483649"},
+                                                        {"set", "RENT="},
+                                                        {"set", "RENT=0x1"},
+                                                        {"set", "RENT=+1"},
+                                                        {"set", "RENT= 1"},
+                                                        {"wait", "RENT=1"},
+                                                        {"wait", "te=high"},
+                                                        {"pulse", "te"},
+                                                        {"pulse", "nothing"},
+                                                        {"watch", "nothing"}};
     for (const std::vector<std::string>& words : rows) {
         SCOPED_TRACE(testing::PrintToString(words));
         expect_one_line(io(words), 1);
@@ -77,14 +90,27 @@ TEST_F(QuorinIo, RefusesASegmentThatDoesNotExist) {
         expect_one_line(run_program({built("quorin-io"), ident, "list"}), 1);
     }
     const raw_segment too_short(100);
-    expect_one_line(run_program({built("quorin-io"), std::to_string(too_short.ident), "set", "RENT=1"}), 1);
+    expect_one_line(
+        run_program({built("quorin-io"), std::to_string(too_short.ident), "set", "RENT=1"}), 1);
 }
 
 TEST_F(QuorinIo, DoesNotUnderstandOtherCommandLines) {
-    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
-             {}, {"frob"}, {"list", "te"}, {"get"}, {"set"}, {"set", "RENT"}, {"wait"}, {"wait", "te"}, {"pulse"},
-             {"pulse", "RENT", "SORT"}, {"pulse", "RENT", "--for", "long"}, {"pulse", "RENT", "--for", "0,5"},
-             {"wait", "te=1", "--timeout", "-1"}, {"wait", "te=1", "--timeout"}, {"list", "--unknown"}}) {
+    for (const std::vector<std::string>& words :
+         std::vector<std::vector<std::string>>{{},
+                                               {"frob"},
+                                               {"list", "te"},
+                                               {"get"},
+                                               {"set"},
+                                               {"set", "RENT"},
+                                               {"wait"},
+                                               {"wait", "te"},
+                                               {"pulse"},
+                                               {"pulse", "RENT", "SORT"},
+                                               {"pulse", "RENT", "--for", "long"},
+                                               {"pulse", "RENT", "--for", "0,5"},
+                                               {"wait", "te=1", "--timeout", "-1"},
+                                               {"wait", "te=1", "--timeout"},
+                                               {"list", "--unknown"}}) {
         SCOPED_TRACE(testing::PrintToString(words));
         expect_one_line(io(words), 2);
     }
@@ -144,7 +170,8 @@ TEST_F(QuorinIo, AWaitEndsWithItsTimeOrWithTheSession) {
 
 TEST_F(QuorinIo, PulsesAnOutputForItsTimeAlsoWhenInterrupted) {
     program pulse(command({"pulse", "RENT", "--for", "0.3"}));
-    ASSERT_TRUE(wait_until([&] { return server->output_value(0) == 1 && server->output_value(2) == 1; }));
+    ASSERT_TRUE(
+        wait_until([&] { return server->output_value(0) == 1 && server->output_value(2) == 1; }));
     EXPECT_EQ(pulse.wait(), 0);
     EXPECT_EQ(server->output_value(0), 0);
     EXPECT_EQ(server->output_value(2), 0);

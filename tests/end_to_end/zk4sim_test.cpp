@@ -28,12 +28,33 @@ long lines_in(const std::string& text) { return std::count(text.begin(), text.en
 
 TEST_F(Zk4sim, RefusesACommandLineThatItDoesNotUnderstandInOneLine) {
     const std::vector<std::vector<std::string>> rows = {
-        {"--unknown"}, {"word"}, {"--speed"}, {"--speed", "fast"}, {"--speed", "0"}, {"--speed", "0.09"},
-        {"--speed", "100.1"}, {"--speed", "0,5"}, {"--speed", "nan"}, {"--speed", "inf"}, {"--speed", "1x"},
-        {"--speed", "-1"}, {"--duration", "-1"}, {"--duration", "long"}, {"--duration", "1e400"},
-        {"--seed", "-1"}, {"--seed", "1.5"}, {"--seed", "18446744073709551616"}, {"--fault", "te"},
-        {"--fault", "te=dead"}, {"--fault", "MT=stuck0"}, {"--fault", "nothing=stuck0"}, {"--fault", "te=broken"},
-        {"--fault", ""}, {"--fault"}, {"--commander-timeout", "1"}, {"--no-panel", "--panel", "quorin"},
+        {"--unknown"},
+        {"word"},
+        {"--speed"},
+        {"--speed", "fast"},
+        {"--speed", "0"},
+        {"--speed", "0.09"},
+        {"--speed", "100.1"},
+        {"--speed", "0,5"},
+        {"--speed", "nan"},
+        {"--speed", "inf"},
+        {"--speed", "1x"},
+        {"--speed", "-1"},
+        {"--duration", "-1"},
+        {"--duration", "long"},
+        {"--duration", "1e400"},
+        {"--seed", "-1"},
+        {"--seed", "1.5"},
+        {"--seed", "18446744073709551616"},
+        {"--fault", "te"},
+        {"--fault", "te=dead"},
+        {"--fault", "MT=stuck0"},
+        {"--fault", "nothing=stuck0"},
+        {"--fault", "te=broken"},
+        {"--fault", ""},
+        {"--fault"},
+        {"--commander-timeout", "1"},
+        {"--no-panel", "--panel", "quorin"},
         {"--no-panel", "--commander-timeout", "soon"}};
     for (const std::vector<std::string>& arguments : rows) {
         std::vector<std::string> command = {built("zk4sim")};
@@ -51,8 +72,9 @@ TEST_F(Zk4sim, ShowsItsHelpAndVersion) {
     const outcome help = run_program({built("zk4sim"), "--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.err, "");
-    for (const char* const option : {"--panel", "--no-panel", "--commander-timeout", "--headless", "--speed",
-                                     "--duration", "--fault", "--seed", "--help", "--version"}) {
+    for (const char* const option :
+         {"--panel", "--no-panel", "--commander-timeout", "--headless", "--speed", "--duration",
+          "--fault", "--seed", "--help", "--version"}) {
         EXPECT_NE(help.out.find(option), std::string::npos) << option;
     }
     const outcome version = run_program({built("zk4sim"), "--version"});
@@ -62,7 +84,8 @@ TEST_F(Zk4sim, ShowsItsHelpAndVersion) {
 }
 
 TEST_F(Zk4sim, PrintsItsIdentifierOnceAndAloneOnTheStandardOutput) {
-    const outcome end = run_program({built("zk4sim"), "--headless", "--no-panel", "--duration", "0.2"});
+    const outcome end =
+        run_program({built("zk4sim"), "--headless", "--no-panel", "--duration", "0.2"});
     EXPECT_EQ(end.status, 0);
     EXPECT_EQ(end.out.rfind("ident_mem=", 0), 0u);
     EXPECT_EQ(lines_in(end.out), 1);
@@ -71,10 +94,11 @@ TEST_F(Zk4sim, PrintsItsIdentifierOnceAndAloneOnTheStandardOutput) {
 
 TEST_F(Zk4sim, ServesTheInputsAndOutputsInTheirOrder) {
     station running({"--no-panel"});
-    const char* const names[] = {"b1e", "b1s", "b2e", "b2s", "b3e", "b3s", "te", "ts", "vh", "vb", "ph", "pb",
-                                 "pp", "p1ok", "p2ok", "p3ok", "init", "vide", "colle", "dc", "ac", "atu",
-                                 "timer10_term", "DEPOSE", "MTA", "MT", "ASPI", "RENT", "SORT", "DESV", "MONV",
-                                 "DESP", "MONP", "BZ1", "BZ2", "BZ3"};
+    const char* const names[] = {
+        "b1e",   "b1s",  "b2e",  "b2s",  "b3e",          "b3s",    "te",   "ts",   "vh",
+        "vb",    "ph",   "pb",   "pp",   "p1ok",         "p2ok",   "p3ok", "init", "vide",
+        "colle", "dc",   "ac",   "atu",  "timer10_term", "DEPOSE", "MTA",  "MT",   "ASPI",
+        "RENT",  "SORT", "DESV", "MONV", "DESP",         "MONP",   "BZ1",  "BZ2",  "BZ3"};
     std::istringstream list(running.io({"list"}).out);
     int i = 0;
     for (std::string direction, name, value; list >> direction >> name >> value; ++i) {
@@ -87,15 +111,19 @@ TEST_F(Zk4sim, ServesTheInputsAndOutputsInTheirOrder) {
 
 TEST_F(Zk4sim, PublishesItsStateAtTheStartAndTheEffectOfCommands) {
     station running({"--no-panel", "--speed", "20"});
-    for (const char* const name : {"te", "vh", "ph", "b1e", "b2e", "b3e", "init"}) EXPECT_EQ(running.value(name), "1");
+    for (const char* const name : {"te", "vh", "ph", "b1e", "b2e", "b3e", "init"})
+        EXPECT_EQ(running.value(name), "1");
     EXPECT_EQ(running.io({"set", "SORT=1", "BZ2=1"}).status, 0);
     EXPECT_EQ(running.io({"wait", "ts=1", "b2s=1", "te=0", "--timeout", "5"}).status, 0);
     EXPECT_EQ(running.value("init"), "0");
 }
 
 TEST_F(Zk4sim, KeepsRealTimeAtTheSpeedAskedFor) {
-    const struct { const char* speed; const char* duration; double real_s; } rows[] = {
-        {"1", "0.5", 0.5}, {"0.1", "0.05", 0.5}, {"10", "5", 0.5}, {"100", "50", 0.5}};
+    const struct {
+        const char* speed;
+        const char* duration;
+        double real_s;
+    } rows[] = {{"1", "0.5", 0.5}, {"0.1", "0.05", 0.5}, {"10", "5", 0.5}, {"100", "50", 0.5}};
     for (const auto& [speed, duration, real_s] : rows) {
         const double took_s = seconds_of([&] {
             run_program({built("zk4sim"), "--no-panel", "--speed", speed, "--duration", duration});
@@ -106,8 +134,8 @@ TEST_F(Zk4sim, KeepsRealTimeAtTheSpeedAskedFor) {
 }
 
 TEST_F(Zk4sim, TakesFaultsFromTheStart) {
-    station running({"--no-panel", "--speed", "20", "--fault", "te=stuck0", "--fault", "ts=inverted", "--fault",
-                     "ac=stuck1", "--fault", "BZ1=dead"});
+    station running({"--no-panel", "--speed", "20", "--fault", "te=stuck0", "--fault",
+                     "ts=inverted", "--fault", "ac=stuck1", "--fault", "BZ1=dead"});
     EXPECT_EQ(running.value("te"), "0");
     EXPECT_EQ(running.value("ts"), "1");
     EXPECT_EQ(running.value("ac"), "1");
@@ -120,7 +148,8 @@ TEST_F(Zk4sim, TakesFaultsFromTheStart) {
 TEST_F(Zk4sim, TellsIncidentsAsTheyHappenAndSumsUp) {
     station running({"--no-panel", "--speed", "20"});
     running.io({"set", "DEPOSE=1"});
-    ASSERT_TRUE(wait_until([&] { return running.process->err().find("incident: ") != std::string::npos; }));
+    ASSERT_TRUE(
+        wait_until([&] { return running.process->err().find("incident: ") != std::string::npos; }));
     running.process->signal(SIGTERM);
     EXPECT_EQ(running.process->wait(), 0);
     EXPECT_EQ(running.summary(), "bilan: bonnes=0 mauvaises=0 incidents=1\n");
@@ -135,7 +164,8 @@ TEST_F(Zk4sim, EndsAtASignalWithStatusZeroAndItsClientsKnow) {
         running.process->signal(number);
         EXPECT_EQ(running.process->wait(seconds(2)), 0);
         EXPECT_EQ(watcher.wait(seconds(1)), 0);
-        EXPECT_EQ(running.process->err(), "zk4sim: fin demandée\nbilan: bonnes=0 mauvaises=0 incidents=0\n");
+        EXPECT_EQ(running.process->err(),
+                  "zk4sim: fin demandée\nbilan: bonnes=0 mauvaises=0 incidents=0\n");
     }
 }
 
@@ -164,8 +194,9 @@ TEST_F(Zk4sim, NeverServesIdentifierZeroTheFirstOfAMachine) {
     });
     if (first.status == 77) GTEST_SKIP() << "needs the rights to make an IPC namespace";
     ASSERT_EQ(first.status, 0) << "a fresh namespace no longer begins at 0";
-    const outcome end = run_program({"unshare", "--ipc", "sh", "-c",
-                                     built("zk4sim") + " --no-panel --duration 0.1; cat /proc/sysvipc/shm"});
+    const outcome end =
+        run_program({"unshare", "--ipc", "sh", "-c",
+                     built("zk4sim") + " --no-panel --duration 0.1; cat /proc/sysvipc/shm"});
     EXPECT_EQ(end.status, 0);
     EXPECT_EQ(end.out.rfind("ident_mem=", 0), 0u);
     EXPECT_NE(end.out.rfind("ident_mem=0\n", 0), 0u);
@@ -179,8 +210,10 @@ TEST_F(Zk4sim, APanelThatCannotBeStartedIsStatusOneInOneLine) {
 }
 
 TEST_F(Zk4sim, StartsThePanelOnItsSegmentAndEndsWithIt) {
-    const struct { std::string panel; std::string why; } rows[] = {
-        {"true", "panneau fermé"}, {"false", "panneau terminé (statut 1)"}};
+    const struct {
+        std::string panel;
+        std::string why;
+    } rows[] = {{"true", "panneau fermé"}, {"false", "panneau terminé (statut 1)"}};
     for (const auto& [panel, why] : rows) {
         const outcome end = run_program({built("zk4sim"), "--panel", panel});
         EXPECT_EQ(end.status, 0);
@@ -207,13 +240,15 @@ TEST_F(Zk4sim, AfterTheCommanderTimeoutCommandsCountAsZeroAndItSaysSoOnce) {
     ASSERT_TRUE(wait_until([&] { return running.process->err() == said; }, seconds(3)));
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
     EXPECT_EQ(running.value("b3e"), "1") << "the blocker's spring took it back";
-    EXPECT_EQ(running.io({"wait", "b3s=1", "--timeout", "5"}).status, 0) << "a client that stays commands again";
+    EXPECT_EQ(running.io({"wait", "b3s=1", "--timeout", "5"}).status, 0)
+        << "a client that stays commands again";
     EXPECT_EQ(running.process->err(), said);
 }
 
 TEST_F(Zk4sim, ServesNumbersTheSameWayInAnyLocale) {
-    const outcome end = run_program({built("zk4sim"), "--no-panel", "--duration", "0.05", "--speed", "0.5"},
-                                    {"LC_ALL=fr_FR.UTF-8"});
+    const outcome end =
+        run_program({built("zk4sim"), "--no-panel", "--duration", "0.05", "--speed", "0.5"},
+                    {"LC_ALL=fr_FR.UTF-8"});
     EXPECT_EQ(end.status, 0);
     EXPECT_EQ(run_program({built("zk4sim"), "--speed", "0,5"}, {"LC_ALL=fr_FR.UTF-8"}).status, 2);
 }

@@ -150,9 +150,11 @@ TEST_F(LinkClient, ComparesNamesExactly) {
     for (int i = 0; i < 6; ++i) server->setreset_input(i, i + 1);
     server->inputs_go();
     ASSERT_EQ(client.receive(), 1);
-    const struct { std::string name; int value; } rows[] = {
-        {"te", 1}, {"te ", 2}, {"Te", 3}, {"t", 4}, {"tee", 5}, {"", 6},
-        {"TE", 0}, {"teee", 0}, {" te", 0}, {std::string("te\0", 3), 0}};
+    const struct {
+        std::string name;
+        int value;
+    } rows[] = {{"te", 1}, {"te ", 2}, {"Te", 3},   {"t", 4},   {"tee", 5},
+                {"", 6},   {"TE", 0},  {"teee", 0}, {" te", 0}, {std::string("te\0", 3), 0}};
     for (const auto& [name, value] : rows) EXPECT_EQ(client.input_is_set(name), value) << name;
 }
 
@@ -257,14 +259,16 @@ TEST_F(LinkClient, ReadsALongNameAsItRunsOn) {
     EXPECT_EQ(server->output_value(0), 6);
 }
 
-/// The value that a scan of the bytes finds under `name`, for a client with that count: the last slot that lies in the
-/// segment and holds it.
+/// The value that a scan of the bytes finds under `name`, for a client with that count: the last
+/// slot that lies in the segment and holds it.
 int scanned(const unsigned char* bytes, int count, const std::string& name) {
     int value = 0;
     for (int i = 0; i < count && 456 + 50 * i < 4561; ++i) {
         std::string found;
-        for (int at = 456 + 50 * i; at < 4561 && bytes[at]; ++at) found += static_cast<char>(bytes[at]);
-        if (found == name) value = number_at<std::int32_t>(bytes, static_cast<std::size_t>(56 + 4 * i));
+        for (int at = 456 + 50 * i; at < 4561 && bytes[at]; ++at)
+            found += static_cast<char>(bytes[at]);
+        if (found == name)
+            value = number_at<std::int32_t>(bytes, static_cast<std::size_t>(56 + 4 * i));
     }
     return value;
 }
@@ -273,8 +277,10 @@ TEST_F(LinkClient, WhateverTheBytesItStaysInsideTheSegment) {
     std::mt19937 random(7);
     for (int round = 0; round < 200; ++round) {
         raw_segment foreign;
-        for (int i = 0; i < 4561; ++i) foreign.bytes[i] = static_cast<unsigned char>(random() % 3 ? 'a' : 0);
-        const std::int32_t counts[] = {0, 1, 41, 42, 50, 83, 84, 1126, 1127, INT32_MAX, -1, INT32_MIN};
+        for (int i = 0; i < 4561; ++i)
+            foreign.bytes[i] = static_cast<unsigned char>(random() % 3 ? 'a' : 0);
+        const std::int32_t counts[] = {0,  1,    41,   42,        50, 83,
+                                       84, 1126, 1127, INT32_MAX, -1, INT32_MIN};
         const std::int32_t nb_inputs = counts[random() % 12], nb_outputs = counts[random() % 12];
         std::memcpy(foreign.bytes + 48, &nb_inputs, 4);
         std::memcpy(foreign.bytes + 52, &nb_outputs, 4);
@@ -285,13 +291,16 @@ TEST_F(LinkClient, WhateverTheBytesItStaysInsideTheSegment) {
         const detach_at_end end{client};
         ASSERT_EQ(client.receive(), 1);
         for (const std::string name : {"", "a", "aa", "aaa"}) {
-            ASSERT_EQ(client.input_is_set(name), scanned(foreign.bytes, nb_inputs, name)) << nb_inputs;
+            ASSERT_EQ(client.input_is_set(name), scanned(foreign.bytes, nb_inputs, name))
+                << nb_inputs;
         }
         std::string expected = bytes_at(foreign.bytes, 0, 8192);
         for (int i = 0; i < nb_outputs && 2506 + 50 * i < 4561; ++i) {
             const std::size_t at = static_cast<std::size_t>(2506 + 50 * i);
-            const std::string name(expected.c_str() + at, strnlen(expected.c_str() + at, 4561 - at));
-            if (name == "aa") expected.replace(static_cast<std::size_t>(256 + 4 * i), 4, "\1\0\0\0", 4);
+            const std::string name(expected.c_str() + at,
+                                   strnlen(expected.c_str() + at, 4561 - at));
+            if (name == "aa")
+                expected.replace(static_cast<std::size_t>(256 + 4 * i), 4, "\1\0\0\0", 4);
         }
         client.setreset_output("aa", 1);
         ASSERT_EQ(bytes_at(foreign.bytes, 0, 8192), expected) << nb_outputs;

@@ -19,15 +19,19 @@ std::list<std::string> names(const std::string& stem, int count) {
     return result;
 }
 
-/// What a straightforward writer would leave in a buffer without an end, cut at the segment's length: counts, then
-/// for each direction value and name in turn. A value that would cross the end is none of the segment's.
-std::string expected_description(const std::list<std::string>& inputs, const std::list<std::string>& outputs) {
+/// What a straightforward writer would leave in a buffer without an end, cut at the segment's
+/// length: counts, then for each direction value and name in turn. A value that would cross the end
+/// is none of the segment's.
+std::string expected_description(const std::list<std::string>& inputs,
+                                 const std::list<std::string>& outputs) {
     std::string bytes(400'000, '\0');
     const std::int32_t counts[] = {static_cast<std::int32_t>(inputs.size()),
                                    static_cast<std::int32_t>(outputs.size())};
     std::memcpy(&bytes[48], counts, 8);
-    const struct { const std::list<std::string>& names; std::size_t values_at, names_at; } directions[] = {
-        {inputs, 56, 456}, {outputs, 256, 2506}};
+    const struct {
+        const std::list<std::string>& names;
+        std::size_t values_at, names_at;
+    } directions[] = {{inputs, 56, 456}, {outputs, 256, 2506}};
     for (const auto& [list, values_at, names_at] : directions) {
         std::size_t i = 0;
         for (const std::string& name : list) {
@@ -82,8 +86,10 @@ TEST_F(LinkServer, FullListsFillEverySlot) {
         outputs.push_back(longest + c);
     }
     test_server server(inputs, outputs);
-    EXPECT_EQ(bytes_at(server.bytes(), 456 + 50 * 40, 50), static_cast<char>('A' + 40) + longest + '\0');
-    EXPECT_EQ(bytes_at(server.bytes(), 2506 + 50 * 40, 50), longest + static_cast<char>('A' + 40) + '\0');
+    EXPECT_EQ(bytes_at(server.bytes(), 456 + 50 * 40, 50),
+              static_cast<char>('A' + 40) + longest + '\0');
+    EXPECT_EQ(bytes_at(server.bytes(), 2506 + 50 * 40, 50),
+              longest + static_cast<char>('A' + 40) + '\0');
     EXPECT_EQ(bytes_at(server.bytes(), 4556, 5), std::string(5, '\0'));
     EXPECT_EQ(bytes_at(server.bytes(), 48, 4513), expected_description(inputs, outputs));
 }
@@ -122,9 +128,11 @@ TEST_F(LinkServer, WhateverTheListsOnlyTheSegmentIsWrittenAndExactlyThat) {
             }
         }
         test_server server(lists[0], lists[1]);
-        ASSERT_EQ(bytes_at(server.bytes(), 48, 4513), expected_description(lists[0], lists[1])) << round;
+        ASSERT_EQ(bytes_at(server.bytes(), 48, 4513), expected_description(lists[0], lists[1]))
+            << round;
         // The page's rest, behind the segment's own end, is as the system gave it.
-        ASSERT_EQ(bytes_at(server.bytes(), 4561, 8192 - 4561), std::string(8192 - 4561, '\0')) << round;
+        ASSERT_EQ(bytes_at(server.bytes(), 4561, 8192 - 4561), std::string(8192 - 4561, '\0'))
+            << round;
     }
 }
 
@@ -134,7 +142,8 @@ TEST_F(LinkServer, SetsInputsInsideTheCountAndIgnoresTheOthers) {
     for (const int index : {-1, 5, 6, 50, INT32_MAX, INT32_MIN}) server->setreset_input(index, 9);
     EXPECT_EQ(bytes_at(server.bytes(), 0, 4561), before);
     for (int i = 0; i < 5; ++i) server->setreset_input(i, -100 - i);
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(number_at<std::int32_t>(server.bytes(), 56 + 4 * i), -100 - i);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(number_at<std::int32_t>(server.bytes(), 56 + 4 * i), -100 - i);
     EXPECT_EQ(number_at<std::int64_t>(server.bytes(), 0), 0) << "setting publishes nothing";
 }
 
@@ -224,7 +233,8 @@ TEST_F(LinkServer, WithoutRoomForASegmentItReportsAndEndsTheProcess) {
     const outcome end = run_in_child([] {
         // A namespace of segments of its own, which allows none.
         std::FILE* limit = nullptr;
-        if (unshare(CLONE_NEWIPC) != 0 || !(limit = std::fopen("/proc/sys/kernel/shmmni", "w"))) _exit(77);
+        if (unshare(CLONE_NEWIPC) != 0 || !(limit = std::fopen("/proc/sys/kernel/shmmni", "w")))
+            _exit(77);
         std::fputs("0", limit);
         std::fclose(limit);
         IOsharemem_server server({"a"}, {});

@@ -46,14 +46,15 @@ std::list<std::string> twenty_names() {
 }
 
 std::chrono::steady_clock::time_point in(double s) {
-    return std::chrono::steady_clock::now() + std::chrono::duration_cast<std::chrono::nanoseconds>(seconds(s));
+    return std::chrono::steady_clock::now() +
+           std::chrono::duration_cast<std::chrono::nanoseconds>(seconds(s));
 }
 
 void take_no_notice(int) {}
 
 /// Interrupts this process's sleeps and waits, without restarting them.
 void let_signals_interrupt(int number) {
-    struct sigaction action{};
+    struct sigaction action {};
     action.sa_handler = take_no_notice;
     sigaction(number, &action, nullptr);
 }
@@ -88,7 +89,8 @@ TEST_F(LinkOfTwoProcesses, BothMakeProgressForTenSecondsWhileBothAreBusyAndInter
             if (++interruption % 64 == 0) kill(client.id(), SIGUSR1);
         }
         EXPECT_GT(published, published_before);
-        EXPECT_GT(server->output_value(3), last_output) << "the client stood still in quarter " << quarters;
+        EXPECT_GT(server->output_value(3), last_output)
+            << "the client stood still in quarter " << quarters;
         last_output = server->output_value(3);
         ++quarters;
     }
@@ -99,7 +101,8 @@ TEST_F(LinkOfTwoProcesses, BothMakeProgressForTenSecondsWhileBothAreBusyAndInter
 
 TEST_F(LinkOfTwoProcesses, ASetOfValuesCrossesWhole) {
     test_server server(twenty_names(), {"seen"});
-    // The publisher changes all the inputs together, so it holds the lock itself, as no single set does.
+    // The publisher changes all the inputs together, so it holds the lock itself, as no single set
+    // does.
     other_process publisher([&] {
         for (int n = 1;; ++n) {
             while (sem_trywait(&server->segment->lock) != 0) usleep(10);
@@ -116,7 +119,8 @@ TEST_F(LinkOfTwoProcesses, ASetOfValuesCrossesWhole) {
     while (std::chrono::steady_clock::now() < end) {
         if (client.receive() != 1) continue;
         ++taken;
-        for (int i = 1; i < 20; ++i) ASSERT_EQ(client.inputs[i], client.inputs[0]) << "a torn publication";
+        for (int i = 1; i < 20; ++i)
+            ASSERT_EQ(client.inputs[i], client.inputs[0]) << "a torn publication";
         ASSERT_GT(client.last_clock, last);
         last = client.last_clock;
     }
@@ -139,10 +143,13 @@ TEST_F(LinkOfTwoProcesses, WhatOneWritesTheOtherReads) {
         server->setreset_input(0, a);
         server->setreset_input(1, b);
         server->inputs_go();
-        ASSERT_TRUE(wait_until([&] { return server->output_value(0) == a && server->output_value(1) == b; }, seconds(2)));
+        ASSERT_TRUE(
+            wait_until([&] { return server->output_value(0) == a && server->output_value(1) == b; },
+                       seconds(2)));
     }
     server->sharing_terminate();
-    EXPECT_EQ(waitpid(echo.id(), nullptr, 0), echo.id()) << "the client ends by itself at the session's end";
+    EXPECT_EQ(waitpid(echo.id(), nullptr, 0), echo.id())
+        << "the client ends by itself at the session's end";
 }
 
 }  // namespace

@@ -115,7 +115,8 @@ TEST(PanelForm, ItsWindowIsTitledSizedAndNotShown) {
     EXPECT_EQ(form->window->user_data(), form.form.get());
     EXPECT_FALSE(form->window->shown());
     EXPECT_EQ(Fl_Group::current(), nullptr) << "the window's group is ended";
-    EXPECT_EQ(form->window->resizable(), nullptr) << "none is declared: free resizing is asked for when it is shown";
+    EXPECT_EQ(form->window->resizable(), nullptr)
+        << "none is declared: free resizing is asked for when it is shown";
 }
 
 TEST(PanelForm, HasTheseChildrenInThisOrder) {
@@ -131,7 +132,8 @@ TEST(PanelForm, HasTheseChildrenInThisOrder) {
         EXPECT_EQ(child->h(), expected.h);
         EXPECT_STREQ(child->label(), expected.label);
         EXPECT_EQ(child->labelfont(), FL_TIMES);
-        EXPECT_EQ(child->callback(), Fl_Widget::default_callback) << "it must land in the queue of used widgets";
+        EXPECT_EQ(child->callback(), Fl_Widget::default_callback)
+            << "it must land in the queue of used widgets";
     }
 }
 
@@ -146,7 +148,8 @@ TEST(PanelForm, EachKindHasItsBoxTypeAndColours) {
         auto* const button = dynamic_cast<Fl_Button*>(child);
         EXPECT_EQ(button != nullptr, kind == "button");
         EXPECT_EQ(dynamic_cast<Fl_Box*>(child) != nullptr, kind != "button");
-        EXPECT_EQ(child->color(), FL_BACKGROUND_COLOR) << "the toolkit's default until the first publication";
+        EXPECT_EQ(child->color(), FL_BACKGROUND_COLOR)
+            << "the toolkit's default until the first publication";
         if (button) {
             EXPECT_EQ(child->type(), 1);
             EXPECT_EQ(button->value(), 0) << "released";
@@ -155,7 +158,8 @@ TEST(PanelForm, EachKindHasItsBoxTypeAndColours) {
             EXPECT_EQ(child->align(), plain_button.align());
         } else {
             EXPECT_EQ(child->box(), kind == "frame" ? 2 : 1);
-            EXPECT_EQ(child->selection_color(), kind == "caption" ? 50u : plain_box.selection_color());
+            EXPECT_EQ(child->selection_color(),
+                      kind == "caption" ? 50u : plain_box.selection_color());
             EXPECT_EQ(child->align(), kind == "caption" ? 20u : plain_box.align());
         }
     }

@@ -182,8 +182,11 @@ TEST(RelativeDirectoryPath, LeadsFromTheBaseToTheTargetAndTracesIt) {
     for (const auto& [target, base, result, middle] : cases) {
         captured_output output;
         EXPECT_EQ(relative_directory_path(target, base), result) << target << " " << base;
-        EXPECT_EQ(output.err(), "demarrage " + target + "|" + base + "\nintermediaire: " + middle +
-                                    "\n--> " + result + "\n");
+        const std::vector<std::string> lines = {"demarrage " + target + "|" + base + "\n",
+                                                "intermediaire: " + middle + "\n",
+                                                "--> " + result + "\n"};
+        EXPECT_EQ(output.err(), lines[0] + lines[1] + lines[2]);
+        EXPECT_EQ(output.err_flushes(), lines);
         EXPECT_EQ(output.out(), "");
     }
 }

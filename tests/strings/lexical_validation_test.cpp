@@ -174,6 +174,11 @@ TEST(CheckISO88591AlphabeticalLetter, KnowsItsOwn112Letters) {
                   letters.find(character) != std::string::npos)
             << byte;
     }
+    EXPECT_EQ(check_ISO_8859_1_alphabetical_letter('\xD8'), 0);
+    EXPECT_EQ(check_ISO_8859_1_alphabetical_letter('\xDF'), 1);
+    EXPECT_EQ(check_ISO_8859_1_alphabetical_letter('\xF7'), 0);
+    EXPECT_EQ(check_ISO_8859_1_alphabetical_letter('\xFF'), 1);
+    EXPECT_EQ(check_ISO_8859_1_alphabetical_letter('_'), 0);
 }
 
 TEST(Checkvarname, BeginsWithALetterAndDoesNotEndWithAnUnderscore) {

@@ -101,6 +101,8 @@ TEST(Hex1toS, KeepsTheSignOfTheRemainder) {
         EXPECT_EQ(hex1toS(value), expected) << value;
         EXPECT_EQ(hex1toS(value + (value < 0 ? -160 : 160)), expected) << value;
     }
+    EXPECT_EQ(hex1toS(10), "a");
+    EXPECT_EQ(hex1toS(-1), "/");
     EXPECT_EQ(hex1toS(16), "0");
     EXPECT_EQ(hex1toS(-16), "0");
     EXPECT_EQ(hex1toS(std::numeric_limits<int>::min()), "0");

@@ -57,6 +57,17 @@ TEST(NextRecord, CutsAtTheFirstOfASet) {
     }
 }
 
+TEST(NextRecord, TakesASetThatTheCallerMayWriteTo) {
+    char set[] = "?;";
+    char* const separators = set;
+    separators[0] = ',';
+    std::string rest;
+    char found = '?';
+    EXPECT_EQ(next_record("ab,cd", separators, rest, found), "ab");
+    EXPECT_EQ(rest, "cd");
+    EXPECT_EQ(found, ',');
+}
+
 TEST(NextRecord, FindsABlankOfTheSetAndNothingInAnEmptyOne) {
     std::string rest;
     char found = '?';

@@ -12,6 +12,8 @@ TEST(EstLc, KnowsLettersDigitsAndFourSigns) {
         const char character = static_cast<char>(byte);
         EXPECT_EQ(est_lc(character), words.find(character) != std::string::npos) << byte;
     }
+    EXPECT_EQ(est_lc('@'), 1);
+    EXPECT_EQ(est_lc('-'), 0);
 }
 
 TEST(Find, GivesTheFirstPositionOrMinusOne) {

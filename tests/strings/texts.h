@@ -50,12 +50,33 @@ private:
     std::mt19937_64 engine_;
 };
 
-/// While it lives, collects what is written on the standard streams, and what had been written at
-/// each flush.
+/// Keeps what was written, and what each flush let out of it; a flush of nothing does not count.
+class flush_recorder : public std::stringbuf {
+public:
+    std::vector<std::string> flushed;
+
+protected:
+    int sync() override {
+        const std::string_view waiting = view().substr(flushed_bytes_);
+        if (!waiting.empty()) flushed.emplace_back(waiting);
+        flushed_bytes_ += waiting.size();
+        return 0;
+    }
+
+private:
+    std::size_t flushed_bytes_ = 0;
+};
+
+/// While it lives, collects what is written on the standard streams. The error stream is not
+/// flushed by itself meanwhile, as it is elsewhere after each output: only the flushes that the
+/// code asks for are seen.
 class captured_output {
 public:
-    captured_output() : old_err_(std::cerr.rdbuf(&err_)), old_out_(std::cout.rdbuf(&out_)) {}
+    captured_output() : old_err_(std::cerr.rdbuf(&err_)), old_out_(std::cout.rdbuf(&out_)) {
+        std::cerr.unsetf(std::ios_base::unitbuf);
+    }
     ~captured_output() {
+        std::cerr.setf(std::ios_base::unitbuf);
         std::cerr.rdbuf(old_err_);
         std::cout.rdbuf(old_out_);
     }
@@ -65,8 +86,12 @@ public:
     std::string err() const { return err_.str(); }
     std::string out() const { return out_.str(); }
 
+    /// What each flush of the error stream let out.
+    const std::vector<std::string>& err_flushes() const { return err_.flushed; }
+
 private:
-    std::stringbuf err_, out_;
+    flush_recorder err_;
+    std::stringbuf out_;
     std::streambuf* old_err_;
     std::streambuf* old_out_;
 };

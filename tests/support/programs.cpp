@@ -29,7 +29,8 @@ std::string new_folder() {
     return mkdtemp(pattern.data()) ? pattern : std::string();
 }
 
-/// Marks every program that this test process starts, and through the environment all that those start.
+/// Marks every program that this test process starts, and through the environment all that those
+/// start.
 const std::string& mark() {
     static const std::string text = "QUORIN_TEST_MARK=" + std::to_string(getpid());
     return text;
@@ -51,7 +52,8 @@ void redirect(const std::string& path, int descriptor) {
     close(file);
 }
 
-[[noreturn]] void become(const std::vector<std::string>& command, const std::vector<std::string>& environment) {
+[[noreturn]] void become(const std::vector<std::string>& command,
+                         const std::vector<std::string>& environment) {
     putenv(const_cast<char*>(mark().c_str()));
     for (const std::string& each : environment) putenv(const_cast<char*>(each.c_str()));
     std::vector<char*> words;
@@ -82,7 +84,8 @@ double processor_seconds(pid_t pid) {
     return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
-program::program(const std::vector<std::string>& command, const std::vector<std::string>& environment)
+program::program(const std::vector<std::string>& command,
+                 const std::vector<std::string>& environment)
     : folder_(new_folder()) {
     mark();  // this process's, not the child's
     pid_ = fork();
@@ -120,8 +123,8 @@ std::optional<int> program::wait(seconds limit) {
 std::string program::out() const { return contents(folder_ + "/out"); }
 std::string program::err() const { return contents(folder_ + "/err"); }
 
-outcome run_program(const std::vector<std::string>& command, const std::vector<std::string>& environment,
-                    seconds limit) {
+outcome run_program(const std::vector<std::string>& command,
+                    const std::vector<std::string>& environment, seconds limit) {
     program run(command, environment);
     const std::optional<int> status = run.wait(limit);
     if (!status) run.signal(SIGKILL);
@@ -178,18 +181,23 @@ std::set<int> leftovers::segments() {
     return found;
 }
 
-leaves_nothing::leaves_nothing() : processes_(leftovers::processes()), segments_(leftovers::segments()) {}
+leaves_nothing::leaves_nothing()
+    : processes_(leftovers::processes()), segments_(leftovers::segments()) {}
 
 leaves_nothing::~leaves_nothing() {
     // A process that was just told to end is given the time to.
-    wait_until([this] { return leftovers::processes() == processes_ && leftovers::segments() == segments_; },
-               seconds(5));
+    wait_until(
+        [this] {
+            return leftovers::processes() == processes_ && leftovers::segments() == segments_;
+        },
+        seconds(5));
     EXPECT_EQ(leftovers::processes(), processes_) << "processes left behind";
     EXPECT_EQ(leftovers::segments(), segments_) << "segments left behind";
 }
 
 pid_t child_named(pid_t parent, const std::string& name) {
-    const std::string folder = "/proc/" + std::to_string(parent) + "/task/" + std::to_string(parent) + "/children";
+    const std::string folder =
+        "/proc/" + std::to_string(parent) + "/task/" + std::to_string(parent) + "/children";
     std::istringstream children(contents(folder));
     for (pid_t child; children >> child;) {
         if (contents("/proc/" + std::to_string(child) + "/comm") == name + "\n") return child;

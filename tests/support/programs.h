@@ -23,12 +23,14 @@ double processor_seconds(pid_t pid);
 /// The child of `parent` whose name, as ps shows it, is `name`; 0 when there is none.
 pid_t child_named(pid_t parent, const std::string& name);
 
-/// A program started by a test. Its two output streams go to files of its own. Ended by its id, at the latest when
-/// the object goes.
+/// A program started by a test. Its two output streams go to files of its own. Ended by its id, at
+/// the latest when the object goes.
 class program {
 public:
-    /// `command[0]` is a path, or a name on the PATH. `environment` adds NAME=VALUE to the test's own.
-    explicit program(const std::vector<std::string>& command, const std::vector<std::string>& environment = {});
+    /// `command[0]` is a path, or a name on the PATH. `environment` adds NAME=VALUE to the test's
+    /// own.
+    explicit program(const std::vector<std::string>& command,
+                     const std::vector<std::string>& environment = {});
     ~program();
     program(const program&) = delete;
     program& operator=(const program&) = delete;
@@ -36,7 +38,8 @@ public:
     pid_t id() const { return pid_; }
     bool running();
     void signal(int number) const;
-    /// Waits for its end. The exit status, or 128 + the signal that ended it; nothing when `limit` passes first.
+    /// Waits for its end. The exit status, or 128 + the signal that ended it; nothing when `limit`
+    /// passes first.
     std::optional<int> wait(seconds limit = seconds(20));
     std::string out() const;  ///< What it has written on the standard output so far.
     std::string err() const;  ///< What it has written on the standard error stream so far.
@@ -47,28 +50,32 @@ private:
     std::optional<int> status_;
 };
 
-/// Runs a program to its end: its exit status (or 128 + signal; -1 when it had to be killed) and what it printed.
+/// Runs a program to its end: its exit status (or 128 + signal; -1 when it had to be killed) and
+/// what it printed.
 struct outcome {
     int status;
     std::string out, err;
 };
-outcome run_program(const std::vector<std::string>& command, const std::vector<std::string>& environment = {},
-                    seconds limit = seconds(20));
+outcome run_program(const std::vector<std::string>& command,
+                    const std::vector<std::string>& environment = {}, seconds limit = seconds(20));
 
-/// Runs `body` in a child process of the test, for code that ends its process. A body that returns gives status 0.
+/// Runs `body` in a child process of the test, for code that ends its process. A body that returns
+/// gives status 0.
 outcome run_in_child(const std::function<void()>& body);
 
-/// Every program that a test starts since this object was made, and every segment that they created: which of them are
-/// still there. Other tests' programs may come and go beside it.
+/// Every program that a test starts since this object was made, and every segment that they
+/// created: which of them are still there. Other tests' programs may come and go beside it.
 class leftovers {
 public:
     /// Ids of live processes (zombies aside) that descend from a `program` of this test process.
     static std::set<pid_t> processes();
-    /// Identifiers of segments created by a `program` or a descendant, or by the test process itself.
+    /// Identifiers of segments created by a `program` or a descendant, or by the test process
+    /// itself.
     static std::set<int> segments();
 };
 
-/// A test's fixture, or a part of one: checks at the end that no process and no segment is left that was not there before.
+/// A test's fixture, or a part of one: checks at the end that no process and no segment is left
+/// that was not there before.
 class leaves_nothing {
 public:
     leaves_nothing();

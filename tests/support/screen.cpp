@@ -19,7 +19,8 @@ void settle() { std::this_thread::sleep_for(std::chrono::milliseconds(15)); }
 }  // namespace
 
 screen::screen() : display_(XOpenDisplay(nullptr)) {
-    if (!display_) throw std::runtime_error("this test needs a display: run it under tools/with_display");
+    if (!display_)
+        throw std::runtime_error("this test needs a display: run it under tools/with_display");
     root_ = DefaultRootWindow(display_);
     XSetErrorHandler(take_no_notice);
 }
@@ -32,9 +33,10 @@ std::vector<Window> screen::windows() {
     unsigned long count = 0, rest = 0;
     unsigned char* data = nullptr;
     std::vector<Window> found;
-    XGetWindowProperty(display_, root_, XInternAtom(display_, "_NET_CLIENT_LIST", False), 0, 1024, False, XA_WINDOW,
-                       &type, &format, &count, &rest, &data);
-    for (unsigned long i = 0; i < count; ++i) found.push_back(reinterpret_cast<unsigned long*>(data)[i]);
+    XGetWindowProperty(display_, root_, XInternAtom(display_, "_NET_CLIENT_LIST", False), 0, 1024,
+                       False, XA_WINDOW, &type, &format, &count, &rest, &data);
+    for (unsigned long i = 0; i < count; ++i)
+        found.push_back(reinterpret_cast<unsigned long*>(data)[i]);
     if (data) XFree(data);
     return found;
 }

@@ -1,4 +1,5 @@
-// A running zk4sim, as a test drives it: started, named by its identifier, commanded through quorin-io.
+// A running zk4sim, as a test drives it: started, named by its identifier, commanded through
+// quorin-io.
 #pragma once
 #include <memory>
 #include <string>

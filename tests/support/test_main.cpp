@@ -1,5 +1,5 @@
-// The tests' main: in the locale of the environment, as a caller's program may well be, so that a number written with a
-// locale's comma shows.
+// The tests' main: in the locale of the environment, as a caller's program may well be, so that a
+// number written with a locale's comma shows.
 #include <clocale>
 #include <iostream>
 #include <locale>
@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Puts the C and C++ libraries in the environment's locale. Ends the run when the machine lacks that locale: a test
-/// that silently fell back to "C" would prove nothing.
+/// Puts the C and C++ libraries in the environment's locale. Ends the run when the machine lacks
+/// that locale: a test that silently fell back to "C" would prove nothing.
 void enter_environment_locale() {
     try {
         std::locale::global(std::locale(""));

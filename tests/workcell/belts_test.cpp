@@ -4,8 +4,8 @@
 namespace {
 
 std::size_t waiting(const workcell_state& state) {
-    return static_cast<std::size_t>(
-        std::ranges::count_if(state.bases, [](const workcell_base& each) { return each.front_mm <= 0; }));
+    return static_cast<std::size_t>(std::ranges::count_if(
+        state.bases, [](const workcell_base& each) { return each.front_mm <= 0; }));
 }
 
 TEST(WaitingBelt, IsLoadedEveryFiveSecondsUpToFourBasesAHundredMillimetresApart) {
@@ -20,7 +20,8 @@ TEST(WaitingBelt, IsLoadedEveryFiveSecondsUpToFourBasesAHundredMillimetresApart)
     driven.run_ms(40'000);
     const workcell_state full = driven.model.state();
     ASSERT_EQ(full.bases.size(), 4u);
-    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(full.bases[i].front_mm, -100.0 * static_cast<double>(i));
+    for (std::size_t i = 0; i < 4; ++i)
+        EXPECT_EQ(full.bases[i].front_mm, -100.0 * static_cast<double>(i));
     EXPECT_EQ(full.bases_in_stock, 996);
 }
 
@@ -39,7 +40,8 @@ TEST(WaitingBelt, RunsAtAHundredMillimetresASecondWithItsCommandOnly) {
 
 TEST(WaitingBelt, LoadsAsSoonAsThereIsRoomAndNoMoreThanTheStock) {
     station_driver driven(1, {3, 0});
-    driven.run_ms(60'000);  // Stopped: the first base may leave room for one or two more, 100 mm apart.
+    // The belt stands still: the first base may leave room for one or two more, 100 mm apart.
+    driven.run_ms(60'000);
     const std::size_t stopped = driven.model.state().bases.size();
     EXPECT_LE(stopped, 3u);
     driven.set("MTA=1 MT=1");
@@ -60,7 +62,8 @@ TEST(WaitingBelt, ABaseStepsOverOnlyWhenBothBeltsRunAndTheWholeOfItHasRoom) {
     const std::vector<workcell_base> bases = driven.model.state().bases;
     const double expected_mm[] = {300, 220, 140, 0, -100, -200, -300};
     ASSERT_EQ(bases.size(), std::size(expected_mm));
-    for (std::size_t i = 0; i < bases.size(); ++i) EXPECT_EQ(bases[i].front_mm, expected_mm[i]) << i;
+    for (std::size_t i = 0; i < bases.size(); ++i)
+        EXPECT_EQ(bases[i].front_mm, expected_mm[i]) << i;
 }
 
 TEST(MainBelt, RunsAtAHundredMillimetresASecondWithItsCommandOnly) {
@@ -88,8 +91,10 @@ TEST(MainBelt, ABaseThatPassesTheEndIsCounted) {
 }
 
 TEST(Blocker, EachStopsABaseAtItsStop) {
-    const struct { const char *block, *presence; double stop_mm; } zones[] = {
-        {"BZ1=1", "p1ok", 300}, {"BZ2=1", "p2ok", 600}, {"BZ3=1", "p3ok", 900}};
+    const struct {
+        const char *block, *presence;
+        double stop_mm;
+    } zones[] = {{"BZ1=1", "p1ok", 300}, {"BZ2=1", "p2ok", 600}, {"BZ3=1", "p3ok", 900}};
     for (const auto& [block, presence, stop_mm] : zones) {
         station_driver driven;
         driven.set(std::string("MTA=1 MT=1 ") + block);
@@ -115,14 +120,19 @@ TEST(Presence, IsWithinFiveMillimetresOfTheStop) {
         driven.wait_front(stop_mm - 10);
         for (int ms = 0; ms < 200; ++ms) {
             const double distance_mm = driven.front_mm() - stop_mm;
-            EXPECT_EQ(driven.sensor(presence), distance_mm >= -5 && distance_mm <= 5) << distance_mm;
+            EXPECT_EQ(driven.sensor(presence), distance_mm >= -5 && distance_mm <= 5)
+                << distance_mm;
             driven.run_ms(1);
         }
     }
 }
 
 TEST(Blocker, CannotExtendThroughABaseAndStaysWhereItTouches) {
-    const struct { const char *on, *off, *retracted, *extended; double stop_mm; const char* incident; } zones[] = {
+    const struct {
+        const char *on, *off, *retracted, *extended;
+        double stop_mm;
+        const char* incident;
+    } zones[] = {
         {"BZ1=1", "BZ1=0", "b1e", "b1s", 300, "bloqueur 1 arrêté : un support est au-dessus"},
         {"BZ2=1", "BZ2=0", "b2e", "b2s", 600, "bloqueur 2 arrêté : un support est au-dessus"},
         {"BZ3=1", "BZ3=0", "b3e", "b3s", 900, "bloqueur 3 arrêté : un support est au-dessus"},
@@ -150,6 +160,21 @@ TEST(Blocker, CannotExtendThroughABaseAndStaysWhereItTouches) {
         EXPECT_EQ(driven.sensor(extended), 1);
         EXPECT_EQ(driven.incidents(), texts{});
     }
+}
+
+TEST(Blocker, CatchesTheNextOfAClosedQueueAsSoonAsTheFirstHasPassed) {
+    station_driver driven;
+    driven.set("MTA=1 MT=1 BZ1=1");
+    driven.run_ms(40'000);
+    driven.set("MTA=0 BZ1=0");
+    driven.wait_front(310);
+    driven.set("BZ1=1");
+    driven.run_ms(5000);
+    const std::vector<workcell_base> bases = driven.model.state().bases;
+    EXPECT_GT(bases[0].front_mm, 600);
+    EXPECT_EQ(bases[1].front_mm, 300);
+    EXPECT_EQ(driven.sensor("b1s"), 1);
+    EXPECT_EQ(driven.incidents(), texts{"bloqueur 1 arrêté : un support est au-dessus"});
 }
 
 TEST(Blocker, ABaseJustAtItsStopIsNotAboveIt) {

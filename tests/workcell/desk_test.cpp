@@ -18,7 +18,8 @@ TEST(Desk, StartAndStopCycleReadOneWhileHeldAndMoveNothing) {
 }
 
 TEST(Init, EveryThingThatIsNotAtRestEndsIt) {
-    for (const char* name : {"BZ1", "BZ2", "BZ3", "SORT", "DESV", "DESP", "ASPI", "DEPOSE", "MTA", "MT"}) {
+    for (const char* name :
+         {"BZ1", "BZ2", "BZ3", "SORT", "DESV", "DESP", "ASPI", "DEPOSE", "MTA", "MT"}) {
         station_driver driven;
         EXPECT_EQ(driven.sensor("init"), 1);
         driven.set(std::string(name) + "=1");
@@ -46,7 +47,8 @@ void expect_same_places(const workcell_state& a, const workcell_state& b) {
     EXPECT_EQ(a.cup_down, b.cup_down);
     EXPECT_EQ(a.press_down, b.press_down);
     ASSERT_EQ(a.bases.size(), b.bases.size());
-    for (std::size_t i = 0; i < a.bases.size(); ++i) EXPECT_EQ(a.bases[i].front_mm, b.bases[i].front_mm);
+    for (std::size_t i = 0; i < a.bases.size(); ++i)
+        EXPECT_EQ(a.bases[i].front_mm, b.bases[i].front_mm);
 }
 
 TEST(EmergencyStop, EverythingStopsWhereItIsAndGoesOnFromThere) {

@@ -12,7 +12,8 @@ TEST(FaultText, IsANameOfTheStationAndAKindThatFits) {
     for (const char* sensor : station_inputs)
         for (const kind each : {kind::stuck0, kind::stuck1, kind::inverted}) {
             std::string reason;
-            const auto fault = parse_fault(std::string(sensor) + '=' + fault_kind_name(each), reason);
+            const auto fault =
+                parse_fault(std::string(sensor) + '=' + fault_kind_name(each), reason);
             ASSERT_TRUE(fault) << sensor;
             EXPECT_EQ(fault->name, sensor);
             EXPECT_EQ(fault->kind, each);
@@ -28,11 +29,13 @@ TEST(FaultText, IsANameOfTheStationAndAKindThatFits) {
 }
 
 TEST(FaultText, AnythingElseIsRefusedWithItsReason) {
-    const char* sensor_kinds = "te is a sensor: its faults are stuck0, stuck1, inverted";
-    const char* actuator_kinds = "MT is an actuator: its only fault is dead";
-    const struct { std::string text, why; } cases[] = {
-        {"", "a fault is written NAME=KIND"},
-        {"te", "a fault is written NAME=KIND"},
+    const char* sensor_kinds = "te est un capteur : ses pannes sont stuck0, stuck1, inverted";
+    const char* actuator_kinds = "MT est un actionneur : sa seule panne est dead";
+    const struct {
+        std::string text, why;
+    } cases[] = {
+        {"", "une panne s'écrit NOM=PANNE"},
+        {"te", "une panne s'écrit NOM=PANNE"},
         {"te=dead", sensor_kinds},
         {"te=", sensor_kinds},
         {"te=stuck2", sensor_kinds},
@@ -41,9 +44,9 @@ TEST(FaultText, AnythingElseIsRefusedWithItsReason) {
         {"MT=stuck0", actuator_kinds},
         {"MT=inverted", actuator_kinds},
         {"MT=DEAD", actuator_kinds},
-        {"=stuck0", "the station has no sensor and no actuator named \"\""},
-        {"TE=stuck0", "the station has no sensor and no actuator named \"TE\""},
-        {" te=stuck0", "the station has no sensor and no actuator named \" te\""},
+        {"=stuck0", "la station n'a ni capteur ni actionneur nommé \"\""},
+        {"TE=stuck0", "la station n'a ni capteur ni actionneur nommé \"TE\""},
+        {" te=stuck0", "la station n'a ni capteur ni actionneur nommé \" te\""},
     };
     for (const auto& [text, why] : cases) {
         std::string reason = "untouched";
@@ -82,7 +85,8 @@ TEST(Fault, TheLastOneOfANameHoldsUntilItIsRemoved) {
     EXPECT_FALSE(model.remove_fault("te"));
 }
 
-// Two stations under the same restless hand, one of them with faults; `each_step` compares them every 10 ms.
+// Two stations under the same restless hand, one of them with faults; `each_step` compares them
+// every 10 ms.
 template <typename EachStep>
 void compare(workcell_model& plain, workcell_model& faulty, int never, EachStep each_step) {
     std::mt19937_64 random(7);
@@ -154,7 +158,8 @@ TEST(DeadActuator, ABlockerReturnsAndACylinderStays) {
 
 TEST(SensorFault, DoesNotReachInit) {
     station_driver driven;
-    for (const char* sensor : {"te", "vh", "ph", "b1e", "b2e", "b3e"}) driven.model.add_fault(sensor, kind::stuck0);
+    for (const char* sensor : {"te", "vh", "ph", "b1e", "b2e", "b3e"})
+        driven.model.add_fault(sensor, kind::stuck0);
     EXPECT_EQ(driven.sensor("init"), 1);
     driven.model.add_fault("init", kind::stuck0);
     EXPECT_EQ(driven.sensor("init"), 0);

@@ -71,7 +71,8 @@ TEST(GoodBase, ComesFirstAlsoWhenOthersWaitBehindIt) {
     EXPECT_EQ(driven.model.state().incidents, 0);
 }
 
-// One base at a time: they gather at the end of the waiting belt, and a second of both belts lets one step over.
+// One base at a time: they gather at the end of the waiting belt, and a second of both belts lets
+// one step over.
 TEST(GoodBase, FollowsAnother) {
     station_driver driven;
     for (int i = 0; i < 10; ++i) {
@@ -89,9 +90,15 @@ TEST(GoodBase, FollowsAnother) {
 }
 
 TEST(BadBase, IsOneThatMissesAnything) {
-    const struct { const char* missing; bool glue, part; int press_ms; } cases[] = {
-        {"glue", false, true, 10'000}, {"part", true, false, 10'000}, {"press", true, true, 0},
-        {"half a second of the press", true, true, 9'500}, {"everything", false, false, 0}};
+    const struct {
+        const char* missing;
+        bool glue, part;
+        int press_ms;
+    } cases[] = {{"glue", false, true, 10'000},
+                 {"part", true, false, 10'000},
+                 {"press", true, true, 0},
+                 {"half a second of the press", true, true, 9'500},
+                 {"everything", false, false, 0}};
     for (const auto& [missing, glue, part, press_ms] : cases) {
         station_driver driven;
         driven.bring_to_zone(3, glue, part);

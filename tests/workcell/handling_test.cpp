@@ -45,15 +45,18 @@ TEST(Drawer, CarriesItsPartOut) {
 }
 
 TEST(Drawer, DoesNotMoveWhileTheCupIsBelowAFifthOfItsHeight) {
-    const struct { const char *start, *command, *off; double there; } ways[] = {
-        {"", "SORT=1", "SORT=0", 0}, {"SORT=1", "SORT=0 RENT=1", "RENT=0", 1}};
+    const struct {
+        const char *start, *command, *off;
+        double there;
+    } ways[] = {{"", "SORT=1", "SORT=0", 0}, {"SORT=1", "SORT=0 RENT=1", "RENT=0", 1}};
     for (const auto& [start, command, off, there] : ways) {
         station_driver driven;
         driven.set(start);
         driven.run_ms(1000);
         driven.set("DESV=1");
         driven.run_ms(600);
-        EXPECT_EQ(driven.incidents(), texts{});  // A command that asks for no motion is not refused.
+        // A command that asks for no motion is not refused.
+        EXPECT_EQ(driven.incidents(), texts{});
         driven.set(command);
         driven.run_ms(2000);
         EXPECT_EQ(driven.model.state().drawer_out, there);
@@ -102,7 +105,10 @@ TEST(Cup, HoldsThePartOfTheDrawerThatIsOutAndTheVacuumComesAfterAFifthOfASecond)
 }
 
 TEST(Cup, TakesNothingWhenHighOrWithTheDrawerInOrEmpty) {
-    const struct { const char *what; std::vector<station_driver::move> moves; } cases[] = {
+    const struct {
+        const char* what;
+        std::vector<station_driver::move> moves;
+    } cases[] = {
         {"high", {{"", "pp=1"}, {"SORT=1", "ts=1"}, {"ASPI=1", ""}}},
         {"drawer in", {{"", "pp=1"}, {"DESV=1", "vb=1"}, {"ASPI=1", ""}}},
         {"drawer empty", {{"SORT=1", "ts=1"}, {"DESV=1", "vb=1"}, {"ASPI=1", ""}}},
@@ -148,10 +154,16 @@ TEST(Cup, KeepsThePartWhenTheSuctionComesBackInTime) {
 }
 
 TEST(Cup, APartLetGoAnywhereElseIsLost) {
-    const struct { const char* what; int zone; std::vector<station_driver::move> moves; } cases[] = {
+    const struct {
+        const char* what;
+        int zone;
+        std::vector<station_driver::move> moves;
+    } cases[] = {
         {"high above a base", 2, {{"ASPI=0", ""}}},
         {"low with no base", 1, {{"DESV=1", "vb=1"}, {"ASPI=0", ""}}},
-        {"low into the drawer that is out", 2, {{"SORT=1", "ts=1"}, {"DESV=1", "vb=1"}, {"ASPI=0", ""}}},
+        {"low into the drawer that is out",
+         2,
+         {{"SORT=1", "ts=1"}, {"DESV=1", "vb=1"}, {"ASPI=0", ""}}},
         {"high above the drawer that is out", 2, {{"SORT=1", "ts=1"}, {"ASPI=0", ""}}},
     };
     for (const auto& [what, zone, moves] : cases) {

@@ -9,7 +9,9 @@ namespace {
 
 constexpr std::uint64_t hash_start = 14695981039346656037ull;
 
-void add_to_hash(std::uint64_t& hash, std::uint64_t value) { hash = (hash ^ value) * 1099511628211ull; }
+void add_to_hash(std::uint64_t& hash, std::uint64_t value) {
+    hash = (hash ^ value) * 1099511628211ull;
+}
 
 // Every sensor, and the places that no sensor sees.
 void add_state(std::uint64_t& hash, const workcell_model& model) {
@@ -42,7 +44,8 @@ std::uint64_t history(std::uint64_t seed, Advance advance) {
         add_state(hash, model);
     }
     for (const workcell_incident& each : model.take_incidents())
-        for (const char* c = each.text; *c != '\0'; ++c) add_to_hash(hash, static_cast<unsigned char>(*c));
+        for (const char* c = each.text; *c != '\0'; ++c)
+            add_to_hash(hash, static_cast<unsigned char>(*c));
     return hash;
 }
 
@@ -78,7 +81,8 @@ TEST(History, DoesNotDependOnHowTheTimeIsCut) {
 TEST(Step, NothingHappensForWhatIsNoTime) {
     workcell_model model(1);
     model.set_command(output_index("BZ1"), 1);
-    for (const double nothing : {0.0, -0.0, -1.0, -1e300, std::nan(""), -std::numeric_limits<double>::infinity()})
+    for (const double nothing :
+         {0.0, -0.0, -1.0, -1e300, std::nan(""), -std::numeric_limits<double>::infinity()})
         model.step(nothing);
     EXPECT_EQ(model.state().time_s, 0);
     EXPECT_EQ(model.state().blockers_out[0], 0);

@@ -2,6 +2,7 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <sstream>
 #include <string>
@@ -12,7 +13,8 @@
 
 class station_driver {
 public:
-    explicit station_driver(std::uint64_t seed = 1, workcell_supplies supplies = {}) : model(seed, supplies) {}
+    explicit station_driver(std::uint64_t seed = 1, workcell_supplies supplies = {})
+        : model(seed, supplies) {}
 
     workcell_model model;
 
@@ -28,7 +30,8 @@ public:
         EXPECT_GE(input_index(name), 0) << name;
         return model.sensor(input_index(name));
     }
-    /// Runs until the sensor has the value, 60 s at most; returns the milliseconds that it took, -1 if it never came.
+    /// Runs until the sensor has the value, 60 s at most; returns the milliseconds that it took, -1
+    /// if it never came.
     int wait(std::string_view name, int value = 1) {
         for (int ms = 0; ms <= 60'000; ++ms) {
             if (sensor(name) == value) return ms;
@@ -44,16 +47,23 @@ public:
         for (int i = 0; i < 60'000 && front_mm() < mm; ++i) model.step(0.001);
         EXPECT_GE(front_mm(), mm);
     }
-    /// Brings the first base to zone 1, 2 or 3, glued and with a part on the way if asked, and stops both belts.
+    /// Brings the first base to zone 1, 2 or 3, glued and with a part on the way if asked, and
+    /// stops both belts.
     void bring_to_zone(int zone, bool glue = false, bool part = false);
     /// Fetches a part with the drawer: the cup is then high, holds it, and the drawer is in.
     void fetch_part() {
         wait("pp");
-        play({{"SORT=1", "ts=1"}, {"SORT=0 DESV=1", "vb=1"}, {"ASPI=1", "vide=1"}, {"DESV=0 MONV=1", "vh=1"},
-              {"MONV=0 RENT=1", "te=1"}, {"RENT=0", ""}});
+        play({{"SORT=1", "ts=1"},
+              {"SORT=0 DESV=1", "vb=1"},
+              {"ASPI=1", "vide=1"},
+              {"DESV=0 MONV=1", "vh=1"},
+              {"MONV=0 RENT=1", "te=1"},
+              {"RENT=0", ""}});
     }
     /// Places the held part on what is below.
-    void place_part() { play({{"DESV=1", "vb=1"}, {"ASPI=0", "vide=0"}, {"DESV=0 MONV=1", "vh=1"}, {"MONV=0", ""}}); }
+    void place_part() {
+        play({{"DESV=1", "vb=1"}, {"ASPI=0", "vide=0"}, {"DESV=0 MONV=1", "vh=1"}, {"MONV=0", ""}});
+    }
 
     struct move {
         std::string commands, then_wait;

@@ -8,8 +8,8 @@ TEST(Station, StartsAtRestWithOneBaseOnTheWaitingBelt) {
         const station_driver at_start(seed);
         for (std::size_t i = 0; i < station_inputs.size(); ++i) {
             const std::string name = station_inputs[i];
-            const bool set = name == "b1e" || name == "b2e" || name == "b3e" || name == "te" || name == "vh" ||
-                             name == "ph" || name == "init";
+            const bool set = name == "b1e" || name == "b2e" || name == "b3e" || name == "te" ||
+                             name == "vh" || name == "ph" || name == "init";
             EXPECT_EQ(at_start.model.sensor(static_cast<int>(i)), set) << name;
         }
         const workcell_state state = at_start.model.state();
@@ -25,13 +25,17 @@ TEST(Station, StartsAtRestWithOneBaseOnTheWaitingBelt) {
 
 TEST(Station, TheSeedChoosesTheFirstBasesPlace) {
     std::vector<double> places;
-    for (std::uint64_t seed = 0; seed < 20; ++seed) places.push_back(station_driver(seed).front_mm());
+    for (std::uint64_t seed = 0; seed < 20; ++seed)
+        places.push_back(station_driver(seed).front_mm());
     std::ranges::sort(places);
     EXPECT_GT(std::unique(places.begin(), places.end()) - places.begin(), 10);
 }
 
 TEST(Station, EachCylinderTakesItsStrokeAndItsSensorsSeeTwoPercent) {
-    const struct { const char *forth, *back, *rest, *end; int stroke_ms; } cylinders[] = {
+    const struct {
+        const char *forth, *back, *rest, *end;
+        int stroke_ms;
+    } cylinders[] = {
         {"BZ1=1", "BZ1=0", "b1e", "b1s", 300},
         {"BZ2=1", "BZ2=0", "b2e", "b2s", 300},
         {"BZ3=1", "BZ3=0", "b3e", "b3s", 300},
@@ -42,7 +46,9 @@ TEST(Station, EachCylinderTakesItsStrokeAndItsSensorsSeeTwoPercent) {
     for (const auto& [forth, back, rest, end, stroke_ms] : cylinders) {
         station_driver driven;
         const int two_percent_ms = stroke_ms / 50;
-        const struct { const char *command, *from, *to; } ways[] = {{forth, rest, end}, {back, end, rest}};
+        const struct {
+            const char *command, *from, *to;
+        } ways[] = {{forth, rest, end}, {back, end, rest}};
         for (const auto& [command, from, to] : ways) {
             driven.set(command);
             driven.run_ms(two_percent_ms);
@@ -61,7 +67,10 @@ TEST(Station, EachCylinderTakesItsStrokeAndItsSensorsSeeTwoPercent) {
 }
 
 TEST(Station, OppositeCommandsTogetherOrNeitherStay) {
-    const struct { const char *forth, *both, *none; double workcell_state::*place; } pairs[] = {
+    const struct {
+        const char *forth, *both, *none;
+        double workcell_state::*place;
+    } pairs[] = {
         {"SORT=1 RENT=0", "SORT=1 RENT=1", "SORT=0 RENT=0", &workcell_state::drawer_out},
         {"DESV=1 MONV=0", "DESV=1 MONV=1", "DESV=0 MONV=0", &workcell_state::cup_down},
         {"DESP=1 MONP=0", "DESP=1 MONP=1", "DESP=0 MONP=0", &workcell_state::press_down},
@@ -106,7 +115,8 @@ TEST(Station, IndicesThatDoNotExistReadZeroAndSetNothing) {
     for (const int index : {-1, INT32_MIN, INT32_MAX, 13, 23}) driven.model.set_command(index, 1);
     driven.run_ms(400);
     EXPECT_EQ(driven.sensor("init"), 1);
-    for (const int index : {-1, INT32_MIN, INT32_MAX, 23}) EXPECT_EQ(driven.model.sensor(index), 0) << index;
+    for (const int index : {-1, INT32_MIN, INT32_MAX, 23})
+        EXPECT_EQ(driven.model.sensor(index), 0) << index;
 }
 
 }  // namespace
