@@ -48,8 +48,9 @@ void draw_column_rules(const OFD_afficheur_filtre_impression& filter, std::int32
 
 /// What is printed of a cell: cut first, so that a parenthesis within the width still counts in it.
 inline std::string printed(std::string_view cell, std::int32_t width) {
-    const std::string cut = my_before(std::string(cell), width);
-    return substitute_char(substitute_char(cut, '(', ""), ')', "");
+    std::string text = my_before(std::string(cell), width);
+    std::erase_if(text, [](char byte) { return byte == '(' || byte == ')'; });
+    return text;
 }
 
 /// The cells of a text line, but those that are exactly one space.

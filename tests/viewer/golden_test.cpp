@@ -7,7 +7,7 @@
 
 namespace {
 
-const char* const cases[] = {"no_line", "one_line", "one_cell", "lines_77", "lines_78", "table", "mixed_1", "mixed_2"};
+const char* const cases[] = {"no_line", "one_line", "one_cell", "example", "lines_77", "lines_78", "table", "mixed_1", "mixed_2"};
 
 std::string golden(const std::string& name) {
     const std::string path = QUORIN_GOLDEN "/" + name;

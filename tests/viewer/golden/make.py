@@ -265,6 +265,7 @@ CASES = {
     "no_line": [],
     "one_line": [b"un (1)"],
     "one_cell": [b"#C T10 T ", b"un (1)"],
+    "example": [b"#C T12 T5 T ", b"#T", b"piece#qte", b"#T", b"vis (M4)#144", b"ecrou# ", b"#C T17 T ", b"total : 144", b"#T"],
     "lines_77": [b"#C 12 "] + [b"ligne %d" % n for n in range(1, 78)],
     "lines_78": [b"#C 12 "] + [b"ligne %d" % n for n in range(1, 79)],
     "table": three_page_table(),
