@@ -14,7 +14,8 @@ target_link_libraries(quorin_test_main PUBLIC GTest::gtest PRIVATE quorin_option
 add_library(quorin_test_programs STATIC ${PROJECT_SOURCE_DIR}/tests/support/programs.cpp)
 target_include_directories(quorin_test_programs PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(quorin_test_programs PUBLIC GTest::gtest PRIVATE quorin_options)
-target_compile_definitions(quorin_test_programs PUBLIC QUORIN_PROGRAMS="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+target_compile_definitions(quorin_test_programs PUBLIC
+    QUORIN_PROGRAMS="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}" QUORIN_SOURCE="${PROJECT_SOURCE_DIR}")
 add_dependencies(quorin_test_programs quorin zk4sim quorin-io)
 
 # For tests that look at the display, and use its mouse and keyboard.

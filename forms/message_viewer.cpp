@@ -1,0 +1,73 @@
+// The viewer of long messages, with its save button.
+#include "forms/dialogs.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+
+#include <FL/Fl.H>
+#include <FL/Fl_Button.H>
+#include <FL/Fl_Multi_Browser.H>
+#include <FL/Fl_Window.H>
+#include <FL/forms.H>
+
+#include "forms/widget_shortcuts.h"
+#include "strings/record_scanning.h"
+
+namespace {
+
+constexpr int character_px = 6;
+constexpr int widest_characters = (32767 - 10) / character_px;  // a window's sides are 16-bit
+constexpr useconds_t poll_pause_us = 1000;
+
+/// The window and what its loop looks at. No widget has a callback, so that all of them land in the
+/// toolkit's queue.
+struct message_viewer {
+    Fl_Window* window;
+    Fl_Multi_Browser* lines;
+    Fl_Button* quit;
+    Fl_Button* save;
+};
+
+message_viewer make_viewer(int width) {
+    const int text_px = std::clamp(width, 0, widest_characters) * character_px;
+    message_viewer viewer;
+    viewer.window = new Fl_Window(text_px + 10, 570, "Messages");
+    viewer.window->set_modal();
+    viewer.lines = new Fl_Multi_Browser(5, 10, text_px, 500);
+    viewer.quit = new Fl_Button(250, 530, 50, 30, "Quit");
+    viewer.save = new Fl_Button(80, 530, 50, 30, "save");
+    viewer.window->end();
+    return viewer;
+}
+
+void add_lines(Fl_Browser* browser, const std::string& text) {
+    std::string rest = text;
+    while (!rest.empty()) fl_add_browser_Sline(browser, next_record(rest, '\n', rest));
+}
+
+void save_text(const std::string& text) {
+    const char* name = fl_show_file_selector("save message", "", "*.txt", "");
+    if (!name) return;
+    std::ofstream file(name, std::ios::binary | std::ios::trunc);
+    file.write(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+}  // namespace
+
+void fl_show_Sbigmessages(const std::string& text, int width) {
+    const message_viewer viewer = make_viewer(width);
+    add_lines(viewer.lines, text);
+    viewer.window->show();
+    // Closed by Escape or by the window manager, the window is only hidden: that ends the loop as
+    // "Quit" does.
+    while (viewer.window->shown()) {
+        Fl::check();
+        const Fl_Widget* used = Fl::readqueue();
+        if (used == viewer.save) save_text(text);
+        if (used == viewer.quit) break;
+        usleep(poll_pause_us);
+    }
+    delete viewer.window;
+}

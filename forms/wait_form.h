@@ -1,0 +1,36 @@
+// The wait form: a small window that says what goes on while a long task runs.
+#pragma once
+#include <FL/Fl_Window.H>
+#include <FL/forms.H>
+
+#include <string>
+
+/// The window is on the screen once the constructor has returned, and leaves it with the object.
+///
+///     {
+///         OFD_wait_form wait("Impression en cours ...");
+///         print_everything();
+///     }
+class OFD_wait_form {
+public:
+    Fl_Window*
+        window;  ///< 600 x 60 pixels, titled "travail en cours ..."; owned, deleted with the form.
+    Fl_FormsText* text;  ///< Shows the message, centred; a child of the window.
+    long unused_first;   ///< 0; kept for the layout of the class.
+    long unused_second;  ///< 0; kept for the layout of the class.
+
+    /// Shows `message` in a modal window at the mouse, and processes the pending events once. Waits
+    /// for the server to show the window first, but not beyond half a second: it may be hidden for
+    /// good (another desktop, say).
+    ///
+    /// The message is copied, and the copy stays with the text widget for good, as with
+    /// fl_add_Stext. The window is one of its own whatever group is open; that group is closed, as
+    /// by any new window. A display is needed.
+    explicit OFD_wait_form(const std::string& message);
+    OFD_wait_form(const OFD_wait_form&) = delete;
+    OFD_wait_form& operator=(const OFD_wait_form&) = delete;
+
+    /// Deletes the window and its children. Must not run after the window was deleted by other
+    /// hands.
+    ~OFD_wait_form();
+};
