@@ -22,8 +22,7 @@ struct point {
     std::int32_t x, y;
 };
 
-/// The point `characters` right of `left` (and `margin` points more), in row `row` of a page whose
-/// row 0 is at y `top`.
+/// The point `characters` right of x `left`, in row `row` of a page whose row 0 is at y `top`.
 inline point place(std::int64_t left, std::int64_t characters, std::int64_t top, std::int64_t row) {
     return {static_cast<std::int32_t>(left + character_pt * characters),
             static_cast<std::int32_t>(top - row_pt * row)};
