@@ -16,9 +16,8 @@ constexpr std::int64_t longest_filled_line = 1'000'000;
 /// Appends `length` times `filler`, as far as a line may be filled. None for a negative length.
 void fill(std::string& line, std::int64_t length, char filler) {
     const std::int64_t room = longest_filled_line - static_cast<std::int64_t>(line.size());
-    line.append(static_cast<std::size_t>(
-                    std::clamp<std::int64_t>(length, 0, std::max<std::int64_t>(room, 0))),
-                filler);
+    length = std::min(length, room);
+    if (length > 0) line.append(static_cast<std::size_t>(length), filler);
 }
 
 std::string rule(const line_markup::column_layout& columns) {

@@ -22,8 +22,7 @@ struct point {
     std::int32_t x, y;
 };
 
-/// The point `characters` right of `left` (and `margin` points more), in row `row` of a page whose
-/// row 0 is at y `top`.
+/// The point `characters` right of x `left`, in row `row` of a page whose row 0 is at y `top`.
 inline point place(std::int64_t left, std::int64_t characters, std::int64_t top, std::int64_t row) {
     return {static_cast<std::int32_t>(left + character_pt * characters),
             static_cast<std::int32_t>(top - row_pt * row)};
@@ -48,8 +47,9 @@ void draw_column_rules(const OFD_afficheur_filtre_impression& filter, std::int32
 
 /// What is printed of a cell: cut first, so that a parenthesis within the width still counts in it.
 inline std::string printed(std::string_view cell, std::int32_t width) {
-    const std::string cut = my_before(std::string(cell), width);
-    return substitute_char(substitute_char(cut, '(', ""), ')', "");
+    std::string text = my_before(std::string(cell), width);
+    std::erase_if(text, [](char byte) { return byte == '(' || byte == ')'; });
+    return text;
 }
 
 /// The cells of a text line, but those that are exactly one space.

@@ -1,0 +1,97 @@
+// What the tests of the viewer's filters share: documents as lists of lines, and what a filter wrote.
+#pragma once
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "viewer/display_filter.h"
+#include "viewer/print_filter.h"
+#include "viewer/text_filter.h"
+
+using text_lines = std::vector<std::string>;
+
+inline std::string bytes_of(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// A file of this test process, gone with the object.
+class temporary_file {
+public:
+    temporary_file() {
+        static int made = 0;
+        path_ = std::filesystem::temp_directory_path() /
+                ("viewer_filters_" + std::to_string(getpid()) + "_" + std::to_string(made++));
+    }
+    ~temporary_file() { std::filesystem::remove(path_); }
+    temporary_file(const temporary_file&) = delete;
+    temporary_file& operator=(const temporary_file&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// What `write` puts in a file.
+inline std::string written(const std::function<void(std::fstream&)>& write) {
+    const temporary_file file;
+    std::fstream out(file.path(), std::ios::out);
+    write(out);
+    out.close();
+    return bytes_of(file.path());
+}
+
+inline int count_of(const text_lines& lines) { return static_cast<int>(lines.size()); }
+
+inline std::string as_pdf(text_lines lines) {
+    OFD_afficheur_filtre_impression filter(lines.data(), count_of(lines));
+    return written([&](std::fstream& out) { filter.imprime_pdf(out); });
+}
+
+inline std::string as_postscript(text_lines lines) {
+    OFD_afficheur_filtre_impression filter(lines.data(), count_of(lines));
+    return written([&](std::fstream& out) { filter.imprime_postscript(out); });
+}
+
+inline std::string as_text(text_lines lines) {
+    OFD_afficheur_filtre_texte filter(lines.data(), count_of(lines));
+    return written([&](std::fstream& out) { filter.imprime(out); });
+}
+
+inline int pages_of(text_lines lines) {
+    return OFD_afficheur_filtre_affichage(lines.data(), count_of(lines)).nb_pages();
+}
+
+/// The screen's pages, turned one after the other by one filter.
+inline std::vector<std::string> screen_pages(text_lines lines) {
+    OFD_afficheur_filtre_affichage filter(lines.data(), count_of(lines));
+    std::vector<std::string> pages;
+    for (int page = 0; page <= filter.nb_pages(); ++page) pages.push_back(filter.visu_page(page));
+    return pages;
+}
+
+/// `count` copies of `line`.
+inline text_lines copies(int count, const std::string& line) {
+    return text_lines(static_cast<std::size_t>(count), line);
+}
+
+inline text_lines joined(std::initializer_list<text_lines> parts) {
+    text_lines all;
+    for (const text_lines& part : parts) all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+/// The parts of `text` that `end` ends; what follows the last `end` is left out.
+inline std::vector<std::string> parts_of(const std::string& text, const std::string& end) {
+    std::vector<std::string> parts;
+    std::size_t start = 0;
+    for (std::size_t at; (at = text.find(end, start)) != std::string::npos; start = at + end.size())
+        parts.push_back(text.substr(start, at - start));
+    return parts;
+}

@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+
+#include "tests/viewer/documents.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+const std::string font =
+    "a4\n"
+    "/Times-Roman findfont\n"
+    "7 scalefont\n"
+    "setfont\n";
+
+const std::string head =
+    "%!PS-Adobe-2.0\n"
+    "%%Creator: folvanix\n"
+    "%%Title: tmp.ps\n"
+    "%%Pages: 1\n"
+    "%%PageOrder: Ascend\n"
+    "%%BoundingBox: 0 0 612 792\n"
+    "%%DocumentPaperSizes: a4\n"
+    "%%EndComments\n" +
+    font;
+
+const std::string tail = "showpage\n";
+
+std::string cell(int x, int y, const std::string& text) {
+    return std::to_string(x) + " " + std::to_string(y) + " moveto (" + text + ") show\n";
+}
+
+std::string segment(int x1, int y1, int x2, int y2) {
+    return "newpath " + std::to_string(x1) + " " + std::to_string(y1) + " moveto " + std::to_string(x2) + " " +
+           std::to_string(y2) + " lineto stroke \n";
+}
+
+/// What a new filter writes for the last of `lines`, after the others.
+std::string last_drawn(const text_lines& lines) {
+    OFD_afficheur_filtre_impression filter(nullptr, 0);
+    written([&](std::fstream& out) {
+        filter.begin_postscript(out);
+        for (std::size_t line = 0; line + 1 < lines.size(); ++line) filter.postscript(out, lines[line]);
+    });
+    return written([&](std::fstream& out) { filter.postscript(out, lines.back()); });
+}
+
+TEST(PostscriptDocument, IsOneEmptyPageWithoutLines) {
+    EXPECT_EQ(as_postscript({}), head + tail);
+    OFD_afficheur_filtre_impression negative(nullptr, -5);
+    EXPECT_EQ(written([&](std::fstream& out) { negative.imprime_postscript(out); }), head + tail);
+}
+
+TEST(PostscriptDocument, HoldsOneLine) {
+    EXPECT_EQ(as_postscript({"text"}), head + "45 790 moveto () show\n" + tail);
+    EXPECT_EQ(as_postscript({"#C T10 T ", "un (1)"}),
+              head +
+                  "45 790 moveto (un 1) show\n"
+                  "newpath 40 790 moveto 40 800 lineto stroke \n"
+                  "newpath 90 790 moveto 90 800 lineto stroke \n" +
+                  tail);
+}
+
+TEST(PostscriptDocument, BreaksAfterSeventySevenCountedLines) {
+    std::string page;
+    for (int row = 1; row <= 77; ++row) page += cell(45, 800 - 10 * row, "x");
+    const text_lines full = copies(77, "x");
+    EXPECT_EQ(as_postscript(joined({{"#C 9 "}, full})), head + page + tail);
+    EXPECT_EQ(as_postscript(joined({{"#C 9 "}, full, {"x"}})),
+              head + page + "showpage\n%%page : 1 1\n" + font + cell(45, 790, "x") + tail);
+    EXPECT_EQ(as_postscript(joined({{"#C 9 "}, full, full, {"x"}})),
+              head + page + "showpage\n%%page : 1 1\n" + font + page + "showpage\n%%page : 2 2\n" + font +
+                  cell(45, 790, "x") + tail);
+}
+
+TEST(PostscriptDocument, DrawsTheRulesOfTheOpenBlockAtEachPagesEnd) {
+    const std::string document = as_postscript(joined({{"#C T9 T "}, copies(78, "x")}));
+    EXPECT_NE(document.find(cell(45, 30, "x") + segment(40, 30, 40, 800) + segment(85, 30, 85, 800) + "showpage\n%%page"),
+              std::string::npos);
+    EXPECT_TRUE(document.ends_with(cell(45, 790, "x") + segment(40, 790, 40, 800) + segment(85, 790, 85, 800) + tail));
+}
+
+TEST(PostscriptLine, IsDrawnByItsType) {
+    const struct { text_lines lines; std::string drawn; } cases[] = {
+        {{"#C 10 ", "(a)b"}, cell(45, 790, "ab")},
+        {{"#C 3 ", "(a)b"}, cell(45, 790, "a")},
+        {{"#C 10 20 ", "a#b#c"}, cell(45, 790, "a") + cell(95, 790, "b") + cell(195, 790, "")},
+        {{"#C 10 20 ", " # #"}, cell(195, 790, "")},
+        {{"#C 10 20 ", "( )"}, ""},
+        {{"#C 10 20 ", " ", "x"}, cell(45, 780, "x")},
+        {{"#C 9 ", "\\(\xE9\0\xFF"s}, cell(45, 790, "\\\xE9\0\xFF"s)},
+        {{"#P 9 "}, ""},
+        {{"#P 9 ", "x"}, cell(45, 800, "x")},
+        {{"#P 9 ", "x", "x"}, cell(45, 790, "x")},
+        {{"#C 10 20 ", "#T"}, "newpath 40 790 moveto 190 790 lineto stroke \n"},
+        {{"#C 10 20 ", "#T", "#T"}, segment(40, 780, 190, 780)},
+        {{"#P 10 20 ", "#T"}, segment(40, 800, 190, 800)},
+        {{"#C T10 T20 T "}, ""},
+        {{"#C T10 T20 T ", "x", "x", "#C 5 "},
+         segment(40, 780, 40, 800) + segment(90, 780, 90, 800) + segment(190, 780, 190, 800)},
+        {{"#C 9 ", "x", "x", "#C T9 ", "x", "#C"}, segment(40, 770, 40, 780)},
+        {{"#C T9 ", "x", "#P T8 "}, ""},
+        {{"#C T9 ", "x", "x", "#C T9 ", "#P T8 ", "x", "#C"}, segment(40, 800, 40, 780)},
+        {{"#P T8 ", "#C"}, segment(40, 810, 40, 800)}};
+    for (const auto& [lines, drawn] : cases) EXPECT_EQ(last_drawn(lines), drawn) << lines.back();
+}
+
+TEST(PostscriptFilter, NamesThePageThatItIsGiven) {
+    OFD_afficheur_filtre_impression filter(nullptr, 0);
+    filter.line_counter = filter.column_start_line = 9;
+    EXPECT_EQ(written([&](std::fstream& out) { filter.next_page_postscript(out, 1234); }),
+              "showpage\n%%page : 1234 1234\n" + font);
+    EXPECT_EQ(filter.line_counter, 1);
+    EXPECT_EQ(filter.column_start_line, 1);
+    EXPECT_EQ(filter.page_index, 0);  // a matter of PDF
+    EXPECT_EQ(written([&](std::fstream& out) { filter.end_postscript(out); }), tail);
+}
+
+TEST(PostscriptFilter, KeepsTheColumnsOfThePdfThatItWroteBefore) {
+    text_lines lines = {"#C T10 ", "x"};
+    OFD_afficheur_filtre_impression filter(lines.data(), 2);
+    written([&](std::fstream& out) { filter.imprime_pdf(out); });
+    EXPECT_EQ(written([&](std::fstream& out) { filter.imprime_postscript(out); }),
+              head + segment(40, 800, 40, 800) + cell(45, 790, "x") + segment(40, 790, 40, 800) + tail);
+}
+
+}  // namespace
