@@ -208,7 +208,8 @@ void OFD_afficheur::visu_page() {
     const std::string text = display_filter->visu_page(page);
     browser->clear();
     for (std::size_t start = 0; start < text.size();) {
-        const std::size_t end = std::min({text.find('\n', start), start + piece_bytes, text.size()});
+        const std::size_t end =
+            std::min({text.find('\n', start), start + piece_bytes, text.size()});
         browser->add(text.substr(start, end - start).c_str());
         start = end + 1;  // skips the newline, or the byte after a full piece: that one is lost
     }

@@ -28,8 +28,8 @@ class Fl_Window;
 ///     viewer.activation(lines, "Stock", "xpdf");  // returns when the user has pressed ANNULER
 class OFD_afficheur {
 public:
-    std::int32_t english;                           ///< 0: labels and messages in French.
-    std::int32_t page;                              ///< The page shown, 0 for the first.
+    std::int32_t english;                            ///< 0: labels and messages in French.
+    std::int32_t page;                               ///< The page shown, 0 for the first.
     OFD_afficheur_filtre_affichage* display_filter;  ///< These three are made by each activation,
     OFD_afficheur_filtre_impression* print_filter;   ///< and never released; until the first one
     OFD_afficheur_filtre_texte* text_filter;         ///< they have no line.

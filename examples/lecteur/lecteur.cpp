@@ -31,7 +31,10 @@ void describe(CLI::App& app, options& asked) {
         std::string& kept;
     } documents[] = {{"--pdf", asked.pdf}, {"--ps", asked.ps}, {"--txt", asked.txt}};
     for (const auto& [name, kept] : documents)
-        app.add_option(name, kept, "\xC3\xA9" "crit ce document, sans fen\xC3\xAAtre")->type_name("SORTIE");
+        app.add_option(name, kept,
+                       "\xC3\xA9"
+                       "crit ce document, sans fen\xC3\xAAtre")
+            ->type_name("SORTIE");
 }
 
 int refuse(const std::string& doing, const std::string& path) {
@@ -46,7 +49,11 @@ bool write(const std::string& path, Print print) {
     std::fstream out(path, std::ios::out);
     if (out) print(out);
     out.close();
-    if (!out) refuse("ne peut pas \xC3\xA9" "crire", path);
+    if (!out)
+        refuse(
+            "ne peut pas \xC3\xA9"
+            "crire",
+            path);
     return static_cast<bool>(out);
 }
 
@@ -54,7 +61,8 @@ int write_documents(const options& asked, lines& text) {
     lines printed = has_markup(text) ? text : for_print(text);
     const auto print = [&](auto document) {
         return [&printed, document](std::fstream& out) {
-            OFD_afficheur_filtre_impression filter(printed.data(), static_cast<int>(printed.size()));
+            OFD_afficheur_filtre_impression filter(printed.data(),
+                                                   static_cast<int>(printed.size()));
             (filter.*document)(out);
         };
     };
@@ -71,7 +79,8 @@ int show(const options& asked, const lines& text) {
     // The toolkit ends a program that has no display, with its own words: better say it in ours.
     Display* const display = XOpenDisplay(nullptr);
     if (!display) {
-        std::cerr << "lecteur: pas d'\xC3\xA9" "cran; --pdf, --ps et --txt s'en passent\n";
+        std::cerr << "lecteur: pas d'\xC3\xA9"
+                     "cran; --pdf, --ps et --txt s'en passent\n";
         return 1;
     }
     XCloseDisplay(display);
@@ -85,7 +94,10 @@ int show(const options& asked, const lines& text) {
 
 int main(int argc, char** argv) {
     options asked;
-    CLI::App app("Montre un texte page par page, ou l'\xC3\xA9" "crit en PDF, PostScript ou texte", "lecteur");
+    CLI::App app(
+        "Montre un texte page par page, ou l'\xC3\xA9"
+        "crit en PDF, PostScript ou texte",
+        "lecteur");
     describe(app, asked);
     try {
         app.parse(argc, argv);

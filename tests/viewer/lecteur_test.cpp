@@ -54,9 +54,11 @@ TEST_F(Lecteur, ExportsPlainTextWithEveryCharacterThatReadersKnow) {
     const outcome done = run({"a.c", "--pdf", "a.pdf", "--ps", "a.ps", "--txt", "a.txt"});
     EXPECT_EQ(done.status, 0);
     EXPECT_EQ(done.out + done.err, "");
-    EXPECT_EQ(bytes_of("a.txt"), "#include <x>\n\tf(\"\\n\"); // #1\n\n" + std::string(250, 'w') + "end\n");
+    EXPECT_EQ(bytes_of("a.txt"),
+              "#include <x>\n\tf(\"\\n\"); // #1\n\n" + std::string(250, 'w') + "end\n");
     EXPECT_EQ(count(bytes_of("a.pdf"), ") Tj"), 6u);
-    for (const std::string reader : {"pdftotext -layout a.pdf - 2>/dev/null", "gs -q -sDEVICE=txtwrite -o - a.ps"}) {
+    for (const std::string reader :
+         {"pdftotext -layout a.pdf - 2>/dev/null", "gs -q -sDEVICE=txtwrite -o - a.ps"}) {
         // Readers indent as they like.
         const std::string read = run_program({"sh", "-c", reader}).out;
         for (const std::string part : {"#include <x>", "f(\"\\n\"); // #1", "wend"})
@@ -85,16 +87,30 @@ TEST_F(Lecteur, AnEmptyFileIsAnEmptyDocument) {
 
 TEST_F(Lecteur, RefusesInOneLine) {
     write("a", "x");
-    const struct { std::vector<std::string> words; int status; std::string why; } cases[] = {
-        {{"nowhere", "--pdf", "o"}, 1, "lecteur: ne peut pas lire nowhere: No such file or directory\n"},
-        {{".", "--txt", "o"}, 1, "lecteur: ne peut pas lire .: Is a directory\n"},
-        {{"a", "--pdf", "no/where"}, 1, "lecteur: ne peut pas \xC3\xA9" "crire no/where: No such file or directory\n"},
-        {{"a", "--ps", "/dev/full"}, 1, "lecteur: ne peut pas \xC3\xA9" "crire /dev/full: No space left on device\n"},
-        {{"a"}, 1, "lecteur: pas d'\xC3\xA9" "cran; --pdf, --ps et --txt s'en passent\n"},
-        {{}, 2, "lecteur: FICHIER is required\n"},
-        {{"a", "b"}, 2, ""},
-        {{"a", "--pdf"}, 2, ""},
-        {{"a", "--what"}, 2, ""}};
+    const struct {
+        std::vector<std::string> words;
+        int status;
+        std::string why;
+    } cases[] = {{{"nowhere", "--pdf", "o"},
+                  1,
+                  "lecteur: ne peut pas lire nowhere: No such file or directory\n"},
+                 {{".", "--txt", "o"}, 1, "lecteur: ne peut pas lire .: Is a directory\n"},
+                 {{"a", "--pdf", "no/where"},
+                  1,
+                  "lecteur: ne peut pas \xC3\xA9"
+                  "crire no/where: No such file or directory\n"},
+                 {{"a", "--ps", "/dev/full"},
+                  1,
+                  "lecteur: ne peut pas \xC3\xA9"
+                  "crire /dev/full: No space left on device\n"},
+                 {{"a"},
+                  1,
+                  "lecteur: pas d'\xC3\xA9"
+                  "cran; --pdf, --ps et --txt s'en passent\n"},
+                 {{}, 2, "lecteur: FICHIER is required\n"},
+                 {{"a", "b"}, 2, ""},
+                 {{"a", "--pdf"}, 2, ""},
+                 {{"a", "--what"}, 2, ""}};
     for (const auto& [words, status, why] : cases) {
         const outcome refused = run(words);
         SCOPED_TRACE(refused.err);
