@@ -59,13 +59,14 @@ void let_go_of_everything_but(int descriptor) {
     let_go_of_everything_but(from_simulator);
     constexpr int simulator_line = 3;
 
-    void* segment = reinterpret_cast<void*>(-1);
+    void* const nothing = reinterpret_cast<void*>(-1);
+    void* segment = nothing;
     std::int32_t ident = 0;
-    while (read_whole(simulator_line, ident)) {
-        segment = shmat(ident, nullptr, 0);
-        if (write(simulator_line, &ident, sizeof ident) < 0) break;
+    // No answer means that it does not hold the segment.
+    while (read_whole(simulator_line, ident) && (segment = shmat(ident, nullptr, 0)) != nothing &&
+           write(simulator_line, &ident, sizeof ident) == sizeof ident) {
     }
-    if (segment != reinterpret_cast<void*>(-1)) end_session(static_cast<io_segment*>(segment));
+    if (segment != nothing) end_session(static_cast<io_segment*>(segment));
     remove_segments_of(simulator, start);
     _exit(0);
 }
