@@ -277,7 +277,8 @@ TEST_F(PanelOnDisplay, AWindowClosedAfterTheSessionEndedStillSaysSo) {
 TEST_F(PanelOnDisplay, TakesTheToolkitsOptionsAndIgnoresOtherArguments) {
     test_server other;
     program elsewhere({"env", "-u", "DISPLAY", built("quorin"), "-automemlink",
-                       "00" + std::to_string(other->memory_ident()), "x", "-display", std::getenv("DISPLAY")});
+                       "00" + std::to_string(other->memory_ident()), "x", "-display",
+                       std::getenv("DISPLAY")});
     const x_window shown = display.wait_for_window("quorin");
     ASSERT_NE(shown, 0u);
     display.close(shown);
