@@ -43,7 +43,8 @@ build_preset() { # preset [target...]
     mkdir -p build
     echo "Building ($preset)"
     if ! { cmake --preset "$preset" && cmake --build --preset "$preset" ${1:+--target "$@"}; } >"$log" 2>&1; then
-        grep -E 'error|Error|FAILED|was not found' "$log" | head -n 20 >&2
+        # A missing package is one line, which says what to install.
+        { grep 'was not found: apt-get' "$log" || grep -E 'error|Error|FAILED' "$log"; } | head -n 20 >&2
         echo "The build failed; all it said is in $log" >&2
         return 1
     fi

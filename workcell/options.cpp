@@ -1,9 +1,8 @@
 #include "workcell/options.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 
+#include "workcell/command_line.h"
 #include "workcell/numbers.h"
 
 namespace {
@@ -65,7 +64,8 @@ zk4sim_options understand(const raw_words& words) {
 
 void describe(CLI::App& app, raw_words& words) {
     app.set_help_flag("--help", "affiche cette aide");
-    app.set_version_flag("--version", std::string(version, sizeof version - 2));
+    app.set_version_flag("--version", std::string(version, sizeof version - 2),
+                         "affiche la version");
     app.add_option("--panel", words.panel,
                    "panneau à lancer (quorin, à côté de zk4sim ou sur le PATH)")
         ->type_name("PROGRAMME");
@@ -103,7 +103,7 @@ zk4sim_request zk4sim_read_command_line(const std::vector<std::string>& argument
     } catch (const CLI::CallForVersion&) {
         return {std::nullopt, 0, version};
     } catch (const CLI::ParseError& error) {
-        return {std::nullopt, 2, std::string("zk4sim: ") + error.what() + "\n"};
+        return {std::nullopt, 2, "zk4sim: " + misunderstanding(app, error) + "\n"};
     } catch (const misuse& error) {
         return {std::nullopt, 2, "zk4sim: " + error.why + "\n"};
     }

@@ -21,7 +21,7 @@ std::string default_panel() {
 /// In the child. Returns only when the program cannot be started; errno says why.
 void become(const std::string& program, const std::string& ident) {
     dup2(STDERR_FILENO, STDOUT_FILENO);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGCHLD}) signal(number, SIG_DFL);
+    signal(SIGPIPE, SIG_DFL);  // Signals that are caught go back to their defaults by themselves.
     execlp(program.c_str(), program.c_str(), "-automemlink", ident.c_str(),
            static_cast<char*>(nullptr));
 }

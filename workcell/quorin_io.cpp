@@ -1,8 +1,6 @@
 // quorin-io: the link from scripts. Reads and writes a simulator's inputs and outputs by name.
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -11,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "workcell/command_line.h"
 #include "workcell/numbers.h"
 #include "workcell/segment_view.h"
 
@@ -212,7 +211,7 @@ int carry_out(const std::string& command, const request& asked) {
 
 void describe(CLI::App& app, request& asked) {
     app.set_help_flag("--help", "affiche cette aide");
-    app.set_version_flag("--version", "quorin-io " QUORIN_VERSION);
+    app.set_version_flag("--version", "quorin-io " QUORIN_VERSION, "affiche la version");
     app.add_option("ident_mem", asked.ident, "identifiant du segment")->required();
     app.add_subcommand("list", "toutes les entrées et sorties: sens, nom, valeur");
     app.add_subcommand("get", "des valeurs, une par ligne")
@@ -249,7 +248,9 @@ int main(int argc, char** argv) {
     describe(app, asked);
     try {
         app.parse(argc, argv);
-        return carry_out(app.get_subcommands().front()->get_name(), asked);
+        const int status = carry_out(app.get_subcommands().front()->get_name(), asked);
+        if (!std::cout.flush()) throw failure{refused, "la sortie standard ne prend rien"};
+        return status;
     } catch (const CLI::CallForHelp&) {
         std::cout << app.help();
         return done;
@@ -257,7 +258,7 @@ int main(int argc, char** argv) {
         std::cout << app.version() << "\n";
         return done;
     } catch (const CLI::ParseError& error) {
-        return fail(misunderstood, error.what());
+        return fail(misunderstood, misunderstanding(app, error));
     } catch (const failure& error) {
         return fail(error.status, error.why);
     }

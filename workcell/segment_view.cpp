@@ -7,10 +7,15 @@
 #include <cerrno>
 #include <cstring>
 
+#include "ioshare/io_lock.h"
+
 namespace {
 
-std::int64_t inputs_clock(const io_segment& segment) {
-    return *const_cast<const volatile std::int64_t*>(&segment.inputs_clock);
+/// What shmat() means by its error, in words of French.
+std::string refusal(int error) {
+    if (error == EACCES) return "accès refusé";
+    if (error == EINVAL || error == EIDRM) return "il n'existe pas";
+    return std::strerror(error);
 }
 
 }  // namespace
@@ -23,7 +28,7 @@ segment_view::segment_view(int ident, access wanted) {
     }
     void* const address = shmat(ident, nullptr, wanted == access::read ? SHM_RDONLY : 0);
     if (address == reinterpret_cast<void*>(-1)) {
-        problem_ = segment + std::strerror(errno);
+        problem_ = segment + refusal(errno);
         return;
     }
     shmid_ds status;
@@ -39,16 +44,16 @@ segment_view::~segment_view() {
     if (segment_) shmdt(segment_);
 }
 
-bool segment_view::session_over() const { return inputs_clock(*segment_) < 0; }
+bool segment_view::session_over() const { return io_read_clock(segment_->inputs_clock) < 0; }
 
 std::vector<io_entry> segment_view::entries() const {
-    constexpr int tries =
-        1000;  // A simulator publishes every 10 ms or so; one that never rests is taken as it is.
+    // A simulator publishes every 10 ms or so; one that never rests is taken as it is.
+    constexpr int tries = 1000;
     std::vector<io_entry> now = read_once();
     for (int i = 0; i < tries; ++i) {
-        const std::int64_t clock = inputs_clock(*segment_);
+        const std::int64_t clock = io_read_clock(segment_->inputs_clock);
         std::vector<io_entry> again = read_once();
-        const bool still = again == now && inputs_clock(*segment_) == clock;
+        const bool still = again == now && io_read_clock(segment_->inputs_clock) == clock;
         now = std::move(again);
         if (still) break;
     }

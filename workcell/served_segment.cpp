@@ -31,9 +31,11 @@ double client_watch::seconds_alone() {
     const auto now = std::chrono::steady_clock::now();
     shmid_ds status;
     if (shmctl(ident_, IPC_STAT, &status) == 0) {
-        // A client may come and go between two looks: its leaving is dated.
-        const bool came_and_went = status.shm_dtime != last_detach_;
-        last_detach_ = status.shm_dtime;
+        // A client may come and go between two looks: its leaving is dated to the second, and the
+        // last process to attach or detach has its id kept.
+        const std::pair leaving(status.shm_dtime, status.shm_lpid);
+        const bool came_and_went = leaving != last_leaving_;
+        last_leaving_ = leaving;
         if (status.shm_nattch > holders_ || came_and_went) last_seen_ = now;
     }
     return std::chrono::duration<double>(now - last_seen_).count();

@@ -1,6 +1,10 @@
 // The segment that zk4sim serves: made so that nothing of it is left, however the program ends.
 #pragma once
+#include <sys/types.h>
+
 #include <chrono>
+#include <ctime>
+#include <utility>
 
 #include "ioshare/io_server.h"
 
@@ -20,6 +24,6 @@ public:
 private:
     int ident_;
     unsigned long holders_;
-    long last_detach_ = 0;
+    std::pair<std::time_t, pid_t> last_leaving_{};
     std::chrono::steady_clock::time_point last_seen_;
 };

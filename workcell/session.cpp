@@ -2,10 +2,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
-#include <csignal>
 #include <cstdio>
 #include <iostream>
 #include <memory>
@@ -13,6 +13,7 @@
 
 #include "workcell/panel_process.h"
 #include "workcell/served_segment.h"
+#include "workcell/session_end.h"
 #include "workcell/station_names.h"
 #include "workcell/supervisor.h"
 #include "workcell/workcell_model.h"
@@ -25,26 +26,6 @@ constexpr double step_s = 0.010;
 constexpr double panel_farewell_s = 3;
 constexpr double client_look_s = 0.1;
 constexpr unsigned long own_holders = 2;  // this process and its supervisor
-
-volatile std::sig_atomic_t asked_to_end = 0;
-volatile std::int64_t* served_clock = nullptr;
-
-/// A panel that was killed while it held the lock would keep this process waiting for it: the end
-/// of the session ends that wait, so the handler announces it at once. A child's end ends the
-/// session, too.
-void announce_end(int number) {
-    if (number != SIGCHLD) asked_to_end = 1;
-    if (served_clock) *served_clock = -1;
-}
-
-void handle_signals(IOsharemem_server& server) {
-    served_clock = &server.segment->inputs_clock;
-    struct sigaction action {};
-    action.sa_handler = announce_end;
-    action.sa_flags = SA_NOCLDSTOP;
-    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGCHLD}) sigaction(number, &action, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
-}
 
 /// The model on its segment, step by step.
 class station_server {
@@ -137,10 +118,11 @@ public:
             std::cerr << "zk4sim: le processus de garde ne répond pas\n";
             return 1;
         }
-        handle_signals(server_);
+        session_end::announce_on(*server_.segment);
+        session_end::depend_on(supervisor_.id());
         station_server station(server_, options_);
         std::cout << "ident_mem=" << server_.ident << std::endl;
-        if (!start_panel()) return 1;
+        if (!session_end::due() && !start_panel()) return 1;
         run_until_end(station);
         server_.sharing_terminate();
         wait_for_panel();
@@ -152,7 +134,10 @@ private:
     bool start_panel() {
         if (options_.no_panel) return true;
         panel_ = std::make_unique<panel_process>(options_.panel, server_.ident);
-        if (panel_->problem().empty()) return true;
+        if (panel_->problem().empty()) {
+            session_end::depend_on(panel_->id());
+            return true;
+        }
         server_.sharing_terminate();
         std::cerr << "zk4sim: " << panel_->problem() << "\n";
         return false;
@@ -162,7 +147,7 @@ private:
         pacer pace(options_.speed);
         while (!over(station)) {
             while (pace.due(station.simulated_s() + step_s) && !duration_over(station) &&
-                   !asked_to_end) {
+                   !session_end::due()) {
                 station.step(commanded());
             }
             pace.sleep(station.simulated_s() + step_s);
@@ -171,10 +156,13 @@ private:
 
     /// Whether the session ends here; says why on the standard error stream.
     bool over(station_server& station) {
-        if (asked_to_end) return say("fin demandée");
+        if (session_end::asked()) return say("fin demandée");
         if (duration_over(station)) return say("durée écoulée");
         if (supervisor_.gone()) return say("le processus de garde a disparu");
         if (panel_ && panel_->ended()) {
+            // The end comes first: the panel may have died with the lock, and the step would wait
+            // for it.
+            server_.sharing_terminate();
             station.step(false);  // A station whose commander is gone stops.
             const std::string how = panel_->bad_end();
             return say(how.empty() ? "panneau fermé" : "panneau terminé (" + how + ")");
@@ -220,4 +208,7 @@ private:
 
 }  // namespace
 
-int serve_station(const zk4sim_options& options) { return session(options).run(); }
+int serve_station(const zk4sim_options& options) {
+    session_end::watch();
+    return session(options).run();
+}

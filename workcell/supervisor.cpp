@@ -8,22 +8,26 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <initializer_list>
 
 #include "ioshare/io_segment.h"
 
 namespace {
 
-/// Removes the segments that a dead simulator made and had no time to mark.
-void remove_segments_of(pid_t creator) {
+/// Removes the segments that a dead simulator made and had no time to mark. Those from before its
+/// `start` are another's, which had the same id once.
+void remove_segments_of(pid_t creator, std::time_t start) {
     shm_info unused;
     const int last = shmctl(0, SHM_INFO, reinterpret_cast<shmid_ds*>(&unused));
     for (int slot = 0; slot <= last; ++slot) {
         shmid_ds status;
         const int ident = shmctl(slot, SHM_STAT, &status);
-        if (ident >= 0 && status.shm_cpid == creator && status.shm_segsz == io_segment_size) {
+        if (ident >= 0 && status.shm_cpid == creator && status.shm_ctime >= start &&
+            status.shm_segsz == io_segment_size) {
             shmctl(ident, IPC_RMID, nullptr);
         }
     }
@@ -31,7 +35,7 @@ void remove_segments_of(pid_t creator) {
 
 bool read_whole(int from, std::int32_t& value) {
     ssize_t got;
-    while ((got = read(from, &value, sizeof value)) < 0) {
+    while ((got = read(from, &value, sizeof value)) < 0 && errno == EINTR) {
     }
     return got == sizeof value;
 }
@@ -50,21 +54,25 @@ void let_go_of_everything_but(int descriptor) {
     close_range(4, ~0U, 0);
 }
 
-[[noreturn]] void supervise(int from_simulator, pid_t simulator) {
-    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) signal(number, SIG_IGN);
+[[noreturn]] void supervise(int from_simulator, pid_t simulator, std::time_t start) {
     prctl(PR_SET_NAME, "zk4sim-garde");
     let_go_of_everything_but(from_simulator);
     constexpr int simulator_line = 3;
 
-    void* segment = reinterpret_cast<void*>(-1);
+    void* const nothing = reinterpret_cast<void*>(-1);
+    void* segment = nothing;
     std::int32_t ident = 0;
-    while (read_whole(simulator_line, ident)) {
-        segment = shmat(ident, nullptr, 0);
-        if (write(simulator_line, &ident, sizeof ident) < 0) break;
+    // No answer means that it does not hold the segment.
+    while (read_whole(simulator_line, ident) && (segment = shmat(ident, nullptr, 0)) != nothing &&
+           write(simulator_line, &ident, sizeof ident) == sizeof ident) {
     }
-    if (segment != reinterpret_cast<void*>(-1)) end_session(static_cast<io_segment*>(segment));
-    remove_segments_of(simulator);
+    if (segment != nothing) end_session(static_cast<io_segment*>(segment));
+    remove_segments_of(simulator, start);
     _exit(0);
+}
+
+void ignore_the_terminal() {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) signal(number, SIG_IGN);
 }
 
 }  // namespace
@@ -72,14 +80,22 @@ void let_go_of_everything_but(int descriptor) {
 supervisor::supervisor() {
     int ends[2];
     const pid_t simulator = getpid();
+    const std::time_t start = std::time(nullptr);
+    // No signal reaches the child before it ignores those that end the simulator.
+    sigset_t all, before;
+    sigfillset(&all);
+    sigprocmask(SIG_BLOCK, &all, &before);
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0 || (pid_ = fork()) < 0) {
         std::perror("zk4sim: fork");
         std::exit(1);
     }
     if (pid_ == 0) {
+        ignore_the_terminal();
+        sigprocmask(SIG_SETMASK, &before, nullptr);
         close(ends[0]);
-        supervise(ends[1], simulator);
+        supervise(ends[1], simulator, start);
     }
+    sigprocmask(SIG_SETMASK, &before, nullptr);
     close(ends[1]);
     pipe_ = ends[0];
 }

@@ -8,7 +8,7 @@
 /// Forked at once, before any segment exists, so that no moment is unwatched. It holds the segment
 /// too, and learns of the simulator's death by the end of a pipe: it then writes -1 into
 /// inputs_clock, and removes any segment that the simulator had made but not yet marked for
-/// removal. Signals of the terminal do not stop it.
+/// removal. No signal of the terminal ever stops it.
 class supervisor {
 public:
     /// Forks. Ends the process, with one line and status 1, when that fails.
@@ -17,7 +17,7 @@ public:
     supervisor(const supervisor&) = delete;
     supervisor& operator=(const supervisor&) = delete;
 
-    /// Gives it the segment, and returns once it holds it. False when it is dead.
+    /// Gives it the segment, and returns once it holds it. False when it cannot, or is dead.
     bool watch(std::int32_t ident);
 
     pid_t id() const { return pid_; }

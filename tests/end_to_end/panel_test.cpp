@@ -202,6 +202,29 @@ TEST_F(PanelOnDisplay, ClosingTheWindowEndsItSilently) {
     expect_ended_quietly();
 }
 
+TEST_F(PanelOnDisplay, EscapeClosesItSilently) {
+    start();
+    display.give_focus(window);
+    ASSERT_TRUE(wait_until([&] {
+        display.key(XK_Escape);
+        return !panel->running();
+    }));
+    expect_ended_quietly();
+}
+
+// The window itself then stands in the queue of used widgets, like a button.
+TEST_F(PanelOnDisplay, ClosingTheWindowWritesAllThirteenOnce) {
+    start();
+    display.click(window, 45, 50);  // MT
+    const std::vector<int> expected = {0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+    ASSERT_TRUE(outputs_become(expected));
+    for (std::int32_t& value : link().segment->output_values) value = 77;
+    display.close(window);
+    expect_ended_quietly();
+    EXPECT_EQ(outputs(), expected);
+    EXPECT_EQ(link().segment->output_values[13], 77);
+}
+
 TEST_F(PanelOnDisplay, TheEndOfTheSessionIsSaidUntilTheUserDismissesIt) {
     const struct {
         const char* how;
@@ -251,10 +274,11 @@ TEST_F(PanelOnDisplay, AWindowClosedAfterTheSessionEndedStillSaysSo) {
     expect_ended_quietly();
 }
 
-TEST_F(PanelOnDisplay, TakesTheToolkitsOptionsFromItsCommandLine) {
+TEST_F(PanelOnDisplay, TakesTheToolkitsOptionsAndIgnoresOtherArguments) {
     test_server other;
     program elsewhere({"env", "-u", "DISPLAY", built("quorin"), "-automemlink",
-                       std::to_string(other->memory_ident()), "-display", std::getenv("DISPLAY")});
+                       "00" + std::to_string(other->memory_ident()), "x", "-display",
+                       std::getenv("DISPLAY")});
     const x_window shown = display.wait_for_window("quorin");
     ASSERT_NE(shown, 0u);
     display.close(shown);

@@ -1,6 +1,7 @@
 // quorin-io against a segment of the test's own: what it prints, writes, waits for, and its
 // statuses.
 #include <signal.h>
+#include <unistd.h>
 
 #include <thread>
 
@@ -119,6 +120,44 @@ TEST_F(QuorinIo, DoesNotUnderstandOtherCommandLines) {
         expect_one_line(run_program({built("quorin-io"), ident, "list"}), 2);
     }
     expect_one_line(run_program({built("quorin-io")}), 2);
+}
+
+TEST_F(QuorinIo, SaysInFrenchWhatItRefuses) {
+    const std::string ident = std::to_string(server->memory_ident());
+    const struct {
+        std::vector<std::string> arguments;
+        std::string why;
+    } rows[] = {{{}, "ligne de commande incomplète (voir --help)"},
+                {{ident}, "ligne de commande incomplète (voir --help)"},
+                {{ident, "get"}, "ligne de commande incomplète (voir --help)"},
+                {{ident, "frob"}, "ligne de commande incomprise: frob"},
+                {{ident, "list", "--x"}, "ligne de commande incomprise: --x"},
+                {{ident, "wait", "te=1", "--timeout"}, "ligne de commande incomprise: --timeout"},
+                {{"0", "list"}, "segment 0: identifiant refusé"},
+                {{"2147483647", "list"}, "segment 2147483647: il n'existe pas"}};
+    for (const auto& [arguments, why] : rows) {
+        std::vector<std::string> command = {built("quorin-io")};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        EXPECT_EQ(run_program(command).err, "quorin-io: " + why + "\n");
+    }
+}
+
+TEST_F(QuorinIo, RefusesSomeoneElsesSegment) {
+    if (geteuid() != 0) GTEST_SKIP() << "only root may become another user";
+    const std::string ident = std::to_string(server->memory_ident());
+    const outcome end = run_program(
+        {"setpriv", "--reuid=65534", "--clear-groups", built("quorin-io"), ident, "list"});
+    if (end.err.find("setpriv") == 0 || end.status == 127)
+        GTEST_SKIP() << "the build is not readable by another user";
+    EXPECT_EQ(end.status, 1);
+    EXPECT_EQ(end.err, "quorin-io: segment " + ident + ": accès refusé\n");
+}
+
+TEST_F(QuorinIo, DoesNotCallDoneWhatItCouldNotPrint) {
+    const std::string ident = std::to_string(server->memory_ident());
+    const outcome end =
+        run_program({"sh", "-c", built("quorin-io") + " " + ident + " list >/dev/full"});
+    expect_one_line(end, 1);
 }
 
 TEST_F(QuorinIo, ShowsItsHelpAndVersion) {

@@ -68,6 +68,23 @@ TEST_F(Zk4sim, RefusesACommandLineThatItDoesNotUnderstandInOneLine) {
     }
 }
 
+TEST_F(Zk4sim, NamesTheWordThatItDoesNotUnderstand) {
+    const struct {
+        std::vector<std::string> arguments;
+        std::string word;
+    } rows[] = {{{"--unknown"}, "--unknown"},
+                {{"--headless", "word"}, "word"},
+                {{"--speed"}, "--speed"},
+                {{"--speed", "1", "--speed", "2"}, "--speed"},
+                {{"--fault"}, "--fault"}};
+    for (const auto& [arguments, word] : rows) {
+        std::vector<std::string> command = {built("zk4sim")};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        EXPECT_EQ(run_program(command, {}, seconds(5)).err,
+                  "zk4sim: ligne de commande incomprise: " + word + "\n");
+    }
+}
+
 TEST_F(Zk4sim, ShowsItsHelpAndVersion) {
     const outcome help = run_program({built("zk4sim"), "--help"});
     EXPECT_EQ(help.status, 0);
@@ -169,6 +186,55 @@ TEST_F(Zk4sim, EndsAtASignalWithStatusZeroAndItsClientsKnow) {
     }
 }
 
+TEST_F(Zk4sim, ASignalDuringItsStartLeavesNothing) {
+    for (int i = 0; i < 40; ++i) {
+        program starting({built("zk4sim"), "--no-panel"});
+        std::this_thread::sleep_for(std::chrono::microseconds(100 * i));
+        const int number = i % 2 ? SIGTERM : SIGINT;
+        starting.signal(number);
+        const int status = starting.wait(seconds(3)).value_or(-1);
+        EXPECT_TRUE(status == 0 || status == 128 + number) << status << " at " << i;
+        EXPECT_TRUE(wait_until([] { return leftovers::segments().empty(); }, seconds(1)));
+    }
+}
+
+TEST_F(Zk4sim, UnderNohupAHangupDoesNotEndIt) {
+    program running(
+        {"sh", "-c", "trap '' HUP; exec " + built("zk4sim") + " --no-panel --duration 0.5"});
+    ASSERT_TRUE(wait_until([&] { return running.out().find('\n') != std::string::npos; }));
+    running.signal(SIGHUP);
+    EXPECT_EQ(running.wait(), 0);
+    EXPECT_EQ(running.err(), "zk4sim: durée écoulée\nbilan: bonnes=0 mauvaises=0 incidents=0\n");
+}
+
+TEST_F(Zk4sim, ServesWhicheverOfItsStreamsAreClosed) {
+    const struct {
+        std::string closed;
+        long lines_out, lines_err;
+    } rows[] = {
+        {"<&-", 1, 2}, {">&-", 0, 2}, {"2>&-", 1, 0}, {"<&- >&-", 0, 2}, {"<&- >&- 2>&-", 0, 0}};
+    for (const auto& [closed, lines_out, lines_err] : rows) {
+        const outcome end = run_program(
+            {"sh", "-c", "exec " + built("zk4sim") + " --no-panel --duration 0.1 " + closed}, {},
+            seconds(5));
+        EXPECT_EQ(end.status, 0) << closed << end.err;
+        EXPECT_EQ(lines_in(end.out), lines_out) << closed;
+        EXPECT_EQ(lines_in(end.err), lines_err) << closed;
+    }
+}
+
+TEST_F(Zk4sim, TheEndOfAChildThatIsNotItsOwnChangesNothing) {
+    program running({"sh", "-c", "sleep 0.1 & exec " + built("zk4sim") + " --no-panel"});
+    ASSERT_TRUE(wait_until([&] { return running.out().find('\n') != std::string::npos; }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    const std::string line = running.out();
+    const std::string ident = line.substr(10, line.size() - 11);
+    EXPECT_EQ(run_program({built("quorin-io"), ident, "set", "BZ1=1"}).status, 0);
+    EXPECT_EQ(run_program({built("quorin-io"), ident, "wait", "b1s=1", "--timeout", "5"}).status,
+              0);
+    EXPECT_EQ(running.err(), "");
+}
+
 TEST_F(Zk4sim, ItsSegmentIsMarkedForRemovalYetOpenToClients) {
     station running({"--no-panel"});
     const int ident = std::stoi(running.ident);
@@ -222,6 +288,17 @@ TEST_F(Zk4sim, StartsThePanelOnItsSegmentAndEndsWithIt) {
     const outcome echo = run_program({built("zk4sim"), "--panel", "echo"});
     EXPECT_EQ(lines_in(echo.out), 1) << "what the panel prints goes to the error stream";
     EXPECT_EQ(echo.err.rfind("-automemlink " + echo.out.substr(10), 0), 0u) << echo.err;
+}
+
+TEST_F(Zk4sim, EndsWithAPanelThatWasKilledWhileItHeldTheLock) {
+    for (const char* const speed : {"1", "20"}) {
+        const outcome end = run_program(
+            {built("zk4sim"), "--speed", speed, "--panel", built("panel_that_dies_with_the_lock")},
+            {}, seconds(5));
+        EXPECT_EQ(end.status, 0) << end.err;
+        EXPECT_NE(end.err.find("zk4sim: panneau terminé (signal 9)\nbilan: "), std::string::npos)
+            << end.err;
+    }
 }
 
 TEST_F(Zk4sim, WithoutAPanelCommandsHoldBetweenClients) {
