@@ -7,21 +7,13 @@
 #include <FL/Fl.H>
 #include <FL/x.H>
 
+#include "forms/unmirrored_form.h"
 #include "forms/widget_shortcuts.h"
 
 namespace {
 
 constexpr useconds_t pause_us = 1000;
 constexpr std::chrono::milliseconds longest_wait(500);
-
-/// Ends the form with its widgets where they were put. The forms layer mirrors every y at the end
-/// of a form in programs that never called fl_initialize; its switch is left as it was found.
-void end_form_unmirrored() {
-    const char mirrored = fl_flip;
-    fl_flip = 0;
-    fl_end_form();
-    fl_flip = mirrored;
-}
 
 struct exposure {
     Window window;

@@ -13,6 +13,7 @@
 #include <FL/forms.H>
 
 #include "forms/dialogs.h"
+#include "forms/unmirrored_form.h"
 #include "forms/widget_shortcuts.h"
 #include "strings/number_formatting.h"
 #include "strings/number_parsing.h"
@@ -76,15 +77,6 @@ Fl_Widget* add_labelled_button(const button& each, std::int32_t english) {
     made->labelfont(FL_TIMES);
     made->labelsize(12);
     return made;
-}
-
-/// Ends the form with its widgets where they were put. The forms layer mirrors every y at the end
-/// of a form in programs that never called fl_initialize; its switch is left as it was found.
-void end_form_unmirrored() {
-    const char mirrored = fl_flip;
-    fl_flip = 0;
-    fl_end_form();
-    fl_flip = mirrored;
 }
 
 /// Filters of an earlier activation stay where they are: callers may hold them.
