@@ -23,7 +23,7 @@ line_type type_of(std::string_view line) {
 }
 
 int page_end(const std::string* lines, int count, int first) {
-    int counted = first;  // starts at the line's index, not at 0: so does what it is compared with
+    int counted = first;  // counts on from the line's index, from which the limit is told too
     for (int index = first; index < count; ++index) {
         if (takes_room(type_of(lines[index]))) ++counted;
         if (counted - first == lines_per_page) return index + 1;

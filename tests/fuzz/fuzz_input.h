@@ -37,6 +37,8 @@ public:
         return result;
     }
 
+    bool empty() const { return left_.empty(); }
+
     std::string rest() const { return std::string(left_); }
 
 private:

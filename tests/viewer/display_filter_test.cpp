@@ -63,7 +63,10 @@ TEST(ScreenLine, IsNotFilledBeyondAMillionCharacters) {
     const std::string wide = "#C 2000000000 2147483647 9 ";
     EXPECT_EQ(last_shown({wide, "a#b#c"}).size(), 1'000'000u + 2);
     EXPECT_EQ(last_shown({"#C 2000000000 ", "#T"}).size(), 1'000'000u);
-    EXPECT_EQ(last_shown({"#C 900000 ", "#T"}).size(), 900'007u);
+    EXPECT_EQ(last_shown({"#C 900000 ", "#T"}), "@f@S14 " + std::string(900'000, '-'));
+    EXPECT_EQ(last_shown({"#C 999993 ", "#T"}).size(), 1'000'000u);
+    EXPECT_EQ(last_shown({"#C 999994 ", "#T"}).size(), 1'000'000u);
+    EXPECT_EQ(last_shown({"#C 999992 5 ", "#b"}), "@f@S14 " + std::string(999'992, ' ') + "b");
     EXPECT_EQ(last_shown({wide, std::string(1'500'000, 'x') + "#y"}).size(), 1'500'008u);
 }
 
@@ -89,6 +92,15 @@ TEST(ScreenPage, IsEmptyWhenItDoesNotExist) {
     OFD_afficheur_filtre_affichage filter(lines.data(), count_of(lines));
     for (const int page : {2, 3, 2147483647, -1, -2147483647 - 1}) EXPECT_EQ(filter.visu_page(page), "") << page;
     EXPECT_EQ(filter.visu_page(1), "@f@S14 \n");
+}
+
+TEST(ScreenPage, DoesNotCountDefinitions) {
+    const text_lines lines = joined({{"#C 1 "}, copies(40, "x"), {"#P 1 ", "#C 1 "}, copies(37, "#T"), {"y"}});
+    std::string first = "\n";
+    for (int line = 0; line < 40; ++line) first += "@f@S14 x\n";
+    first += "\n\n";
+    for (int line = 0; line < 37; ++line) first += "@f@S14 -\n";
+    EXPECT_EQ(screen_pages(lines), (text_lines{first, "@f@S14 y\n"}));
 }
 
 TEST(ScreenPage, IsKeptByTheFilter) {

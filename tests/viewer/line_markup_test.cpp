@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "strings/record_scanning.h"
+#include "tests/strings/texts.h"
 #include "tests/viewer/documents.h"
 
 namespace {
@@ -72,6 +74,8 @@ TEST(Pages, EndWhereTheNextOneStarts) {
     const struct { int first, end; } cases[] = {{0, 78}, {78, 156}, {156, 157}, {157, 157}, {1, 78}, {2, 80}};
     for (const auto& [first, end] : cases)
         EXPECT_EQ(line_markup::page_end(lines.data(), count, first), end) << first;
+    EXPECT_EQ(line_markup::page_end(nullptr, 0, 0), 0);
+    EXPECT_EQ(line_markup::page_end(nullptr, -5, 0), -5);
 }
 
 TEST(ColumnDefinition, TakesWidthsThatASpaceEndsAndRules) {
@@ -143,6 +147,38 @@ TEST(Cells, AreCutAtEachSign) {
         });
         EXPECT_EQ(found, cells) << line;
     }
+}
+
+TEST(Cells, AreTheirLineWhenASignJoinsThem) {
+    for_each_text("a#(", 7, [](const std::string& line) {
+        std::string rejoined;
+        long cells = 0;
+        line_markup::for_each_cell(line, [&](int column, std::string_view cell, bool more) {
+            ASSERT_EQ(column, cells++) << line;
+            ASSERT_EQ(cell.find('#'), std::string_view::npos) << line;
+            rejoined.append(cell).append(more ? 1 : 0, '#');
+        });
+        ASSERT_EQ(rejoined, line);
+        ASSERT_EQ(cells, 1 + std::ranges::count(line, '#')) << line;
+    });
+}
+
+/// A second way to cut a line: a record at a time. It leaves no sign of a "#" at the line's end, behind which an empty
+/// cell stands.
+text_lines cells_by_records(std::string line) {
+    text_lines cells;
+    const bool ends_in_empty_cell = line.empty() || line.ends_with('#');
+    while (!line.empty()) cells.push_back(next_record(line, '#', line));
+    if (ends_in_empty_cell) cells.emplace_back();
+    return cells;
+}
+
+TEST(Cells, AreTheRecordsOfTheLine) {
+    for_each_text("a#", 10, [](const std::string& line) {
+        text_lines found;
+        line_markup::for_each_cell(line, [&](int, std::string_view cell, bool) { found.emplace_back(cell); });
+        ASSERT_EQ(found, cells_by_records(line)) << line;
+    });
 }
 
 }  // namespace

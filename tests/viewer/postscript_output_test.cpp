@@ -115,6 +115,15 @@ TEST(PostscriptFilter, NamesThePageThatItIsGiven) {
     EXPECT_EQ(written([&](std::fstream& out) { filter.end_postscript(out); }), tail);
 }
 
+TEST(PostscriptFilter, LeavesThePagesOfThePdfThatItWroteBefore) {
+    text_lines lines = copies(160, "x");
+    OFD_afficheur_filtre_impression filter(lines.data(), 160);
+    written([&](std::fstream& out) { filter.imprime_pdf(out); });
+    EXPECT_EQ(filter.page_index, 2);
+    written([&](std::fstream& out) { filter.imprime_postscript(out); });
+    EXPECT_EQ(filter.page_index, 2);
+}
+
 TEST(PostscriptFilter, KeepsTheColumnsOfThePdfThatItWroteBefore) {
     text_lines lines = {"#C T10 ", "x"};
     OFD_afficheur_filtre_impression filter(lines.data(), 2);
