@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <fstream>
@@ -84,6 +83,12 @@ void make_filters(OFD_afficheur& viewer, std::string* lines, int count) {
     viewer.display_filter = new OFD_afficheur_filtre_affichage(lines, count);
     viewer.print_filter = new OFD_afficheur_filtre_impression(lines, count);
     viewer.text_filter = new OFD_afficheur_filtre_texte(lines, count);
+}
+
+/// What the browser gets of `text` in one go: up to a newline, but 161 bytes at most.
+std::string piece_at(std::string_view text, std::size_t start) {
+    const std::string_view most = text.substr(start, piece_bytes);
+    return std::string(most.substr(0, most.find('\n')));
 }
 
 /// Leaves a filter without lines, as those that it had are going.
@@ -200,10 +205,9 @@ void OFD_afficheur::visu_page() {
     const std::string text = display_filter->visu_page(page);
     browser->clear();
     for (std::size_t start = 0; start < text.size();) {
-        const std::size_t end =
-            std::min({text.find('\n', start), start + piece_bytes, text.size()});
-        browser->add(text.substr(start, end - start).c_str());
-        start = end + 1;  // skips the newline, or the byte after a full piece: that one is lost
+        const std::string piece = piece_at(text, start);
+        browser->add(piece.c_str());
+        start += piece.size() + 1;  // the newline, or the byte after a full piece: that one is lost
     }
     browser->redraw();
     const std::string number = unslong2S(page + 1ul);

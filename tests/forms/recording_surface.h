@@ -4,6 +4,7 @@
 #include <FL/Fl_Device.H>
 #include <FL/fl_draw.H>
 
+#include <locale>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -69,6 +70,7 @@ private:
     template <typename... T>
     void note(const char* name, const T&... arguments) {
         std::ostringstream call;
+        call.imbue(std::locale::classic());
         call << name;
         ((call << ' ' << arguments), ...);
         calls.push_back(call.str());

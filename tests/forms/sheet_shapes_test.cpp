@@ -16,6 +16,7 @@ const OFL_vision_sheet sheet;  // inactive: nothing but the shape is drawn
 
 std::string line_call(int ax, int ay, int bx, int by) {
     std::ostringstream call;
+    call.imbue(std::locale::classic());
     call << "line " << ax << ' ' << ay << ' ' << bx << ' ' << by;
     return call.str();
 }

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <locale>
 #include <sstream>
 #include <thread>
 
@@ -27,6 +28,14 @@ std::string contents(const std::string& path) {
 std::string new_folder() {
     std::string pattern = files::temp_directory_path() / "quorin_test_XXXXXX";
     return mkdtemp(pattern.data()) ? pattern : std::string();
+}
+
+/// Words read as the system wrote them: without the marks that a locale puts between a number's
+/// digits.
+std::istringstream plain(const std::string& text) {
+    std::istringstream words(text);
+    words.imbue(std::locale::classic());
+    return words;
 }
 
 /// Marks every program that this test process starts, and through the environment all that those
@@ -76,7 +85,7 @@ bool wait_until(const std::function<bool()>& done, seconds limit) {
 
 double processor_seconds(pid_t pid) {
     const std::string stat = contents("/proc/" + std::to_string(pid) + "/stat");
-    std::istringstream rest(stat.substr(stat.rfind(')') + 1));
+    std::istringstream rest = plain(stat.substr(stat.rfind(')') + 1));
     std::string skipped;
     for (int i = 0; i < 11; ++i) rest >> skipped;
     double user = 0, system = 0;
@@ -172,7 +181,7 @@ std::set<int> leftovers::segments() {
     std::string line;
     std::getline(table, line);
     while (std::getline(table, line)) {
-        std::istringstream fields(line);
+        std::istringstream fields = plain(line);
         long key = 0, id = 0, size = 0, creator = 0;
         std::string mode;
         fields >> key >> id >> mode >> size >> creator;
@@ -198,7 +207,7 @@ leaves_nothing::~leaves_nothing() {
 pid_t child_named(pid_t parent, const std::string& name) {
     const std::string folder =
         "/proc/" + std::to_string(parent) + "/task/" + std::to_string(parent) + "/children";
-    std::istringstream children(contents(folder));
+    std::istringstream children = plain(contents(folder));
     for (pid_t child; children >> child;) {
         if (contents("/proc/" + std::to_string(child) + "/comm") == name + "\n") return child;
     }

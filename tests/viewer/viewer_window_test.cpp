@@ -9,12 +9,15 @@
 #include <FL/forms.H>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <optional>
 #include <random>
 #include <sstream>
+#include <type_traits>
 
 #include "viewer/viewer_window.h"
 
@@ -159,6 +162,21 @@ TEST(ViewerForm, ItsFieldsAreTheWidgetsOfTheirPlaces) {
     EXPECT_EQ(viewer.page_indicator->align(), static_cast<Fl_Align>(FL_ALIGN_LEFT));
 }
 
+TEST(ViewerForm, ItsFieldsStandInTheirOrder) {
+    OFD_afficheur viewer(nullptr, 0);
+    const void* const fields[] = {
+        &viewer.english,        &viewer.page,          &viewer.display_filter,
+        &viewer.print_filter,   &viewer.text_filter,   &viewer.viewer_command,
+        &viewer.window,         &viewer.parent,        &viewer.title,
+        &viewer.page_indicator, &viewer.browser,       &viewer.previous_button,
+        &viewer.next_button,    &viewer.cancel_button, &viewer.pdf_button,
+        &viewer.text_button,    &viewer.page_input,    &viewer.go_button,
+        &viewer.unused_first,   &viewer.unused_second};
+    EXPECT_TRUE(std::ranges::is_sorted(fields, std::less<>()));
+    static_assert(std::is_same_v<decltype(viewer.english), std::int32_t>);
+    static_assert(std::is_same_v<decltype(viewer.page), std::int32_t>);
+}
+
 TEST(ViewerForm, BeforeItsFirstActivationItHasOneEmptyPage) {
     OFD_afficheur viewer(nullptr, 0);
     for (const auto step : {&OFD_afficheur::visu_page, &OFD_afficheur::page_suivante,
@@ -239,6 +257,13 @@ TEST(ViewerPages, LongScreenLinesAreCutIntoPiecesThatLoseTheCharacterAfterEach) 
         expected.push_back("@f@S14 next");
         EXPECT_EQ(shown(viewer), expected) << text;
     }
+}
+
+TEST(ViewerPages, LaterPiecesGoToTheBrowserWithoutAnythingBeforeThem) {
+    strings lines = {"#C 600 ", std::string(155, 'x') + "@bold\n@C1red"};
+    OFD_afficheur viewer(nullptr, 0);
+    give(viewer, lines);
+    EXPECT_EQ(shown(viewer), (strings{"", "@f@S14 " + std::string(154, 'x'), "@bold", "@C1red"}));
 }
 
 /// The pieces of a page's text, taken one byte at a time.
@@ -460,6 +485,21 @@ TEST_F(ViewerOnDisplay, ItsParentRestsAndItsTitleShows) {
     show(lines);
 }
 
+TEST_F(ViewerOnDisplay, ItComesUpAroundTheMouse) {
+    const screen::place at = display.area(fl_xid(&parent));
+    display.click(fl_xid(&parent), 650 - at.x, 480 - at.y);  // on the screen's own ground
+    strings lines = numbered(1);
+    robot user;
+    user.until("the window", [&](Fl_Window& window) {
+        const screen::place shown_at = display.area(fl_xid(&window));
+        EXPECT_NEAR(shown_at.x + 920 / 2, 650, 30);  // the manager's frame shifts it
+        EXPECT_NEAR(shown_at.y + 700 / 2, 480, 30);
+        return true;
+    });
+    user.click("ANNULER");
+    show(lines);
+}
+
 TEST_F(ViewerOnDisplay, EachActivationStartsAtTheFirstPageOfItsOwnLines) {
     strings lines = numbered(78), others = {"#C 600 ", "other"};
     {
@@ -470,6 +510,8 @@ TEST_F(ViewerOnDisplay, EachActivationStartsAtTheFirstPageOfItsOwnLines) {
         show(lines);
     }
     OFD_afficheur_filtre_affichage* const earlier = viewer->display_filter;
+    OFD_afficheur_filtre_impression* const earlier_print = viewer->print_filter;
+    OFD_afficheur_filtre_texte* const earlier_text = viewer->text_filter;
     {
         robot user;
         user.until("the others", [&](Fl_Window&) {
@@ -479,7 +521,11 @@ TEST_F(ViewerOnDisplay, EachActivationStartsAtTheFirstPageOfItsOwnLines) {
         show(others);
     }
     EXPECT_NE(viewer->display_filter, earlier);
+    EXPECT_NE(viewer->print_filter, earlier_print);
+    EXPECT_NE(viewer->text_filter, earlier_text);
     EXPECT_EQ(earlier->nb_pages(), 1) << "not released";
+    EXPECT_EQ(earlier_print->lines, lines.data());
+    EXPECT_EQ(earlier_text->lines, lines.data());
 }
 
 TEST_F(ViewerOnDisplay, ALineThatLooksLikeABrowsersFormatIsShownAsItStands) {
@@ -557,6 +603,26 @@ TEST_F(ViewerOnDisplay, FilesThatCannotBeOpenedAndCommandsThatFailAreNotReported
     show(lines, "false");
     EXPECT_TRUE(files::is_empty("tmp.txt"));
     EXPECT_TRUE(files::is_empty("tmp.pdf"));
+}
+
+TEST_F(ViewerOnDisplay, TheCommandStandsBetweenDoubleQuotesAsItIs) {
+    recording_command("note it");
+    const struct {
+        const char *command, *said;
+    } cases[] = {{"./note it", "1|tmp.pdf|"},
+                 {"$PWD/note it", "1|tmp.pdf|"},
+                 {"./note it\" \"tmp.pdf", "2|tmp.pdf|tmp.pdf|"}};
+    for (const auto& [command, said] : cases) {
+        SCOPED_TRACE(command);
+        write("tmp.pdf", "%PDF");
+        files::remove("said");
+        files::remove("seen.pdf");
+        viewer->viewer_command = command;
+        viewer->imprime_tmp_pdf();
+        EXPECT_EQ(bytes_of("said"), said);
+        EXPECT_EQ(bytes_of("seen.pdf"), "%PDF");
+        EXPECT_FALSE(files::exists("tmp.pdf"));
+    }
 }
 
 TEST_F(ViewerOnDisplay, ThePostscriptRouteConvertsShowsAndRemovesInThatOrder) {
