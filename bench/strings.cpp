@@ -351,7 +351,7 @@ void add_distance() {
 }
 
 void add_paths() {
-    static const std::string path = "/home/user/work/cell/station.tar.gz";
+    static const std::string path = "/home/user/cell/station.tar.gz";
     static const std::string base = "/home/user/documents/notes/2024";
     add_way("file name", "extract_filename_name", [] { return extract_filename_name(path); });
     add_way("file name", "std::filesystem::path",

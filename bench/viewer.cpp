@@ -1,5 +1,6 @@
-// A document of a million lines in the viewer's filters: to open, to turn a page, to export, and the memory that it takes
-// beyond the caller's lines. Each export is compared with a bare loop of write(2) calls that writes the same lines.
+// A document of a million lines in the viewer's filters: to open, to turn a page, to export, and
+// the memory that it takes beyond the caller's lines. Each export is compared with a bare loop of
+// write(2) calls that writes the same lines.
 //
 //     bench_viewer [lines] [rounds]
 #include <fcntl.h>
@@ -27,7 +28,8 @@ namespace {
 
 int rounds = 5;
 
-/// Two columns with rules, a rule every 40 lines, a new block every 1000: as long as the strings' own buffers, and longer.
+/// Two columns with rules, a rule every 40 lines, a new block every 1000: as long as the strings'
+/// own buffers, and longer.
 std::vector<std::string> document(int count) {
     std::vector<std::string> lines;
     lines.reserve(static_cast<std::size_t>(count));
@@ -40,7 +42,8 @@ std::vector<std::string> document(int count) {
     return lines;
 }
 
-/// The processor time of this process, the system's work for it included, in seconds: what else runs hardly matters.
+/// The processor time of this process, the system's work for it included, in seconds: what else
+/// runs hardly matters.
 double processor_time() {
     timespec now;
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
@@ -54,7 +57,8 @@ double seconds_of(const std::function<void()>& work) {
 }
 
 double median(std::vector<double> values) {
-    std::ranges::nth_element(values, values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
+    std::ranges::nth_element(values,
+                             values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
     return values[values.size() / 2];
 }
 
@@ -99,8 +103,10 @@ long write_bare(std::string_view document, const std::string& path) {
     const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     long lines = 0;
     for (const char *at = document.data(), *end = at + document.size(); at != end; ++lines) {
-        const char* next = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at))) + 1;
-        if (write(file, at, static_cast<std::size_t>(next - at)) != next - at) std::perror("write"), std::exit(1);
+        const char* next =
+            static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at))) + 1;
+        if (write(file, at, static_cast<std::size_t>(next - at)) != next - at)
+            std::perror("write"), std::exit(1);
         at = next;
     }
     close(file);
@@ -108,7 +114,8 @@ long write_bare(std::string_view document, const std::string& path) {
 }
 
 /// One row: `write_document` against the bare loop, in turns.
-void compare_export(const char* name, const std::string& path, const std::function<void(std::fstream&)>& write_document) {
+void compare_export(const char* name, const std::string& path,
+                    const std::function<void(std::fstream&)>& write_document) {
     std::vector<double> ours, bare, ratios;
     long written = 0, grown_kib = 0;
     const std::string bare_path = path + ".bare";
@@ -126,8 +133,8 @@ void compare_export(const char* name, const std::string& path, const std::functi
         bare.push_back(seconds_of([&] { written = write_bare(document.bytes(), bare_path); }));
         ratios.push_back(ours.back() / bare.back());
     }
-    std::printf("| export: %s | %ld | %.2f s | %.2f s | %.2f | %ld KiB |\n", name, written, median(ours), median(bare),
-                median(ratios), grown_kib);
+    std::printf("| export: %s | %ld | %.2f s | %.2f s | %.2f | %ld KiB |\n", name, written,
+                median(ours), median(bare), median(ratios), grown_kib);
     std::filesystem::remove(path);
     std::filesystem::remove(bare_path);
 }
@@ -137,19 +144,24 @@ void print_times(std::vector<std::string>& lines) {
     OFD_afficheur_filtre_affichage screen(lines.data(), count);
     const int last = screen.nb_pages();
     std::size_t bytes = 0, marked = 0;
-    const struct { const char* name; std::function<void()> work; } tasks[] = {
-        {"open: the three filters", [&] {
-            OFD_afficheur_filtre_affichage(lines.data(), count);
-            OFD_afficheur_filtre_impression(lines.data(), count);
-            OFD_afficheur_filtre_texte(lines.data(), count);
-        }},
+    const struct {
+        const char* name;
+        std::function<void()> work;
+    } tasks[] = {
+        {"open: the three filters",
+         [&] {
+             OFD_afficheur_filtre_affichage(lines.data(), count);
+             OFD_afficheur_filtre_impression(lines.data(), count);
+             OFD_afficheur_filtre_texte(lines.data(), count);
+         }},
         {"`nb_pages`", [&] { bytes += static_cast<std::size_t>(screen.nb_pages()); }},
         {"`visu_page`, the first", [&] { bytes += screen.visu_page(0).size(); }},
         {"`visu_page`, in the middle", [&] { bytes += screen.visu_page(last / 2).size(); }},
         {"`visu_page`, the last", [&] { bytes += screen.visu_page(last).size(); }},
         {"a bare look at each line's first bytes", [&] {
-            for (const std::string& line : lines) marked += line.size() >= 2 && line[0] == '#' && line[1] != 'x';
-        }}};
+             for (const std::string& line : lines)
+                 marked += line.size() >= 2 && line[0] == '#' && line[1] != 'x';
+         }}};
     std::printf("| What | Time | Memory more |\n|---|---|---|\n");
     for (const auto& [name, work] : tasks) {
         forget_peak();
@@ -170,8 +182,11 @@ int main(int argc, char** argv) {
 
     OFD_afficheur_filtre_impression print(lines.data(), count);
     OFD_afficheur_filtre_texte text(lines.data(), count);
-    const std::string path = std::filesystem::temp_directory_path() / ("bench_viewer_" + long2S(getpid()));
-    std::printf("| What | Lines written | Ours | Bare writes | Ratio | Memory more |\n|---|---|---|---|---|---|\n");
+    const std::string path =
+        std::filesystem::temp_directory_path() / ("bench_viewer_" + long2S(getpid()));
+    std::printf(
+        "| What | Lines written | Ours | Bare writes | Ratio | Memory more "
+        "|\n|---|---|---|---|---|---|\n");
     compare_export("text", path, [&](std::fstream& out) { text.imprime(out); });
     compare_export("PostScript", path, [&](std::fstream& out) { print.imprime_postscript(out); });
     compare_export("PDF", path, [&](std::fstream& out) { print.imprime_pdf(out); });

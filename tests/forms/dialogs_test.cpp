@@ -154,9 +154,8 @@ TEST(Messages, CreditNamesTheAuthorsAndTheProgram) {
 /// A number as this test's locale writes it: with its own mark in the place of the point.
 std::string localised(std::string number) {
     const std::size_t point = number.find('.');
-    return point == std::string::npos
-               ? number
-               : number.replace(point, 1, std::localeconv()->decimal_point);
+    return point == std::string::npos ? number
+                                      : number.replace(point, 1, std::localeconv()->decimal_point);
 }
 
 TEST(Double, ReadsTheReply) {

@@ -11,7 +11,11 @@ namespace {
 
 const std::string program_path = DIALOGUES;  // given by the build
 
-TEST(Dialogues, OpensEachDialogInTurn) {
+class Dialogues : public testing::Test {
+    leaves_nothing nothing_;
+};
+
+TEST_F(Dialogues, OpensEachDialogInTurn) {
     screen display;
     program dialogues({program_path});
     std::vector<x_window> seen;
@@ -67,7 +71,7 @@ TEST(Dialogues, OpensEachDialogInTurn) {
     EXPECT_EQ(dialogues.err(), "");
 }
 
-TEST(Dialogues, NamesItsDialogsAndRefusesOthers) {
+TEST_F(Dialogues, NamesItsDialogsAndRefusesOthers) {
     EXPECT_EQ(run_program({program_path, "-h"}).out,
               "question\nmessage\nalerte\nreel\nentier\ntexte\nlong\nattente\nauteurs\ndessin\n");
     const outcome refused = run_program({program_path, "rien"});

@@ -187,7 +187,7 @@ TEST(NextStringtoken, StopsAtASeparatorThatCouldBelongToTheToken) {
         char separator;
         std::string token, rest;
     } cases[] = {{"abxcd", 'x', "ab", "xcd"}, {"xxab", 'x', "ab", ""}, {"-1.2", '.', "-1", ".2"},
-                 {"--12", '-', "12", ""},     {"a,b", ',', "a", ",b"}, {"xxx", 'x', "x", ""},
+                 {"--12", '-', "12", ""},     {"a,b", ',', "a", ",b"}, {"sss", 's', "s", ""},
                  {"5", '5', "5", ""}};
     for (const auto& [text, separator, token, rest] : cases) {
         std::string left;

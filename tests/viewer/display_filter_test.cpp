@@ -17,7 +17,9 @@ std::string last_shown(const text_lines& lines) {
 }
 
 TEST(ScreenLine, LaysCellsOutInColumns) {
-    const struct { std::string definition, line, shown; } cases[] = {
+    const struct {
+        std::string definition, line, shown;
+    } cases[] = {
         {"#C 10 5 ", "ab#cdefgh", "@f@S14 ab        cdefg"},
         {"#C 10 5 ", "ab", "@f@S14 ab"},
         {"#C 10 5 ", "ab#", "@f@S14 ab        "},
@@ -44,7 +46,8 @@ TEST(ScreenLine, LaysCellsOutInColumns) {
 }
 
 TEST(ScreenLine, ShowsThePrefixAloneBeforeAnyDefinition) {
-    for (const std::string line : {"text", "a#b", "", "#T"}) EXPECT_EQ(last_shown({line}), "@f@S14 ") << line;
+    for (const std::string line : {"text", "a#b", "", "#T"})
+        EXPECT_EQ(last_shown({line}), "@f@S14 ") << line;
 }
 
 TEST(ScreenLine, HasNoColumnBehindTheFifteenth) {
@@ -73,8 +76,9 @@ TEST(ScreenLine, IsNotFilledBeyondAMillionCharacters) {
 TEST(ScreenPage, HasAScreenLineForEachLine) {
     EXPECT_EQ(screen_pages({}), text_lines{""});
     EXPECT_EQ(screen_pages({"text"}), text_lines{"@f@S14 \n"});
-    EXPECT_EQ(screen_pages({"#C 10 5 ", "ab#cdefgh", "#T", "#P 2 ", "xyz", ""}),
-              text_lines{"\n@f@S14 ab        cdefg\n@f@S14 ---------------\n\n@f@S14 xy\n@f@S14 \n"});
+    EXPECT_EQ(
+        screen_pages({"#C 10 5 ", "ab#cdefgh", "#T", "#P 2 ", "xyz", ""}),
+        text_lines{"\n@f@S14 ab        cdefg\n@f@S14 ---------------\n\n@f@S14 xy\n@f@S14 \n"});
 }
 
 TEST(ScreenPage, BreaksAfterSeventySevenCountedLines) {
@@ -90,12 +94,14 @@ TEST(ScreenPage, BreaksAfterSeventySevenCountedLines) {
 TEST(ScreenPage, IsEmptyWhenItDoesNotExist) {
     text_lines lines = joined({{"#C 1 "}, copies(78, "x")});
     OFD_afficheur_filtre_affichage filter(lines.data(), count_of(lines));
-    for (const int page : {2, 3, 2147483647, -1, -2147483647 - 1}) EXPECT_EQ(filter.visu_page(page), "") << page;
+    for (const int page : {2, 3, 2147483647, -1, -2147483647 - 1})
+        EXPECT_EQ(filter.visu_page(page), "") << page;
     EXPECT_EQ(filter.visu_page(1), "@f@S14 \n");
 }
 
 TEST(ScreenPage, DoesNotCountDefinitions) {
-    const text_lines lines = joined({{"#C 1 "}, copies(40, "x"), {"#P 1 ", "#C 1 "}, copies(37, "#T"), {"y"}});
+    const text_lines lines =
+        joined({{"#C 1 "}, copies(40, "x"), {"#P 1 ", "#C 1 "}, copies(37, "#T"), {"y"}});
     std::string first = "\n";
     for (int line = 0; line < 40; ++line) first += "@f@S14 x\n";
     first += "\n\n";
@@ -114,7 +120,8 @@ TEST(ScreenPage, IsKeptByTheFilter) {
 }
 
 TEST(ScreenPage, HasTheColumnsOfThePageShownBeforeIt) {
-    text_lines lines = joined({{"#C 3 "}, copies(77, "abcdef"), {"#C 5 "}, copies(77, "abcdef"), {"abcdef"}});
+    text_lines lines =
+        joined({{"#C 3 "}, copies(77, "abcdef"), {"#C 5 "}, copies(77, "abcdef"), {"abcdef"}});
     OFD_afficheur_filtre_affichage filter(lines.data(), count_of(lines));
     EXPECT_EQ(filter.visu_page(2), "@f@S14 \n");
     filter.visu_page(0);

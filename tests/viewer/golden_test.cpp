@@ -7,7 +7,8 @@
 
 namespace {
 
-const char* const cases[] = {"no_line", "one_line", "one_cell", "example", "lines_77", "lines_78", "table", "mixed_1", "mixed_2"};
+const char* const cases[] = {"no_line",  "one_line", "one_cell", "example", "lines_77",
+                             "lines_78", "table",    "mixed_1",  "mixed_2"};
 
 std::string golden(const std::string& name) {
     const std::string path = QUORIN_GOLDEN "/" + name;
@@ -28,9 +29,12 @@ TEST(GoldenDocuments, AreWrittenByteForByte) {
 }
 
 TEST(GoldenDocuments, HaveThePagesThatTheirNamesSay) {
-    const struct { std::string name; int last_page; } pages[] = {
-        {"no_line", 0}, {"one_line", 0}, {"lines_77", 0}, {"lines_78", 1}, {"table", 2}};
-    for (const auto& [name, last_page] : pages) EXPECT_EQ(pages_of(lines_of(name)), last_page) << name;
+    const struct {
+        std::string name;
+        int last_page;
+    } pages[] = {{"no_line", 0}, {"one_line", 0}, {"lines_77", 0}, {"lines_78", 1}, {"table", 2}};
+    for (const auto& [name, last_page] : pages)
+        EXPECT_EQ(pages_of(lines_of(name)), last_page) << name;
 }
 
 }  // namespace

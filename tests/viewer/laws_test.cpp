@@ -8,7 +8,8 @@
 
 namespace {
 
-/// Lines of text, rules and definitions in any order; `text` makes the text of a line from its index.
+/// Lines of text, rules and definitions in any order; `text` makes the text of a line from its
+/// index.
 template <class Text>
 text_lines random_lines(random_source& source, Text text) {
     text_lines lines(source.number<std::size_t>(0, 500));
@@ -31,7 +32,8 @@ std::string together(const text_lines& pages) {
 TEST(Laws, ThePagesHoldOneScreenLineForEachLineInOrder) {
     random_source source(1);
     for (int round = 0; round < 100; ++round) {
-        text_lines lines = random_lines(source, [&](std::size_t) { return source.text("abc# ()", 30); });
+        text_lines lines =
+            random_lines(source, [&](std::size_t) { return source.text("abc# ()", 30); });
         OFD_afficheur_filtre_affichage line_by_line(nullptr, 0);
         std::string expected;
         for (const std::string& line : lines) expected += line_by_line.visu_ligne(line) + "\n";
@@ -56,7 +58,9 @@ TEST(Laws, EachPageButTheLastHoldsSeventySevenCountedLines) {
             for (auto rest = std::ranges::count(page, '\n'); rest > 0; --rest, ++line)
                 counted += !lines[line].starts_with("#C") && !lines[line].starts_with("#P");
             ASSERT_LE(counted, 77);
-            if (&page != &pages.back()) { ASSERT_EQ(counted, 77); }
+            if (&page != &pages.back()) {
+                ASSERT_EQ(counted, 77);
+            }
         }
         ASSERT_EQ(line, lines.size());
     }
@@ -84,7 +88,8 @@ text_lines streams(const std::string& document) {
 TEST(Laws, PdfPostscriptAndScreenBreakAtTheSameLines) {
     random_source source(3);
     for (int round = 0; round < 60; ++round) {
-        text_lines lines = random_lines(source, [](std::size_t index) { return "<" + std::to_string(index) + ">"; });
+        text_lines lines = random_lines(
+            source, [](std::size_t index) { return "<" + std::to_string(index) + ">"; });
         for (std::string& line : lines)
             if (line.starts_with("#C") || line.starts_with("#P")) line.insert(2, "9 ");
         lines.insert(lines.begin(), "#C 9 ");
@@ -97,7 +102,8 @@ TEST(Laws, PdfPostscriptAndScreenBreakAtTheSameLines) {
 TEST(Laws, TheTextHasALineForEachLine) {
     random_source source(4);
     for (int round = 0; round < 60; ++round) {
-        const text_lines lines = random_lines(source, [&](std::size_t) { return source.text("abc# ()", 30); });
+        const text_lines lines =
+            random_lines(source, [&](std::size_t) { return source.text("abc# ()", 30); });
         ASSERT_EQ(parts_of(as_text(lines), "\n").size(), lines.size());
     }
 }
@@ -105,9 +111,12 @@ TEST(Laws, TheTextHasALineForEachLine) {
 TEST(Laws, TheTextOfAPdfHasNoParentheses) {
     random_source source(5);
     for (int round = 0; round < 20; ++round) {
-        const text_lines lines = random_lines(source, [&](std::size_t) { return source.text("a#()", 30); });
+        const text_lines lines =
+            random_lines(source, [&](std::size_t) { return source.text("a#()", 30); });
         for (const std::string& line : parts_of(as_pdf(lines), "\n"))
-            if (line.ends_with(") Tj")) { ASSERT_EQ(line.find_first_of("()", 1), line.size() - 4) << line; }
+            if (line.ends_with(") Tj")) {
+                ASSERT_EQ(line.find_first_of("()", 1), line.size() - 4) << line;
+            }
     }
 }
 
@@ -115,10 +124,14 @@ TEST(Laws, TheTextOfAPdfHasNoParentheses) {
 std::string hostile_line(random_source& source) {
     const std::string any = source.text("", 60);
     switch (source.number(0, 3)) {
-        case 0: return any;
-        case 1: return "#" + source.text("CPT#", 1) + any;
-        case 2: return "#C" + source.text(source.number(0, 20) ? "T   012" : "T 0123456789", 200);
-        default: return source.text("#() ", 120);
+        case 0:
+            return any;
+        case 1:
+            return "#" + source.text("CPT#", 1) + any;
+        case 2:
+            return "#C" + source.text(source.number(0, 20) ? "T   012" : "T 0123456789", 200);
+        default:
+            return source.text("#() ", 120);
     }
 }
 
@@ -134,7 +147,8 @@ TEST(Laws, HostileLinesBreakNothing) {
                    written([&](std::fstream& out) { print.imprime_postscript(out); });
         };
         documents();
-        ASSERT_EQ(documents(), documents());  // from the second on, the columns at the start are the same
+        ASSERT_EQ(documents(),
+                  documents());  // from the second on, the columns at the start are the same
         for (int page = -1; page <= screen.nb_pages() + 1; ++page)
             ASSERT_LE(screen.visu_page(page).size(), lines.size() * 1'001'000);
         ASSERT_FALSE(as_text(lines).empty() && !lines.empty());
@@ -142,7 +156,8 @@ TEST(Laws, HostileLinesBreakNothing) {
 }
 
 TEST(Laws, AVeryLongLineIsNoSlowerThanItsLength) {
-    const text_lines lines = {"#C 1 2 3 ", std::string(200'000, '#'), "#C" + std::string(1'000'000, '7'), "(#)"};
+    const text_lines lines = {"#C 1 2 3 ", std::string(200'000, '#'),
+                              "#C" + std::string(1'000'000, '7'), "(#)"};
     const std::string pdf = as_pdf(lines);
     EXPECT_EQ(parts_of(pdf, " Tj\n").size(), 200'001u + 2u);
     EXPECT_EQ(screen_pages(lines).size(), 1u);

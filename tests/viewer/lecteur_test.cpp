@@ -27,6 +27,8 @@ std::size_t count(const std::string& text, const std::string& part) {
 }
 
 class Lecteur : public testing::Test {
+    leaves_nothing nothing_;
+
 protected:
     void SetUp() override {
         std::string pattern = files::temp_directory_path() / "lecteur_XXXXXX";

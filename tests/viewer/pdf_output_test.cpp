@@ -47,18 +47,22 @@ const std::string from_count_on =
     "\n";
 
 std::string page_opening(const std::string& page, const std::string& content) {
-    return page + " 0 obj\n"
+    return page +
+           " 0 obj\n"
            "  << /Type /Page\n"
            "     /Parent 3 0 R\n"
            "     /MediaBox [0 0 612 792]\n"
-           "     /Contents " + content + " 0 R\n"
+           "     /Contents " +
+           content +
+           " 0 R\n"
            "     /Resources << /ProcSet 4 0 R\n"
            "                   /Font << /F1 5 0 R >>\n"
            "                >>\n"
            "  >>\n"
            "endobj\n"
            "\n" +
-           content + " 0 obj\n"
+           content +
+           " 0 obj\n"
            "  << /Length 73 >>\n"
            "stream\n";
 }
@@ -93,8 +97,8 @@ const std::string one_page_head =
 const std::string tail = page_closing + trailer;
 
 std::string cell(int x, int y, const std::string& text) {
-    return "   BT\n     /F1 7 Tf\n     " + std::to_string(x) + " " + std::to_string(y) + " Td\n(" + text +
-           ") Tj\n   ET\n";
+    return "   BT\n     /F1 7 Tf\n     " + std::to_string(x) + " " + std::to_string(y) + " Td\n(" +
+           text + ") Tj\n   ET\n";
 }
 
 std::string segment(int x1, int y1, int x2, int y2, const std::string& indent = "    ") {
@@ -122,9 +126,9 @@ TEST(PdfDocument, IsOneEmptyPageWithoutLines) {
 
 TEST(PdfDocument, HoldsOneLine) {
     EXPECT_EQ(as_pdf({"text"}), one_page_head + cell(45, 770, "") + tail);
-    EXPECT_EQ(as_pdf({"#C T10 T ", "un (1)"}),
-              one_page_head + cell(45, 770, "un 1") + segment(40, 770, 40, 780, "      ") +
-                  segment(90, 770, 90, 780, "      ") + tail);
+    EXPECT_EQ(as_pdf({"#C T10 T ", "un (1)"}), one_page_head + cell(45, 770, "un 1") +
+                                                   segment(40, 770, 40, 780, "      ") +
+                                                   segment(90, 770, 90, 780, "      ") + tail);
 }
 
 TEST(PdfDocument, BreaksAfterSeventySevenCountedLines) {
@@ -132,22 +136,25 @@ TEST(PdfDocument, BreaksAfterSeventySevenCountedLines) {
     for (int row = 1; row <= 77; ++row) page += cell(45, 780 - 10 * row, "x");
     EXPECT_EQ(as_pdf(joined({{"#C 9 "}, copies(77, "x")})), one_page_head + page + tail);
 
-    const std::string two_page_head = up_to_kids + "10 0 R\n         12 0 R\n         ]\n     /Count 2\n" +
+    const std::string two_page_head = up_to_kids +
+                                      "10 0 R\n         12 0 R\n         ]\n     /Count 2\n" +
                                       from_count_on + page_opening("10", "11");
-    EXPECT_EQ(as_pdf(joined({{"#C 9 "}, copies(78, "x")})),
-              two_page_head + page + page_closing + page_opening("12", "13") + cell(45, 770, "x") + tail);
+    EXPECT_EQ(
+        as_pdf(joined({{"#C 9 "}, copies(78, "x")})),
+        two_page_head + page + page_closing + page_opening("12", "13") + cell(45, 770, "x") + tail);
 
     const std::string three_page_head =
-        up_to_kids + "10 0 R\n         12 0 R\n         14 0 R\n         ]\n     /Count 3\n" + from_count_on +
-        page_opening("10", "11");
+        up_to_kids + "10 0 R\n         12 0 R\n         14 0 R\n         ]\n     /Count 3\n" +
+        from_count_on + page_opening("10", "11");
     EXPECT_EQ(as_pdf(joined({{"#C 9 "}, copies(155, "x")})),
-              three_page_head + page + page_closing + page_opening("12", "13") + page + page_closing +
-                  page_opening("14", "15") + cell(45, 770, "x") + tail);
+              three_page_head + page + page_closing + page_opening("12", "13") + page +
+                  page_closing + page_opening("14", "15") + cell(45, 770, "x") + tail);
 }
 
 TEST(PdfDocument, DrawsTheRulesOfTheOpenBlockAtEachPagesEnd) {
     const std::string document = as_pdf(joined({{"#C T9 T "}, copies(78, "x")}));
-    const std::string at_break = cell(45, 10, "x") + segment(40, 10, 40, 780) + segment(85, 10, 85, 780) + page_closing;
+    const std::string at_break =
+        cell(45, 10, "x") + segment(40, 10, 40, 780) + segment(85, 10, 85, 780) + page_closing;
     const std::string at_end = cell(45, 770, "x") + segment(40, 770, 40, 780, "      ") +
                                segment(85, 770, 85, 780, "      ") + tail;
     EXPECT_NE(document.find(at_break), std::string::npos);
@@ -155,7 +162,9 @@ TEST(PdfDocument, DrawsTheRulesOfTheOpenBlockAtEachPagesEnd) {
 }
 
 TEST(PdfText, IsCutToItsColumnBeforeItLosesItsParentheses) {
-    const struct { std::string definition, line, drawn; } cases[] = {
+    const struct {
+        std::string definition, line, drawn;
+    } cases[] = {
         {"#C 10 ", "(a)b", cell(45, 770, "ab")},
         {"#C 3 ", "(a)b", cell(45, 770, "a")},
         {"#C 1 ", "(a)b", cell(45, 770, "")},
@@ -168,7 +177,8 @@ TEST(PdfText, IsCutToItsColumnBeforeItLosesItsParentheses) {
         {"#C 10 20 ", "  #a", cell(45, 770, "  ") + cell(95, 770, "a")},
         {"#C 1 ", "  ", ""},  // one space is left
         {"#C 9 ", "\\(\xE9\0\xFF"s, cell(45, 770, "\\\xE9\0\xFF"s)},
-        {"#C 3 9", "abcd#efgh", cell(45, 770, "abc") + cell(60, 770, "")},  // the last width is dropped
+        {"#C 3 9", "abcd#efgh",
+         cell(45, 770, "abc") + cell(60, 770, "")},  // the last width is dropped
         {"#C", "a#b", cell(45, 770, "") + cell(45, 770, "")}};
     for (const auto& [definition, line, drawn] : cases)
         EXPECT_EQ(last_drawn({definition, line}), drawn) << definition << '\n' << line;
@@ -199,7 +209,8 @@ TEST(PdfRule, IsAsWideAsTheColumns) {
     EXPECT_EQ(last_drawn({"#C 10 20 ", "#T"}), segment(40, 770, 190, 770));
     EXPECT_EQ(last_drawn({"#P 10 20 ", "#T"}), segment(40, 780, 190, 780));
     EXPECT_EQ(last_drawn({"#T"}), segment(40, 770, 40, 770));
-    EXPECT_EQ(last_drawn({"#C 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 ", "#T"}), segment(40, 770, 115, 770));
+    EXPECT_EQ(last_drawn({"#C 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 ", "#T"}),
+              segment(40, 770, 115, 770));
 }
 
 TEST(PdfDefinition, DrawsTheRulesOfTheBlockThatItCloses) {
@@ -213,7 +224,8 @@ TEST(PdfDefinition, DrawsTheRulesOfTheBlockThatItCloses) {
     EXPECT_EQ(last_drawn({"#C 9 ", "x", "#C T9 ", "#C"}), segment(40, 770, 40, 770));
     // #P draws nothing, and leaves the start of the block where it was
     EXPECT_EQ(last_drawn({"#C T9 ", "x", "#P T8 "}), "");
-    EXPECT_EQ(last_drawn({"#C T9 ", "x", "x", "#C T9 ", "#P T8 ", "x", "#C"}), segment(40, 780, 40, 760));
+    EXPECT_EQ(last_drawn({"#C T9 ", "x", "x", "#C T9 ", "#P T8 ", "x", "#C"}),
+              segment(40, 780, 40, 760));
     EXPECT_EQ(last_drawn({"#P T8 ", "#C"}), segment(40, 790, 40, 780));
 }
 
@@ -227,7 +239,8 @@ TEST(PdfFilter, KeepsItsColumnsFromOneDocumentToTheNext) {
     OFD_afficheur_filtre_impression filter(lines.data(), 2);
     const auto print = [&] { return written([&](std::fstream& out) { filter.imprime_pdf(out); }); };
     const std::string first = print();
-    EXPECT_EQ(first, one_page_head + cell(45, 770, "x") + segment(40, 770, 40, 780, "      ") + tail);
+    EXPECT_EQ(first,
+              one_page_head + cell(45, 770, "x") + segment(40, 770, 40, 780, "      ") + tail);
     EXPECT_EQ(print(), one_page_head + segment(40, 780, 40, 780) + cell(45, 770, "x") +
                            segment(40, 770, 40, 780, "      ") + tail);
     filter.count = 0;
@@ -268,7 +281,8 @@ long writes_so_far() {
 
 TEST(EveryDocument, IsWrittenLineByLine) {
     if (writes_so_far() == 0) GTEST_SKIP() << "this system does not count writes";
-    text_lines lines = joined({{"#C T10 T20 T ", "#T"}, copies(78, "un#deux"), {std::string(30000, 'x'), "#P T30000 "}});
+    text_lines lines = joined(
+        {{"#C T10 T20 T ", "#T"}, copies(78, "un#deux"), {std::string(30000, 'x'), "#P T30000 "}});
     lines.push_back(lines[80]);
     OFD_afficheur_filtre_impression print(lines.data(), count_of(lines));
     OFD_afficheur_filtre_texte text(lines.data(), count_of(lines));
@@ -282,7 +296,8 @@ TEST(EveryDocument, IsWrittenLineByLine) {
         const long before = writes_so_far();
         each(out);
         const long writes = writes_so_far() - before;
-        const std::string document = bytes_of(file.path());  // not closed yet: all of it was flushed
+        const std::string document =
+            bytes_of(file.path());  // not closed yet: all of it was flushed
         EXPECT_EQ(writes, std::ranges::count(document, '\n'));
         EXPECT_GT(writes, 80);
     }

@@ -30,8 +30,8 @@ std::string cell(int x, int y, const std::string& text) {
 }
 
 std::string segment(int x1, int y1, int x2, int y2) {
-    return "newpath " + std::to_string(x1) + " " + std::to_string(y1) + " moveto " + std::to_string(x2) + " " +
-           std::to_string(y2) + " lineto stroke \n";
+    return "newpath " + std::to_string(x1) + " " + std::to_string(y1) + " moveto " +
+           std::to_string(x2) + " " + std::to_string(y2) + " lineto stroke \n";
 }
 
 /// What a new filter writes for the last of `lines`, after the others.
@@ -39,7 +39,8 @@ std::string last_drawn(const text_lines& lines) {
     OFD_afficheur_filtre_impression filter(nullptr, 0);
     written([&](std::fstream& out) {
         filter.begin_postscript(out);
-        for (std::size_t line = 0; line + 1 < lines.size(); ++line) filter.postscript(out, lines[line]);
+        for (std::size_t line = 0; line + 1 < lines.size(); ++line)
+            filter.postscript(out, lines[line]);
     });
     return written([&](std::fstream& out) { filter.postscript(out, lines.back()); });
 }
@@ -68,19 +69,24 @@ TEST(PostscriptDocument, BreaksAfterSeventySevenCountedLines) {
     EXPECT_EQ(as_postscript(joined({{"#C 9 "}, full, {"x"}})),
               head + page + "showpage\n%%page : 1 1\n" + font + cell(45, 790, "x") + tail);
     EXPECT_EQ(as_postscript(joined({{"#C 9 "}, full, full, {"x"}})),
-              head + page + "showpage\n%%page : 1 1\n" + font + page + "showpage\n%%page : 2 2\n" + font +
-                  cell(45, 790, "x") + tail);
+              head + page + "showpage\n%%page : 1 1\n" + font + page + "showpage\n%%page : 2 2\n" +
+                  font + cell(45, 790, "x") + tail);
 }
 
 TEST(PostscriptDocument, DrawsTheRulesOfTheOpenBlockAtEachPagesEnd) {
     const std::string document = as_postscript(joined({{"#C T9 T "}, copies(78, "x")}));
-    EXPECT_NE(document.find(cell(45, 30, "x") + segment(40, 30, 40, 800) + segment(85, 30, 85, 800) + "showpage\n%%page"),
+    EXPECT_NE(document.find(cell(45, 30, "x") + segment(40, 30, 40, 800) +
+                            segment(85, 30, 85, 800) + "showpage\n%%page"),
               std::string::npos);
-    EXPECT_TRUE(document.ends_with(cell(45, 790, "x") + segment(40, 790, 40, 800) + segment(85, 790, 85, 800) + tail));
+    EXPECT_TRUE(document.ends_with(cell(45, 790, "x") + segment(40, 790, 40, 800) +
+                                   segment(85, 790, 85, 800) + tail));
 }
 
 TEST(PostscriptLine, IsDrawnByItsType) {
-    const struct { text_lines lines; std::string drawn; } cases[] = {
+    const struct {
+        text_lines lines;
+        std::string drawn;
+    } cases[] = {
         {{"#C 10 ", "(a)b"}, cell(45, 790, "ab")},
         {{"#C 3 ", "(a)b"}, cell(45, 790, "a")},
         {{"#C 10 20 ", "a#b#c"}, cell(45, 790, "a") + cell(95, 790, "b") + cell(195, 790, "")},
@@ -128,8 +134,9 @@ TEST(PostscriptFilter, KeepsTheColumnsOfThePdfThatItWroteBefore) {
     text_lines lines = {"#C T10 ", "x"};
     OFD_afficheur_filtre_impression filter(lines.data(), 2);
     written([&](std::fstream& out) { filter.imprime_pdf(out); });
-    EXPECT_EQ(written([&](std::fstream& out) { filter.imprime_postscript(out); }),
-              head + segment(40, 800, 40, 800) + cell(45, 790, "x") + segment(40, 790, 40, 800) + tail);
+    EXPECT_EQ(
+        written([&](std::fstream& out) { filter.imprime_postscript(out); }),
+        head + segment(40, 800, 40, 800) + cell(45, 790, "x") + segment(40, 790, 40, 800) + tail);
 }
 
 }  // namespace

@@ -10,12 +10,15 @@ namespace {
 
 /// A folder with the table's two documents in it, gone with the object.
 class Readers : public testing::Test {
+    leaves_nothing nothing_;
+
 protected:
     Readers() {
         std::filesystem::create_directory(folder_.path());
         text_lines lines = parts_of(bytes_of(QUORIN_GOLDEN "/table.lines"), "\n");
         OFD_afficheur_filtre_impression filter(lines.data(), count_of(lines));
-        std::fstream pdf(path("table.pdf"), std::ios::out), postscript(path("table.ps"), std::ios::out);
+        std::fstream pdf(path("table.pdf"), std::ios::out),
+            postscript(path("table.ps"), std::ios::out);
         filter.imprime_pdf(pdf);
         filter.columns = {};
         filter.imprime_postscript(postscript);
@@ -42,26 +45,46 @@ private:
     temporary_file folder_;
 };
 
-/// Whether the three pages of text are the table's: cells on the page where they belong, and only there.
+/// Whether the three pages of text are the table's: cells on the page where they belong, and only
+/// there.
 void expect_table(const std::array<std::string, 3>& pages) {
-    const struct { std::string text; std::size_t page; } cells[] = {
-        {"Inventaire de la cellule ZK4 tiroirs et presse", 0},
-        {"remarque", 0}, {"piece 1", 0}, {"piece 40", 0}, {"280", 0}, {"rangee 5, tiroir 0", 0},
-        {"vis \xC3\xA9paul\xC3\xA9" "e", 0}, {"lot 30", 0}, {"valeur un peu trop longue pour", 0},
-        {"ligne 1", 1}, {"ligne 75", 1}, {"deux", 1}, {"trois", 1}, {"seule", 1},
-        {"fin", 2}, {"table", 2}};
+    const struct {
+        std::string text;
+        std::size_t page;
+    } cells[] = {{"Inventaire de la cellule ZK4 tiroirs et presse", 0},
+                 {"remarque", 0},
+                 {"piece 1", 0},
+                 {"piece 40", 0},
+                 {"280", 0},
+                 {"rangee 5, tiroir 0", 0},
+                 {"vis \xC3\xA9paul\xC3\xA9"
+                  "e",
+                  0},
+                 {"lot 30", 0},
+                 {"valeur un peu trop longue pour", 0},
+                 {"ligne 1", 1},
+                 {"ligne 75", 1},
+                 {"deux", 1},
+                 {"trois", 1},
+                 {"seule", 1},
+                 {"fin", 2},
+                 {"table", 2}};
     for (const auto& [text, page] : cells)
         for (std::size_t each = 0; each < 3; ++each)
-            EXPECT_EQ(pages[each].find(text) != std::string::npos, each == page) << text << " on page " << each + 1;
-    for (const std::string& each : pages) EXPECT_EQ(each.find("sa colonne"), std::string::npos) << "a cell is not cut";
+            EXPECT_EQ(pages[each].find(text) != std::string::npos, each == page)
+                << text << " on page " << each + 1;
+    for (const std::string& each : pages)
+        EXPECT_EQ(each.find("sa colonne"), std::string::npos) << "a cell is not cut";
 }
 
 TEST_F(Readers, PopplerReadsThePdf) {
-    EXPECT_NE(read({"pdfinfo", path("table.pdf")}).find("\nPages:           3\n"), std::string::npos);
+    EXPECT_NE(read({"pdfinfo", path("table.pdf")}).find("\nPages:           3\n"),
+              std::string::npos);
     std::array<std::string, 3> pages;
     for (std::size_t page = 0; page < 3; ++page) {
         const std::string number = std::to_string(page + 1);
-        pages[page] = read({"pdftotext", "-enc", "UTF-8", "-f", number, "-l", number, "-layout", path("table.pdf"), "-"});
+        pages[page] = read({"pdftotext", "-enc", "UTF-8", "-f", number, "-l", number, "-layout",
+                            path("table.pdf"), "-"});
     }
     expect_table(pages);
 }
@@ -70,7 +93,8 @@ TEST_F(Readers, MupdfReadsThePdf) {
     EXPECT_NE(read({"mutool", "info", path("table.pdf")}).find("\nPages: 3\n"), std::string::npos);
     std::array<std::string, 3> pages;
     for (std::size_t page = 0; page < 3; ++page)
-        pages[page] = read({"mutool", "draw", "-q", "-F", "txt", path("table.pdf"), std::to_string(page + 1)});
+        pages[page] = read(
+            {"mutool", "draw", "-q", "-F", "txt", path("table.pdf"), std::to_string(page + 1)});
     expect_table(pages);
 }
 
@@ -94,14 +118,17 @@ TEST_F(Readers, GhostscriptReadsBoth) {
         for (std::size_t page = 0; page < 3; ++page)
             pages[page] = bytes_of(path(name + std::to_string(page + 1) + ".txtwrite"));
         if (name == "table.ps")  // its font has the standard encoding, whose E9 is another letter
-            pages[0].replace(pages[0].find("vis "), 14, "vis \xC3\xA9paul\xC3\xA9" "e");
+            pages[0].replace(pages[0].find("vis "), 14,
+                             "vis \xC3\xA9paul\xC3\xA9"
+                             "e");
         expect_table(pages);
     }
 }
 
 TEST_F(Readers, Ps2pdfConvertsThePostscript) {
     read({"ps2pdf", path("table.ps"), path("converted.pdf")});
-    EXPECT_NE(read({"pdfinfo", path("converted.pdf")}).find("\nPages:           3\n"), std::string::npos);
+    EXPECT_NE(read({"pdfinfo", path("converted.pdf")}).find("\nPages:           3\n"),
+              std::string::npos);
 }
 
 }  // namespace

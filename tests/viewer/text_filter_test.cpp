@@ -11,15 +11,17 @@ using namespace std::string_literals;
 const std::string dashes = "-------------------------------------------------------\n";
 
 TEST(TextDocument, CopiesTextAndRulesOffMarkup) {
-    const struct { text_lines lines; std::string text; } cases[] = {
-        {{}, ""},
-        {{""}, "\n"},
-        {{"un#deux", "(trois)"}, "un#deux\n(trois)\n"},
-        {{"#", "#X", "##", "#c", " #C"}, "#\n#X\n##\n#c\n #C\n"},
-        {{"#C"}, dashes},
-        {{"#P T10 ", "#T", "#Tx", "#C T1 "}, dashes + dashes + dashes + dashes},
-        {{"\0\xFF"s}, "\0\xFF\n"s},
-        {{std::string(20000, 'x')}, std::string(20000, 'x') + "\n"}};
+    const struct {
+        text_lines lines;
+        std::string text;
+    } cases[] = {{{}, ""},
+                 {{""}, "\n"},
+                 {{"un#deux", "(trois)"}, "un#deux\n(trois)\n"},
+                 {{"#", "#X", "##", "#c", " #C"}, "#\n#X\n##\n#c\n #C\n"},
+                 {{"#C"}, dashes},
+                 {{"#P T10 ", "#T", "#Tx", "#C T1 "}, dashes + dashes + dashes + dashes},
+                 {{"\0\xFF"s}, "\0\xFF\n"s},
+                 {{std::string(20000, 'x')}, std::string(20000, 'x') + "\n"}};
     for (const auto& [lines, text] : cases) EXPECT_EQ(as_text(lines), text);
     EXPECT_EQ(dashes.size(), 56u);
 }
