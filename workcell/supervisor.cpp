@@ -1,6 +1,7 @@
 #include "workcell/supervisor.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/shm.h>
@@ -54,19 +55,58 @@ void let_go_of_everything_but(int descriptor) {
     close_range(4, ~0U, 0);
 }
 
+/// Frees a lock whose holder is dead. A foreign client may be killed while it holds the lock, and
+/// the simulator then waits for it: two looks in a row find the lock taken, no client attached and
+/// nothing published in between.
+class dead_lock_watch {
+public:
+    void look(io_segment& segment, int ident) {
+        const std::int64_t clock = *const_cast<volatile std::int64_t*>(&segment.inputs_clock);
+        const bool taken = taken_by_no_client(segment, ident);
+        if (taken && taken_before_ && clock == clock_before_) sem_post(&segment.lock);
+        taken_before_ = taken;
+        clock_before_ = clock;
+    }
+
+private:
+    static bool taken_by_no_client(io_segment& segment, int ident) {
+        constexpr unsigned long own_holders = 2;  // the simulator and this process
+        int count = 1;
+        shmid_ds status;
+        return sem_getvalue(&segment.lock, &count) == 0 && count == 0 &&
+               shmctl(ident, IPC_STAT, &status) == 0 && status.shm_nattch <= own_holders;
+    }
+
+    bool taken_before_ = false;
+    std::int64_t clock_before_ = 0;
+};
+
+/// Returns when the simulator has sent something, or has ended. Looks after the lock meanwhile.
+void await_simulator(int line, io_segment* segment, int ident) {
+    constexpr int look_ms = 300;
+    dead_lock_watch lock;
+    pollfd wanted{line, POLLIN, 0};
+    while (poll(&wanted, 1, look_ms) <= 0) {
+        if (segment) lock.look(*segment, ident);
+    }
+}
+
 [[noreturn]] void supervise(int from_simulator, pid_t simulator, std::time_t start) {
     prctl(PR_SET_NAME, "zk4sim-garde");
     let_go_of_everything_but(from_simulator);
     constexpr int simulator_line = 3;
 
-    void* const nothing = reinterpret_cast<void*>(-1);
-    void* segment = nothing;
+    io_segment* segment = nullptr;
     std::int32_t ident = 0;
-    // No answer means that it does not hold the segment.
-    while (read_whole(simulator_line, ident) && (segment = shmat(ident, nullptr, 0)) != nothing &&
-           write(simulator_line, &ident, sizeof ident) == sizeof ident) {
+    for (;;) {
+        await_simulator(simulator_line, segment, ident);
+        if (!read_whole(simulator_line, ident)) break;
+        void* const address = shmat(ident, nullptr, 0);
+        if (address == reinterpret_cast<void*>(-1)) break;  // no answer: it does not hold it
+        segment = static_cast<io_segment*>(address);
+        if (write(simulator_line, &ident, sizeof ident) != sizeof ident) break;
     }
-    if (segment != nothing) end_session(static_cast<io_segment*>(segment));
+    if (segment) end_session(segment);
     remove_segments_of(simulator, start);
     _exit(0);
 }

@@ -1,5 +1,5 @@
 // A small process beside the simulator, which ends the session should the simulator die without a
-// word.
+// word, and frees the lock should a client die with it.
 #pragma once
 #include <sys/types.h>
 

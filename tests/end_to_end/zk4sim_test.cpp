@@ -301,6 +301,27 @@ TEST_F(Zk4sim, EndsWithAPanelThatWasKilledWhileItHeldTheLock) {
     }
 }
 
+TEST_F(Zk4sim, AForeignClientThatDiedWithTheLockHoldsTheStationUpForASecondAtMost) {
+    station running({"--no-panel", "--speed", "20"});
+    const int ident = std::stoi(running.ident);
+    run_in_child([ident] {
+        void* const address = shmat(ident, nullptr, 0);
+        while (sem_trywait(&static_cast<io_segment*>(address)->lock) != 0) usleep(100);
+        kill(getpid(), SIGKILL);
+    });
+    EXPECT_EQ(running.io({"set", "BZ1=1"}).status, 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1200));
+    EXPECT_EQ(running.io({"wait", "b1s=1", "--timeout", "2"}).status, 0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1200));
+    void* const address = shmat(ident, nullptr, 0);
+    int count = -1;
+    sem_getvalue(&static_cast<io_segment*>(address)->lock, &count);
+    EXPECT_EQ(count, 1) << "posted once, not twice";
+    shmdt(address);
+    running.process->signal(SIGTERM);
+    EXPECT_EQ(running.process->wait(), 0);
+}
+
 TEST_F(Zk4sim, WithoutAPanelCommandsHoldBetweenClients) {
     station running({"--no-panel", "--speed", "20"});
     running.io({"set", "BZ3=1"});
