@@ -76,6 +76,12 @@ void describe(CLI::App& app, request& asked) {
     app.add_subcommand("watch", "une ligne par changement, jusqu'à la fin de la session")
         ->add_option("NOM", asked.words);
     app.require_subcommand(1);
+    for (CLI::App* const command : app.get_subcommands({})) command->group("Commandes");
+    for (const auto& [english, french] : {std::pair{"SUBCOMMAND", "COMMANDE"},
+                                          {"Positionals", "Arguments"},
+                                          {"TEXT", ""},
+                                          {"REQUIRED", "(obligatoire)"}})
+        app.get_formatter()->label(english, french);
 }
 
 int fail(int status, const std::string& why) {
