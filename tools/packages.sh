@@ -36,13 +36,14 @@ install_packages() {
     rm -f "$log"
 }
 
-# Configures and builds one preset; prints the compiler's words only when it fails or warns.
-build_preset() { # preset [target...]
+# Configures and builds one preset; prints the compiler's words only when it fails or warns, and nothing at all when there
+# is nothing to do.
+build_preset() { # preset
     local preset=$1 log=build/$1.log
-    shift
+    [ -f "build/$preset/build.ninja" ] && ninja -C "build/$preset" -n 2>/dev/null | grep -q 'no work to do' && return
     mkdir -p build
     echo "Building ($preset)"
-    if ! { cmake --preset "$preset" && cmake --build --preset "$preset" ${1:+--target "$@"}; } >"$log" 2>&1; then
+    if ! { cmake --preset "$preset" && cmake --build --preset "$preset"; } >"$log" 2>&1; then
         # A missing package is one line, which says what to install.
         { grep 'was not found: apt-get' "$log" || grep -E 'error|Error|FAILED' "$log"; } | head -n 20 >&2
         echo "The build failed; all it said is in $log" >&2
