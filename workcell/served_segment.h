@@ -8,6 +8,10 @@
 
 #include "ioshare/io_server.h"
 
+/// The processes that hold a served segment without being clients: the simulator and its
+/// supervisor.
+inline constexpr unsigned long station_holders = 2;
+
 /// A server of the station's names whose segment is marked for removal as soon as it exists:
 /// clients still attach by its identifier while someone holds it, and the system frees it when the
 /// last one lets go. Never on identifier 0, which clients refuse.

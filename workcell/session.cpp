@@ -25,7 +25,6 @@ using steady = std::chrono::steady_clock;
 constexpr double step_s = 0.010;
 constexpr double panel_farewell_s = 3;
 constexpr double client_look_s = 0.1;
-constexpr unsigned long own_holders = 2;  // this process and its supervisor
 
 /// The model on its segment, step by step.
 class station_server {
@@ -111,7 +110,9 @@ private:
 class session {
 public:
     explicit session(const zk4sim_options& options)
-        : options_(options), server_(make_station_server()), clients_(server_.ident, own_holders) {}
+        : options_(options),
+          server_(make_station_server()),
+          clients_(server_.ident, station_holders) {}
 
     int run() {
         if (!supervisor_.watch(server_.ident)) {

@@ -16,6 +16,7 @@
 #include <initializer_list>
 
 #include "ioshare/io_segment.h"
+#include "workcell/served_segment.h"
 
 namespace {
 
@@ -70,11 +71,10 @@ public:
 
 private:
     static bool taken_by_no_client(io_segment& segment, int ident) {
-        constexpr unsigned long own_holders = 2;  // the simulator and this process
         int count = 1;
         shmid_ds status;
         return sem_getvalue(&segment.lock, &count) == 0 && count == 0 &&
-               shmctl(ident, IPC_STAT, &status) == 0 && status.shm_nattch <= own_holders;
+               shmctl(ident, IPC_STAT, &status) == 0 && status.shm_nattch <= station_holders;
     }
 
     bool taken_before_ = false;
