@@ -5,6 +5,7 @@
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 #include <thread>
@@ -23,9 +24,22 @@ screen::screen() : display_(XOpenDisplay(nullptr)) {
         throw std::runtime_error("this test needs a display: run it under tools/with_display");
     root_ = DefaultRootWindow(display_);
     XSetErrorHandler(take_no_notice);
+    let_manager_catch_up();
 }
 
 screen::~screen() { XCloseDisplay(display_); }
+
+void screen::let_manager_catch_up() {
+    // It takes events in their order: once it has managed a new window and let it go again, it is
+    // through with all that went before.
+    const Window last = XCreateSimpleWindow(display_, root_, 0, 0, 1, 1, 0, 0, 0);
+    const auto managed = [&] { return std::ranges::count(windows(), last) != 0; };
+    XMapWindow(display_, last);
+    const bool came = wait_until(managed);
+    XDestroyWindow(display_, last);
+    if (!came || !wait_until([&] { return !managed(); }))
+        throw std::runtime_error("no window manager answers: run this under tools/with_display");
+}
 
 std::vector<Window> screen::windows() {
     Atom type;

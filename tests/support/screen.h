@@ -16,10 +16,16 @@ using x_key = unsigned long;
 
 class screen {
 public:
+    /// Returns once the window manager has caught up.
     screen();
     ~screen();
     screen(const screen&) = delete;
     screen& operator=(const screen&) = delete;
+
+    /// Waits until the window manager has dealt with every window that came or went before. A
+    /// program that starts right after another was killed may be given the same window ids: a
+    /// manager that still holds the dead one's frame would never show the new window.
+    void let_manager_catch_up();
 
     /// The application windows that the window manager manages, oldest first.
     std::vector<x_window> windows();
