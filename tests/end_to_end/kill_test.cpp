@@ -55,7 +55,7 @@ protected:
     }
 
     std::unique_ptr<program> new_station() {
-        display.let_manager_catch_up();
+        display.retire_window_ids();
         return std::make_unique<program>(
             std::vector<std::string>{built("zk4sim"), "--headless", "--speed", "20"});
     }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <memory>
 #include <stdexcept>
 #include <thread>
 
@@ -24,7 +25,7 @@ screen::screen() : display_(XOpenDisplay(nullptr)) {
         throw std::runtime_error("this test needs a display: run it under tools/with_display");
     root_ = DefaultRootWindow(display_);
     XSetErrorHandler(take_no_notice);
-    let_manager_catch_up();
+    retire_window_ids();
 }
 
 screen::~screen() { XCloseDisplay(display_); }
@@ -41,6 +42,15 @@ void screen::let_manager_catch_up() {
         throw std::runtime_error("no window manager answers: run this under tools/with_display");
 }
 
+void screen::retire_window_ids() {
+    // A server gives a new connection the lowest free range of ids: this one, kept until the test
+    // program ends, takes that of the last program that has gone.
+    static std::vector<std::unique_ptr<Display, decltype(&XCloseDisplay)>> kept;
+    let_manager_catch_up();
+    kept.emplace_back(XOpenDisplay(nullptr), XCloseDisplay);
+    if (!kept.back()) throw std::runtime_error("the display takes no more connections");
+}
+
 std::vector<Window> screen::windows() {
     Atom type;
     int format;
@@ -49,8 +59,11 @@ std::vector<Window> screen::windows() {
     std::vector<Window> found;
     XGetWindowProperty(display_, root_, XInternAtom(display_, "_NET_CLIENT_LIST", False), 0, 1024,
                        False, XA_WINDOW, &type, &format, &count, &rest, &data);
-    for (unsigned long i = 0; i < count; ++i)
-        found.push_back(reinterpret_cast<unsigned long*>(data)[i]);
+    for (unsigned long i = 0; i < count; ++i) {
+        const Window each = reinterpret_cast<unsigned long*>(data)[i];
+        XWindowAttributes attributes;
+        if (XGetWindowAttributes(display_, each, &attributes)) found.push_back(each);
+    }
     if (data) XFree(data);
     return found;
 }

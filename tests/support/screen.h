@@ -16,18 +16,18 @@ using x_key = unsigned long;
 
 class screen {
 public:
-    /// Returns once the window manager has caught up.
+    /// Retires the window ids of the programs that have ended so far.
     screen();
     ~screen();
     screen(const screen&) = delete;
     screen& operator=(const screen&) = delete;
 
-    /// Waits until the window manager has dealt with every window that came or went before. A
-    /// program that starts right after another was killed may be given the same window ids: a
-    /// manager that still holds the dead one's frame would never show the new window.
-    void let_manager_catch_up();
+    /// Sees to it that no later program is given the window ids of one that has ended. A window
+    /// manager in whose middle of work a program was killed may hold the dead window for good, and
+    /// then never shows a new one with its id.
+    void retire_window_ids();
 
-    /// The application windows that the window manager manages, oldest first.
+    /// The application windows that the window manager manages and that exist, oldest first.
     std::vector<x_window> windows();
     std::string title(x_window window);
     /// Waits for a managed window of that title, drawn at rest; 0 when `limit` passes first.
@@ -54,6 +54,7 @@ public:
 private:
     _XDisplay* display_;
     x_window root_;
+    void let_manager_catch_up();
     void tell_manager(x_window window, const char* message);
     void press(x_key symbol, bool down);
 };
