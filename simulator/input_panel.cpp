@@ -60,8 +60,10 @@ OFD_simulator_input::~OFD_simulator_input() {
 void OFD_simulator_input::add(const std::string& name) {
     names.push_back(name);
     ++count;
-    signal_browser->add(name.c_str());
-    sticky_browser->add(name.c_str());
+    for (Fl_Check_Browser* list : {signal_browser, sticky_browser}) {
+        list->add(name.c_str());
+        list->redraw();  // adding does not, and an item takes no click before it is drawn
+    }
 }
 
 void OFD_simulator_input::check(int* init, int* quit, int* values) {

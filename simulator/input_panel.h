@@ -56,7 +56,7 @@ public:
     /// widget: they belong to the window, which belongs to the caller.
     ~OFD_simulator_input();
 
-    /// Appends an input, neither set nor sticky.
+    /// Appends an input, neither set nor sticky. A panel on the screen shows it from the next pass.
     void add(const std::string& name);
 
     /// Waits, letting the toolkit work, until "GO", "INIT" or "QUIT" is pressed. `values` holds at

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <climits>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <random>
@@ -79,6 +80,14 @@ struct real_panel : testing::Test {
     void click_item(const Fl_Check_Browser& list, int item) {
         const int line_height = list.textsize() + 2;
         click(display, list, 60, 2 + line_height * (item - 1) + line_height / 2);
+    }
+
+    /// Whether there is anything but the ground where the box of the first item stands.
+    bool shows_box(const Fl_Check_Browser& list) {
+        const std::uint32_t ground = pixel(display, list, list.w() / 2, list.h() - 20);
+        for (int right = 3; right < 18; ++right)
+            if (pixel(display, list, right, 10) != ground) return true;
+        return false;
     }
 
     void check() {
@@ -245,6 +254,22 @@ TEST(InputPanelAdd, AppendsAnUncheckedItemToBothLists) {
         for (int i = 0; i < 5; ++i) EXPECT_EQ(list->text(i + 1), wanted[i]);
         EXPECT_EQ(checked(*list), checks(5, 0));
     }
+}
+
+TEST_F(real_panel, AnInputAddedToAPanelOnTheScreenShowsAndTakesItsFirstClick) {
+    fill({});
+    const Fl_Check_Browser* const lists[] = {panel.signal_browser, panel.sticky_browser};
+    for (const Fl_Check_Browser* list : lists)
+        EXPECT_FALSE(shows_box(*list)) << "of an empty panel";
+    panel.add("te");
+    values = {-5};
+    for (const Fl_Check_Browser* list : lists)
+        EXPECT_TRUE(settle([&] { return shows_box(*list); })) << list->x();
+    click_item(*panel.sticky_browser, 1);
+    click_item(*panel.signal_browser, 1);
+    click_then_check(*panel.go_button);
+    EXPECT_EQ(values, checks{1});
+    EXPECT_EQ(checked(*panel.signal_browser), checks{1});
 }
 
 // ---------------------------------------------------------------- check
