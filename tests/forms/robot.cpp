@@ -130,7 +130,8 @@ void robot::look() {
 }
 
 bool robot::ready(Fl_Window* window) {
-    if (!window->shown()) return false;
+    // Nobody clicks on what is not drawn yet: a browser would not know the line.
+    if (!window->shown() || window->damage()) return false;
     const screen::place before = place_;
     place_ = display_.area(fl_xid(window));
     const bool at_rest = place_.x == before.x && place_.y == before.y && place_.w == before.w &&

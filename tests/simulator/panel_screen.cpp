@@ -60,7 +60,7 @@ bool wait_shown(screen& display, Fl_Window& window) {
                const screen::place now = area(display, window);
                if (std::tie(now.x, now.y) != std::tie(last.x, last.y)) still_since = steady::now();
                last = now;
-               return steady::now() - still_since > seconds(0.15);
+               return !window.damage() && steady::now() - still_since > seconds(0.15);
            });
 }
 
