@@ -1,4 +1,10 @@
 // The form's 71 children one by one, as a user's drawing of the panel lists them.
+#include "panel/quorin_form.h"
+
+#include <type_traits>
+// The header alone lets a caller use the form's window as any other.
+static_assert(std::is_convertible_v<decltype(quorin_class::window), Fl_Window*>);
+
 #include <FL/Fl.H>
 #include <FL/Fl_Box.H>
 #include <FL/Fl_Button.H>
@@ -10,7 +16,6 @@
 #include <set>
 #include <string>
 
-#include "panel/quorin_form.h"
 #include "panel/run_loop.h"
 
 namespace {
