@@ -212,4 +212,15 @@ TEST(PanelOutputs, TheTableOfStatesStartsAtZeroAndIsReset) {
     for (const std::int32_t state : etat_sorties) EXPECT_EQ(state, 0);
 }
 
+TEST(PanelRun, AClientThatCouldNotBeAttachedIsRefusedWithoutADisplay) {
+    char program[] = "quorin";
+    char* words[] = {program, nullptr};
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    activation(1, words, reinterpret_cast<IOsharemem_client*>(-1));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "probleme sur shmat() en mode client\n\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(Fl::first_window(), nullptr);
+}
+
 }  // namespace
