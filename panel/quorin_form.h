@@ -3,8 +3,7 @@
 #pragma once
 #include <string_view>
 
-class Fl_Double_Window;
-class Fl_Widget;
+#include <FL/Fl_Double_Window.H>
 
 inline constexpr int quorin_members = 35;
 

@@ -70,7 +70,10 @@ private:
             server_.setreset_input(i, last = value);
             changed = true;
         }
-        if (changed) server_.inputs_go();
+        if (!changed || session_end::due()) return;
+        server_.inputs_go();
+        // An end that came in between stays one: the raised counter would open the session again.
+        if (session_end::due()) server_.sharing_terminate();
     }
 
     IOsharemem_server& server_;

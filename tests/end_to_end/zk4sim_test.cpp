@@ -1,15 +1,21 @@
 // zk4sim as a program: its command line, what it prints, how it serves, and how it ends.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <signal.h>
 #include <sys/ipc.h>
 #include <sys/shm.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <thread>
 
 #include "ioshare/io_client.h"
+#include "ioshare/io_lock.h"
+#include "ioshare/io_slots.h"
 #include "tests/support/station.h"
 
 namespace {
@@ -299,6 +305,44 @@ TEST_F(Zk4sim, EndsWithAPanelThatWasKilledWhileItHeldTheLock) {
         EXPECT_NE(end.err.find("zk4sim: panneau terminé (signal 9)\nbilan: "), std::string::npos)
             << end.err;
     }
+}
+
+// The panel extends a blocker and leaves: the station's last step, without commands, changes
+// inputs. The error stream takes nothing, so that zk4sim stands still where it says why it ends.
+TEST_F(Zk4sim, TheLastStepAfterThePanelDoesNotReopenTheSession) {
+    const std::string panel = testing::TempDir() + "panel_" + std::to_string(getpid());
+    std::ofstream(panel) << "#!/bin/sh\nexec >/dev/null 2>&1\n"
+                         << built("quorin-io") << " $2 set BZ1=1\n"
+                         << built("quorin-io") << " $2 wait b1s=1 --timeout 5\nsleep 0.2\n";
+    ASSERT_EQ(chmod(panel.c_str(), 0700), 0);
+    int full[2];
+    ASSERT_EQ(pipe2(full, O_CLOEXEC | O_NONBLOCK), 0);
+    char bytes[4096] = {};
+    while (write(full[1], bytes, 1) > 0) {
+    }
+    const std::string error_stream =
+        "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(full[1]);
+    program running(
+        {"sh", "-c",
+         "exec " + built("zk4sim") + " --headless --panel " + panel + " 2>" + error_stream});
+    ASSERT_TRUE(wait_until([&] { return running.out().find('\n') != std::string::npos; }));
+    void* const address = shmat(std::stoi(running.out().substr(10)), nullptr, 0);
+    ASSERT_NE(address, reinterpret_cast<void*>(-1));
+    const io_segment& segment = *static_cast<io_segment*>(address);
+    const int b1s = 1;
+    EXPECT_TRUE(wait_until([&] { return io_value(segment, io_direction::input, b1s) == 1; }));
+    EXPECT_TRUE(wait_until([&] { return io_value(segment, io_direction::input, b1s) == 0; }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_TRUE(running.running());
+    EXPECT_LT(io_read_clock(segment.inputs_clock), 0);
+    close(full[1]);
+    while (read(full[0], bytes, sizeof bytes) > 0) {
+    }
+    EXPECT_EQ(running.wait(seconds(5)), 0);
+    EXPECT_LT(io_read_clock(segment.inputs_clock), 0);
+    shmdt(address);
+    close(full[0]);
+    std::filesystem::remove(panel);
 }
 
 TEST_F(Zk4sim, AForeignClientThatDiedWithTheLockHoldsTheStationUpForASecondAtMost) {

@@ -1,4 +1,10 @@
 // The form's 71 children one by one, as a user's drawing of the panel lists them.
+#include "panel/quorin_form.h"
+
+#include <type_traits>
+// The header alone lets a caller use the form's window as any other.
+static_assert(std::is_convertible_v<decltype(quorin_class::window), Fl_Window*>);
+
 #include <FL/Fl.H>
 #include <FL/Fl_Box.H>
 #include <FL/Fl_Button.H>
@@ -10,7 +16,6 @@
 #include <set>
 #include <string>
 
-#include "panel/quorin_form.h"
 #include "panel/run_loop.h"
 
 namespace {
@@ -205,6 +210,17 @@ TEST(PanelOutputs, TheTableOfStatesStartsAtZeroAndIsReset) {
     for (std::int32_t& state : etat_sorties) state = -1;
     reset_outputs();
     for (const std::int32_t state : etat_sorties) EXPECT_EQ(state, 0);
+}
+
+TEST(PanelRun, AClientThatCouldNotBeAttachedIsRefusedWithoutADisplay) {
+    char program[] = "quorin";
+    char* words[] = {program, nullptr};
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    activation(1, words, reinterpret_cast<IOsharemem_client*>(-1));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "probleme sur shmat() en mode client\n\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(Fl::first_window(), nullptr);
 }
 
 }  // namespace
