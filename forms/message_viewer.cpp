@@ -12,6 +12,7 @@
 #include <FL/Fl_Window.H>
 #include <FL/forms.H>
 
+#include "forms/hide_when_closed.h"
 #include "forms/widget_shortcuts.h"
 #include "strings/record_scanning.h"
 
@@ -21,8 +22,8 @@ constexpr int character_px = 6;
 constexpr int widest_characters = (32767 - 10) / character_px;  // a window's sides are 16-bit
 constexpr useconds_t poll_pause_us = 1000;
 
-/// The window and what its loop looks at. No widget has a callback, so that all of them land in the
-/// toolkit's queue.
+/// The window and what its loop looks at. No widget in it has a callback, so that all of them land
+/// in the toolkit's queue.
 struct message_viewer {
     Fl_Window* window;
     Fl_Multi_Browser* lines;
@@ -35,6 +36,7 @@ message_viewer make_viewer(int width) {
     message_viewer viewer;
     viewer.window = new Fl_Window(text_px + 10, 570, "Messages");
     viewer.window->set_modal();
+    hide_when_closed(viewer.window);
     viewer.lines = new Fl_Multi_Browser(5, 10, text_px, 500);
     viewer.quit = new Fl_Button(250, 530, 50, 30, "Quit");
     viewer.save = new Fl_Button(80, 530, 50, 30, "save");

@@ -7,6 +7,7 @@
 #include <FL/Fl.H>
 #include <FL/x.H>
 
+#include "forms/hide_when_closed.h"
 #include "forms/unmirrored_form.h"
 #include "forms/widget_shortcuts.h"
 
@@ -49,6 +50,7 @@ OFD_wait_form::OFD_wait_form(const std::string& message)
     fl_set_object_lalign(text, FL_ALIGN_INSIDE);
     fl_set_object_lsize(text, FL_NORMAL_SIZE);
     end_form_unmirrored();
+    hide_when_closed(window);
     fl_show_form(window, FL_PLACE_MOUSE, FL_TRANSIENT, "travail en cours ...");
     await_exposure(window);
     Fl::check();

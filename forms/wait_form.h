@@ -20,7 +20,7 @@ public:
 
     /// Shows `message` in a modal window at the mouse, and processes the pending events once. Waits
     /// for the server to show the window first, but not beyond half a second: it may be hidden for
-    /// good (another desktop, say).
+    /// good (another desktop, say). A user who closes the window hides it, and does no more.
     ///
     /// The message is copied, and the copy stays with the text widget for good, as with
     /// fl_add_Stext. The window is one of its own whatever group is open; that group is closed, as

@@ -171,6 +171,19 @@ TEST_F(MessageViewer, ReturnsOnQuitOnEscapeAndOnTheWindowsButton) {
     }
 }
 
+// What the queue held of a deleted window would be handed to the caller's own loop.
+TEST_F(MessageViewer, LeavesNothingInTheToolkitsQueueWhenClosed) {
+    while (Fl::readqueue()) continue;
+    robot user;
+    user.at("Messages").until("used and closed in one pass", [](Fl_Window& window) {
+        for (int i = 0; i < 3; ++i) lines_of(window)->do_callback();
+        window.do_callback();
+        return true;
+    });
+    fl_show_Sbigmessages("un\ndeux", 80);
+    EXPECT_EQ(Fl::readqueue(), nullptr);
+}
+
 TEST_F(MessageViewer, StaysOpenWhenALineIsClicked) {
     std::string text;
     for (int i = 0; i < 60; ++i) text += "ligne\n";

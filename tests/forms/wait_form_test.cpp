@@ -90,6 +90,17 @@ TEST(WaitForm, LeavesTheScreenWithTheObject) {
         eventually([&] { return screen_picture(place).at(20, 15) != screen_colour(FL_GRAY); }));
 }
 
+// What the queue held of a deleted window would be handed to the caller's own loop.
+TEST(WaitForm, LeavesNothingInTheToolkitsQueueWhenClosed) {
+    while (Fl::readqueue()) continue;
+    {
+        const OFD_wait_form form("Impression en cours ...");
+        form.window->do_callback();  // as its window manager's button and Escape do
+        EXPECT_FALSE(form.window->shown());
+    }
+    EXPECT_EQ(Fl::readqueue(), nullptr);
+}
+
 TEST(WaitForm, ComesUpAtTheMouse) {
     screen display;
     const struct { int x, y; } places[] = {{500, 400}, {800, 600}};
