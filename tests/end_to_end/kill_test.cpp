@@ -86,7 +86,7 @@ protected:
     void expect_a_next_session_to_work() {
         auto station = new_station();
         const x_window panel = display.wait_for_window("quorin");
-        ASSERT_NE(panel, 0u);
+        ASSERT_NE(panel, 0u) << display.windows().size() << " windows; " << station->err();
         display.close(panel);
         EXPECT_EQ(station->wait(), 0);
         expect_nothing_left();
