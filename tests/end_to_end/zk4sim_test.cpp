@@ -14,7 +14,6 @@
 #include <thread>
 
 #include "ioshare/io_client.h"
-#include "ioshare/io_lock.h"
 #include "ioshare/io_slots.h"
 #include "tests/support/station.h"
 
@@ -207,7 +206,7 @@ TEST_F(Zk4sim, ASignalDuringItsStartLeavesNothing) {
 TEST_F(Zk4sim, UnderNohupAHangupDoesNotEndIt) {
     program running(
         {"sh", "-c", "trap '' HUP; exec " + built("zk4sim") + " --no-panel --duration 0.5"});
-    ASSERT_TRUE(wait_until([&] { return running.out().find('\n') != std::string::npos; }));
+    ASSERT_NE(wait_for_ident(running), "");
     running.signal(SIGHUP);
     EXPECT_EQ(running.wait(), 0);
     EXPECT_EQ(running.err(), "zk4sim: durée écoulée\nbilan: bonnes=0 mauvaises=0 incidents=0\n");
@@ -231,10 +230,9 @@ TEST_F(Zk4sim, ServesWhicheverOfItsStreamsAreClosed) {
 
 TEST_F(Zk4sim, TheEndOfAChildThatIsNotItsOwnChangesNothing) {
     program running({"sh", "-c", "sleep 0.1 & exec " + built("zk4sim") + " --no-panel"});
-    ASSERT_TRUE(wait_until([&] { return running.out().find('\n') != std::string::npos; }));
+    const std::string ident = wait_for_ident(running);
+    ASSERT_NE(ident, "");
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    const std::string line = running.out();
-    const std::string ident = line.substr(10, line.size() - 11);
     EXPECT_EQ(run_program({built("quorin-io"), ident, "set", "BZ1=1"}).status, 0);
     EXPECT_EQ(run_program({built("quorin-io"), ident, "wait", "b1s=1", "--timeout", "5"}).status,
               0);
@@ -248,12 +246,13 @@ TEST_F(Zk4sim, ItsSegmentIsMarkedForRemovalYetOpenToClients) {
     ASSERT_EQ(shmctl(ident, IPC_STAT, &status), 0);
     EXPECT_TRUE(status.shm_perm.mode & SHM_DEST);
     EXPECT_EQ(status.shm_nattch, 2u) << "the station and its supervisor";
-    void* const address = shmat(ident, nullptr, 0);
-    ASSERT_NE(address, reinterpret_cast<void*>(-1));
-    running.process->signal(SIGTERM);
-    EXPECT_EQ(running.process->wait(), 0);
-    EXPECT_EQ(static_cast<io_segment*>(address)->inputs_clock, -1);
-    shmdt(address);
+    {
+        const attached_segment segment(running.ident);
+        ASSERT_TRUE(segment);
+        running.process->signal(SIGTERM);
+        EXPECT_EQ(running.process->wait(), 0);
+        EXPECT_EQ(segment->inputs_clock, -1);
+    }
     EXPECT_EQ(shmctl(ident, IPC_STAT, &status), -1) << "freed with the last client";
 }
 
@@ -325,43 +324,37 @@ TEST_F(Zk4sim, TheLastStepAfterThePanelDoesNotReopenTheSession) {
     program running(
         {"sh", "-c",
          "exec " + built("zk4sim") + " --headless --panel " + panel + " 2>" + error_stream});
-    ASSERT_TRUE(wait_until([&] { return running.out().find('\n') != std::string::npos; }));
-    void* const address = shmat(std::stoi(running.out().substr(10)), nullptr, 0);
-    ASSERT_NE(address, reinterpret_cast<void*>(-1));
-    const io_segment& segment = *static_cast<io_segment*>(address);
+    const attached_segment segment(wait_for_ident(running));
+    ASSERT_TRUE(segment);
     const int b1s = 1;
-    EXPECT_TRUE(wait_until([&] { return io_value(segment, io_direction::input, b1s) == 1; }));
-    EXPECT_TRUE(wait_until([&] { return io_value(segment, io_direction::input, b1s) == 0; }));
+    EXPECT_TRUE(wait_until([&] { return io_value(*segment, io_direction::input, b1s) == 1; }));
+    EXPECT_TRUE(wait_until([&] { return io_value(*segment, io_direction::input, b1s) == 0; }));
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     EXPECT_TRUE(running.running());
-    EXPECT_LT(io_read_clock(segment.inputs_clock), 0);
+    EXPECT_TRUE(segment.session_over());
     close(full[1]);
     while (read(full[0], bytes, sizeof bytes) > 0) {
     }
     EXPECT_EQ(running.wait(seconds(5)), 0);
-    EXPECT_LT(io_read_clock(segment.inputs_clock), 0);
-    shmdt(address);
+    EXPECT_TRUE(segment.session_over());
     close(full[0]);
     std::filesystem::remove(panel);
 }
 
 TEST_F(Zk4sim, AForeignClientThatDiedWithTheLockHoldsTheStationUpForASecondAtMost) {
     station running({"--no-panel", "--speed", "20"});
-    const int ident = std::stoi(running.ident);
-    run_in_child([ident] {
-        void* const address = shmat(ident, nullptr, 0);
-        while (sem_trywait(&static_cast<io_segment*>(address)->lock) != 0) usleep(100);
+    run_in_child([&running] {
+        const attached_segment segment(running.ident);
+        while (sem_trywait(&segment->lock) != 0) usleep(100);
         kill(getpid(), SIGKILL);
     });
     EXPECT_EQ(running.io({"set", "BZ1=1"}).status, 0);
     std::this_thread::sleep_for(std::chrono::milliseconds(1200));
     EXPECT_EQ(running.io({"wait", "b1s=1", "--timeout", "2"}).status, 0);
     std::this_thread::sleep_for(std::chrono::milliseconds(1200));
-    void* const address = shmat(ident, nullptr, 0);
     int count = -1;
-    sem_getvalue(&static_cast<io_segment*>(address)->lock, &count);
+    sem_getvalue(&attached_segment(running.ident)->lock, &count);
     EXPECT_EQ(count, 1) << "posted once, not twice";
-    shmdt(address);
     running.process->signal(SIGTERM);
     EXPECT_EQ(running.process->wait(), 0);
 }

@@ -1,6 +1,5 @@
 #include "tests/simulator/panel_screen.h"
 
-#include <algorithm>
 #include <tuple>
 #include <typeinfo>
 
@@ -50,10 +49,7 @@ bool settle(const std::function<bool()>& done, seconds limit) {
 }
 
 bool wait_shown(screen& display, Fl_Window& window) {
-    const auto managed = [&] {
-        const auto all = display.windows();
-        return window.shown() && std::ranges::count(all, fl_xid(&window)) == 1;
-    };
+    const auto managed = [&] { return window.shown() && display.manages(fl_xid(&window)); };
     screen::place last{};
     auto still_since = steady::now();
     return settle(managed) && settle([&] {

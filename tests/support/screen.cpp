@@ -34,11 +34,10 @@ void screen::let_manager_catch_up() {
     // It takes events in their order: once it has managed a new window and let it go again, it is
     // through with all that went before.
     const Window last = XCreateSimpleWindow(display_, root_, 0, 0, 1, 1, 0, 0, 0);
-    const auto managed = [&] { return std::ranges::count(windows(), last) != 0; };
     XMapWindow(display_, last);
-    const bool came = wait_until(managed);
+    const bool came = wait_until([&] { return manages(last); });
     XDestroyWindow(display_, last);
-    if (!came || !wait_until([&] { return !managed(); }))
+    if (!came || !wait_until([&] { return !manages(last); }))
         throw std::runtime_error("no window manager answers: run this under tools/with_display");
 }
 
@@ -67,6 +66,8 @@ std::vector<Window> screen::windows() {
     if (data) XFree(data);
     return found;
 }
+
+bool screen::manages(Window window) { return std::ranges::count(windows(), window) != 0; }
 
 std::string screen::title(Window window) {
     char* name = nullptr;

@@ -29,6 +29,7 @@ public:
 
     /// The application windows that the window manager manages and that exist, oldest first.
     std::vector<x_window> windows();
+    bool manages(x_window window);  ///< Whether it is one of them.
     std::string title(x_window window);
     /// Waits for a managed window of that title, drawn at rest; 0 when `limit` passes first.
     x_window wait_for_window(const std::string& title, seconds limit = seconds(10));
