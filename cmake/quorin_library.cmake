@@ -1,21 +1,61 @@
-# quorin_library(NAME SOURCES a.cpp... HEADERS a.h... [LINKS target...])
+# quorin_room(TARGET FOLDER)
 #
-# A library of the project: its alias quorin::NAME, its installed headers and its package component NAME.
-# LINKS are public: whoever links the library gets them too.
+# Lets TARGET include the headers of FOLDER, and of nothing else: "ioshare/io_client.h" as the sources write it, and
+# <quorin/ioshare/io_client.h> as an installed program does. A folder of the tree is seen through a link of its own, so
+# that an include that no target_link_libraries allows finds no file.
+function(quorin_room target folder)
+    set(room ${quorin_BINARY_DIR}/rooms/${folder})
+    get_filename_component(parent ${room}/quorin/${folder} DIRECTORY)
+    file(MAKE_DIRECTORY ${parent})
+    get_filename_component(plain ${room}/${folder} DIRECTORY)
+    file(MAKE_DIRECTORY ${plain})
+    file(CREATE_LINK ${quorin_SOURCE_DIR}/${folder} ${room}/${folder} SYMBOLIC)
+    file(CREATE_LINK ${quorin_SOURCE_DIR}/${folder} ${room}/quorin/${folder} SYMBOLIC)
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "EXECUTABLE")
+        target_include_directories(${target} PRIVATE ${room})
+    else()
+        target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${room}>)
+    endif()
+endfunction()
+
+# quorin_library(NAME SOURCES a.cpp... HEADERS a.h... [LINKS target...] [NEEDS target...])
+#
+# A library of the project, in the folder that calls: the target quorin_NAME, its alias quorin::NAME, its installed
+# headers and its package component NAME. LINKS are public: whoever links the library gets them too. NEEDS are what only
+# its own sources see.
 function(quorin_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;HEADERS;LINKS")
-    add_library(${name} ${arg_SOURCES})
-    add_library(quorin::${name} ALIAS ${name})
-    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})
-    target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE $<BUILD_INTERFACE:quorin_options>)
-    target_compile_features(${name} PUBLIC cxx_std_20)
-    # A library target may not be called as its folder's neighbour in the install tree: -lstrings is nobody's.
-    set_target_properties(${name} PROPERTIES OUTPUT_NAME quorin_${name} POSITION_INDEPENDENT_CODE ON)
-    install(TARGETS ${name} EXPORT quorin_${name}
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;HEADERS;LINKS;NEEDS")
+    set(target quorin_${name})
+    add_library(${target} ${arg_SOURCES})
+    add_library(quorin::${name} ALIAS ${target})
+    file(RELATIVE_PATH folder ${quorin_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+    quorin_room(${target} ${folder})
+    target_include_directories(${target} INTERFACE
+        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/quorin>)
+    target_link_libraries(${target} PUBLIC ${arg_LINKS} PRIVATE $<BUILD_INTERFACE:quorin_options>)
+    foreach(needed IN LISTS arg_NEEDS)
+        target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:${needed}>)
+    endforeach()
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    set_target_properties(${target} PROPERTIES EXPORT_NAME ${name} POSITION_INDEPENDENT_CODE ON)
+    install(FILES ${arg_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorin/${folder})
+    install(TARGETS ${target} EXPORT quorin_${name}
             ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-            FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorin
-            INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
     install(EXPORT quorin_${name} NAMESPACE quorin:: FILE quorin_${name}.cmake
             DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/quorin)
+endfunction()
+
+# quorin_program(NAME SOURCES a.cpp... [LINKS target...])
+#
+# A program of the project, in the folder that calls; installed.
+function(quorin_program name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    add_executable(${name} ${arg_SOURCES})
+    file(RELATIVE_PATH folder ${quorin_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+    quorin_room(${name} ${folder})
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} quorin_options)
+    target_compile_definitions(${name} PRIVATE QUORIN_VERSION="${quorin_VERSION}")
+    install(TARGETS ${name})
 endfunction()

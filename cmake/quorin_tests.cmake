@@ -12,7 +12,7 @@ target_link_libraries(quorin_test_main PUBLIC GTest::gtest PRIVATE quorin_option
 
 # For tests that start programs.
 add_library(quorin_test_programs STATIC ${PROJECT_SOURCE_DIR}/tests/support/programs.cpp)
-target_include_directories(quorin_test_programs PRIVATE ${PROJECT_SOURCE_DIR})
+quorin_room(quorin_test_programs tests)
 target_link_libraries(quorin_test_programs PUBLIC GTest::gtest PRIVATE quorin_options)
 target_compile_definitions(quorin_test_programs PUBLIC
     QUORIN_PROGRAMS="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}" QUORIN_SOURCE="${PROJECT_SOURCE_DIR}")
@@ -21,7 +21,7 @@ add_dependencies(quorin_test_programs quorin zk4sim quorin-io)
 # For tests that look at the display, and use its mouse and keyboard.
 find_library(QUORIN_XTST_LIBRARY Xtst REQUIRED)
 add_library(quorin_test_screen STATIC ${PROJECT_SOURCE_DIR}/tests/support/screen.cpp)
-target_include_directories(quorin_test_screen PRIVATE ${PROJECT_SOURCE_DIR})
+quorin_room(quorin_test_screen tests)
 target_link_libraries(quorin_test_screen PUBLIC quorin_test_programs ${QUORIN_XTST_LIBRARY} ${QUORIN_X11_LIBRARY}
                       PRIVATE quorin_options)
 
@@ -47,7 +47,7 @@ function(quorin_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SERIAL;LOCALES" "TIMEOUT" "SOURCES;LINKS;ARGS;LABELS")
     set(program tests_${name})
     add_executable(${program} ${arg_SOURCES})
-    target_include_directories(${program} PRIVATE ${PROJECT_SOURCE_DIR})
+    quorin_room(${program} tests)
     target_link_libraries(${program} PRIVATE quorin_test_main quorin_options ${arg_LINKS})
     set(command ${program} ${arg_ARGS})
     if(arg_DISPLAY)

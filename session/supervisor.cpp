@@ -1,4 +1,4 @@
-#include "workcell/supervisor.h"
+#include "session/supervisor.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -16,7 +16,7 @@
 #include <initializer_list>
 
 #include "ioshare/io_segment.h"
-#include "workcell/served_segment.h"
+#include "session/served_segment.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
-#include "workcell/options.h"
+#include "programs/zk4sim/options.h"
 
 #include <algorithm>
 
-#include "workcell/command_line.h"
-#include "workcell/numbers.h"
+#include "programs/zk4sim/cli_words.h"
+#include "session/whole_number.h"
 
 namespace {
 

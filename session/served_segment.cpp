@@ -1,25 +1,23 @@
-#include "workcell/served_segment.h"
+#include "session/served_segment.h"
 
 #include <sys/ipc.h>
 #include <sys/shm.h>
 
-#include "workcell/station_names.h"
 
 namespace {
 
-IOsharemem_server make_one() {
-    IOsharemem_server server({station_inputs.begin(), station_inputs.end()},
-                             {station_outputs.begin(), station_outputs.end()});
+IOsharemem_server make_one(const name_list& inputs, const name_list& outputs) {
+    IOsharemem_server server(inputs, outputs);
     shmctl(server.ident, IPC_RMID, nullptr);
     return server;
 }
 
 }  // namespace
 
-IOsharemem_server make_station_server() {
-    const IOsharemem_server first = make_one();
+IOsharemem_server make_station_server(const name_list& inputs, const name_list& outputs) {
+    const IOsharemem_server first = make_one(inputs, outputs);
     if (first.ident != 0) return first;
-    const IOsharemem_server second = make_one();
+    const IOsharemem_server second = make_one(inputs, outputs);
     shmdt(first.segment);
     return second;
 }

@@ -1,4 +1,4 @@
-#include "workcell/segment_view.h"
+#include "ioshare/io_observer.h"
 
 #include <sys/ipc.h>
 #include <sys/shm.h>

@@ -3,7 +3,7 @@
 #pragma once
 #include <optional>
 
-#include "workcell/options.h"
+#include "programs/zk4sim/options.h"
 
 /// Runs a session to its end and returns the exit status: 0 when it ran, 1 when the panel or the
 /// supervising process could not be started. The standard output gets "ident_mem=" and the

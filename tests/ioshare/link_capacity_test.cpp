@@ -1,5 +1,5 @@
 // What zk4sim makes sure of before it builds a server.
-#include "workcell/link_capacity.h"
+#include "ioshare/link_capacity.h"
 
 #include <gtest/gtest.h>
 

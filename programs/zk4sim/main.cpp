@@ -4,9 +4,9 @@
 
 #include <iostream>
 
-#include "workcell/link_capacity.h"
-#include "workcell/options.h"
-#include "workcell/session.h"
+#include "ioshare/link_capacity.h"
+#include "programs/zk4sim/options.h"
+#include "programs/zk4sim/session.h"
 #include "workcell/station_names.h"
 
 namespace {

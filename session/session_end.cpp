@@ -1,4 +1,4 @@
-#include "workcell/session_end.h"
+#include "session/session_end.h"
 
 #include <sys/wait.h>
 

@@ -1,4 +1,4 @@
-#include "workcell/link_capacity.h"
+#include "ioshare/link_capacity.h"
 
 #include "ioshare/io_segment.h"
 

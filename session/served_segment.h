@@ -4,6 +4,8 @@
 
 #include <chrono>
 #include <ctime>
+#include <list>
+#include <string>
 #include <utility>
 
 #include "ioshare/io_server.h"
@@ -12,10 +14,12 @@
 /// supervisor.
 inline constexpr unsigned long station_holders = 2;
 
-/// A server of the station's names whose segment is marked for removal as soon as it exists:
+/// A server of these names whose segment is marked for removal as soon as it exists:
 /// clients still attach by its identifier while someone holds it, and the system frees it when the
 /// last one lets go. Never on identifier 0, which clients refuse.
-IOsharemem_server make_station_server();
+using name_list = std::list<std::string>;
+
+IOsharemem_server make_station_server(const name_list& inputs, const name_list& outputs);
 
 /// Tells for how long a segment has had no client, by who is attached besides its own holders.
 class client_watch {

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "workcell/command_line.h"
-#include "workcell/io_commands.h"
-#include "workcell/numbers.h"
+#include "programs/quorin_io/cli_words.h"
+#include "programs/quorin_io/io_commands.h"
+#include "session/whole_number.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "workcell/panel_process.h"
+#include "session/panel_process.h"
 
 #include <fcntl.h>
 #include <signal.h>

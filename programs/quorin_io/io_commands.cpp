@@ -1,4 +1,4 @@
-#include "workcell/io_commands.h"
+#include "programs/quorin_io/io_commands.h"
 
 #include <unistd.h>
 
@@ -7,7 +7,7 @@
 #include <csignal>
 #include <iostream>
 
-#include "workcell/numbers.h"
+#include "session/whole_number.h"
 
 namespace {
 

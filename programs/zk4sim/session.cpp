@@ -1,4 +1,4 @@
-#include "workcell/session.h"
+#include "programs/zk4sim/session.h"
 
 #include <unistd.h>
 
@@ -11,11 +11,11 @@
 #include <memory>
 #include <string>
 
-#include "workcell/panel_process.h"
-#include "workcell/served_segment.h"
-#include "workcell/session_end.h"
+#include "session/panel_process.h"
+#include "session/served_segment.h"
+#include "session/session_end.h"
 #include "workcell/station_names.h"
-#include "workcell/supervisor.h"
+#include "session/supervisor.h"
 #include "workcell/workcell_model.h"
 
 namespace {
@@ -114,7 +114,8 @@ class session {
 public:
     explicit session(const zk4sim_options& options)
         : options_(options),
-          server_(make_station_server()),
+          server_(make_station_server({station_inputs.begin(), station_inputs.end()},
+                                      {station_outputs.begin(), station_outputs.end()})),
           clients_(server_.ident, station_holders) {}
 
     int run() {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "workcell/segment_view.h"
+#include "ioshare/io_observer.h"
 
 namespace io_commands {
 

@@ -1,0 +1,23 @@
+// How a program of this project fails, and with which status it ends.
+#pragma once
+#include <string>
+
+/// The statuses of every program. docs/zk4sim.md lists them.
+enum class exit_status : int {
+    done = 0,
+    refused = 1,       ///< It could not be done; nothing is half-written.
+    misuse = 2,        ///< A command line that is not understood.
+    not_reached = 3,   ///< The time of a wait is over, a condition does not hold.
+    session_over = 4,  ///< The session ended first.
+};
+
+/// The one error that `main` turns into a line and a status.
+struct failure {
+    exit_status status;
+    std::string why;  ///< French (UTF-8), without the program's name. Several lines: one for each reason.
+};
+
+/// The failure of a command line that is not understood.
+inline failure misuse(const std::string& why) { return {exit_status::misuse, why}; }
+/// The failure of what could not be done.
+inline failure refusal(const std::string& why) { return {exit_status::refused, why}; }

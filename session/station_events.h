@@ -1,0 +1,28 @@
+// What happens in a session, step by step: one list of events, which every reader is handed in turn.
+//
+// The link, recordings, the report on the error stream: each is a reader of these events, and none
+// takes one away from another. docs/sessions.md shows the order within a step.
+#pragma once
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+enum class event_kind { session, fault, desk, input, output, incident, exercise, count };
+
+struct station_event {
+    std::int64_t ms;         ///< Simulated milliseconds from the session's start; never falls.
+    event_kind kind;
+    std::string_view name;   ///< Of the input, output, desk button, faulty thing or count; empty for an incident.
+    std::int64_t value = 0;  ///< Of an input, output, desk button or count; an incident's number, from 1.
+    std::string_view text;   ///< A fault's kind (empty: it is over), an incident's text, a session's word.
+    int index = -1;          ///< Of an input or output: its place on the link.
+};
+
+/// Somebody who follows a session.
+class event_reader {
+public:
+    virtual ~event_reader() = default;
+    /// Takes the events of one step, oldest first. They and their texts are valid during the call
+    /// only; names of inputs and outputs as long as the session.
+    virtual void read(std::span<const station_event> events) = 0;
+};
