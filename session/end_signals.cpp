@@ -1,12 +1,17 @@
-#include "session/session_end.h"
+#include "session/end_signals.h"
 
+#include <fcntl.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstring>
+
+#include "session/failure.h"
 
 namespace {
 
@@ -14,6 +19,7 @@ namespace {
 std::atomic<bool> asked_to_end = false, child_ended = false;
 std::atomic<volatile std::int64_t*> served_clock = nullptr;
 std::array<std::atomic<pid_t>, 2> children = {};
+int wake_up[2] = {-1, -1};
 static_assert(std::atomic<pid_t>::is_always_lock_free && std::atomic<void*>::is_always_lock_free);
 
 /// Leaves the child's status to whoever waits for it.
@@ -26,8 +32,11 @@ bool is_over(pid_t child) {
 
 void announce_when_due() {
     volatile std::int64_t* const clock = served_clock;
-    if (session_end::due() && clock) *clock = -1;
+    if (end_signals::due() && clock) *clock = -1;
 }
+
+/// A pipe that is full already wakes whoever waits.
+void wake() { [[maybe_unused]] const ssize_t written = write(wake_up[1], "", 1); }
 
 void note(int number) {
     const int error = errno;
@@ -36,12 +45,14 @@ void note(int number) {
     else if (std::ranges::any_of(children, is_over))
         child_ended = true;
     announce_when_due();
+    wake();
     errno = error;
 }
 
 }  // namespace
 
-void session_end::watch() {
+void end_signals::watch() {
+    if (pipe2(wake_up, O_CLOEXEC | O_NONBLOCK) != 0) throw refusal(std::strerror(errno));
     struct sigaction action {};
     action.sa_handler = note;
     action.sa_flags = SA_NOCLDSTOP;
@@ -52,18 +63,33 @@ void session_end::watch() {
     std::signal(SIGPIPE, SIG_IGN);
 }
 
-void session_end::announce_on(io_segment& segment) {
+void end_signals::announce_on(io_segment& segment) {
     served_clock = &segment.inputs_clock;
     announce_when_due();
 }
 
-void session_end::depend_on(pid_t child) {
+void end_signals::depend_on(pid_t child) {
     (children[0] == 0 ? children[0] : children[1]) = child;
     if (!is_over(child)) return;  // It may have ended before it was known here.
     child_ended = true;
     announce_when_due();
+    wake();
 }
 
-bool session_end::asked() { return asked_to_end; }
+void end_signals::ask() {
+    asked_to_end = true;
+    announce_when_due();
+    wake();
+}
 
-bool session_end::due() { return asked_to_end || child_ended; }
+bool end_signals::asked() { return asked_to_end; }
+
+bool end_signals::due() { return asked_to_end || child_ended; }
+
+int end_signals::descriptor() { return wake_up[0]; }
+
+void end_signals::settle() {
+    char bytes[64];
+    while (read(wake_up[0], bytes, sizeof bytes) > 0) {
+    }
+}

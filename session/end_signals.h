@@ -4,7 +4,7 @@
 
 #include "ioshare/io_segment.h"
 
-namespace session_end {
+namespace end_signals {
 
 /// Catches SIGINT, SIGTERM, SIGHUP (unless ignored, as under nohup) and the ends of children, and
 /// ignores SIGPIPE. To be called before any child or segment is made, so that no moment is open.
@@ -18,10 +18,18 @@ void announce_on(io_segment& segment);
 /// a shell replaces itself with inherits the shell's.
 void depend_on(pid_t child);
 
-/// Whether a signal asked for the end.
+/// Asks for the end, as a signal does.
+void ask();
+
+/// Whether the end was asked for.
 bool asked();
 
 /// Whether the session is to end: asked for, or for the end of a child.
 bool due();
 
-}  // namespace session_end
+/// A descriptor that can be read once anything of this has happened, until `settle`; for whoever
+/// waits.
+int descriptor();
+void settle();
+
+}  // namespace end_signals

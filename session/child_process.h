@@ -1,0 +1,45 @@
+// A program that a session starts and with which it ends: the control panel, or a command.
+#pragma once
+#include <sys/types.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What to start.
+struct child_command {
+    std::vector<std::string> words;              ///< The program, looked for on the PATH, and its arguments.
+    std::string environment = {};                ///< "NAME=VALUE", added to its environment; empty: nothing.
+    bool own_group = false;                      ///< In a process group of its own.
+};
+
+/// The control panel on segment `ident`. An empty program means quorin beside this one, else on the
+/// PATH.
+child_command panel_command(const std::string& program, int ident);
+/// A shell's command, which finds the identifier in QUORIN_IDENT.
+child_command shell_command(const std::string& command, int ident);
+
+class child_process {
+public:
+    /// Starts it. What it prints goes to the standard error stream. Throws `refusal` when it could
+    /// not be started: `what`, the program and why.
+    child_process(const std::string& what, const child_command& command);
+    child_process(const child_process&) = delete;
+    child_process& operator=(const child_process&) = delete;
+
+    pid_t id() const { return pid_; }
+    /// Whether it has ended, however it ended. Call it from the process that started it.
+    bool ended();
+    /// After its end: its status, or 128 and the number of the signal that ended it.
+    int status() const;
+    /// After its end: how, where that was not by itself and with status 0, as words of French; else
+    /// empty.
+    std::string bad_end() const;
+    /// After its end: whether it ended by itself.
+    bool ended_by_itself() const;
+
+private:
+    pid_t pid_ = -1;
+    bool ended_ = false;
+    int wait_status_ = 0;
+};

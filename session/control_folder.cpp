@@ -1,0 +1,98 @@
+#include "session/control_folder.h"
+
+#include <signal.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+#include "session/failure.h"
+#include "session/whole_number.h"
+
+namespace {
+
+namespace files = std::filesystem;
+
+/// A socket that is being made has this before its maker's process id.
+constexpr char unfinished[] = ".";
+
+failure refused(const std::string& where, const std::string& why) {
+    return refusal("prise de contrôle " + where + ": " + why);
+}
+
+/// Nothing when the path is too long for a socket.
+bool address_of(const std::string& path, sockaddr_un& address) {
+    address = {};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) return false;
+    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
+    return true;
+}
+
+bool is_socket(const std::string& path) {
+    struct stat status;
+    return lstat(path.c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
+}
+
+/// Whether nobody would take a connection at `path`.
+bool nobody_listens(const std::string& path) {
+    sockaddr_un address;
+    if (!address_of(path, address)) return false;
+    const int probe = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    if (probe < 0) return false;
+    const int status = connect(probe, reinterpret_cast<sockaddr*>(&address), sizeof address);
+    const bool dead = status != 0 && errno == ECONNREFUSED;
+    close(probe);
+    return dead;
+}
+
+bool maker_is_gone(const std::string& name) {
+    const auto maker = whole_number<pid_t>(std::string_view(name).substr(1));
+    return maker && kill(*maker, 0) != 0 && errno == ESRCH;
+}
+
+}  // namespace
+
+void remove_dead_socket(const std::string& path) {
+    if (is_socket(path) && nobody_listens(path)) unlink(path.c_str());
+}
+
+void prepare_control_folder() {
+    const std::string folder = control_folder();
+    if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)
+        throw refused(folder, std::strerror(errno));
+    struct stat status;
+    if (lstat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
+        throw refused(folder, "ce n'est pas un dossier");
+    if (status.st_uid != geteuid()) throw refused(folder, "le dossier est à un autre");
+    if ((status.st_mode & 077) != 0) throw refused(folder, "d'autres peuvent entrer dans le dossier");
+    std::error_code error;
+    for (const files::directory_entry& each : files::directory_iterator(folder, error)) {
+        const std::string name = each.path().filename();
+        if (name.rfind(unfinished, 0) != 0 || maker_is_gone(name)) remove_dead_socket(each.path());
+    }
+}
+
+int listen_at(const std::string& path) {
+    const files::path final_path(path);
+    const std::string first_path =
+        final_path.parent_path() / (unfinished + std::to_string(getpid()));
+    sockaddr_un address;
+    if (!address_of(first_path, address) || path.size() >= sizeof address.sun_path)
+        throw refused(path, "le nom est trop long");
+    const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    unlink(first_path.c_str());
+    if (listener < 0 || bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
+        chmod(first_path.c_str(), 0600) != 0 || listen(listener, SOMAXCONN) != 0 ||
+        rename(first_path.c_str(), path.c_str()) != 0) {
+        const int error = errno;
+        if (listener >= 0) close(listener);
+        unlink(first_path.c_str());
+        throw refused(path, std::strerror(error));
+    }
+    return listener;
+}

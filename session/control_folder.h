@@ -1,0 +1,16 @@
+// The user's folder of control sockets: made, found safe, and cleared of what dead sessions left.
+#pragma once
+#include <string>
+
+#include "session/control_address.h"
+
+/// Makes the folder where it is missing. Throws `refusal` when it is not this user's alone. Removes
+/// the sockets in it on which nobody listens any more.
+void prepare_control_folder();
+
+/// A non-blocking listener at `path`, which whoever looks finds only once it takes connections; it
+/// takes the place of one that is there. Throws `refusal` when that cannot be.
+int listen_at(const std::string& path);
+
+/// Removes the socket at `path` if nobody listens on it any more.
+void remove_dead_socket(const std::string& path);

@@ -1,0 +1,20 @@
+// The desk's buttons by their names.
+#pragma once
+#include <string_view>
+
+#include "session/keyed_rows.h"
+#include "session/station_model.h"
+
+enum class desk_button { dc, ac, atu, count };
+
+struct desk_row {
+    desk_button key;
+    std::string_view name;
+    bool station_desk::*pushed;
+};
+
+/// In the order in which they are told.
+inline constexpr desk_row desk_rows[] = {{desk_button::dc, "dc", &station_desk::dc},
+                                         {desk_button::ac, "ac", &station_desk::ac},
+                                         {desk_button::atu, "atu", &station_desk::atu}};
+static_assert(one_row_each(desk_rows));

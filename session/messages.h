@@ -1,0 +1,28 @@
+// What a program says on its standard streams while others depend on its pace.
+#pragma once
+#include <string>
+
+/// Lines on the standard error stream, each written whole or not at all. A stream that takes
+/// nothing at the moment, a full pipe for one, loses the line rather than holding the program up;
+/// the next one that gets through is preceded by a line that says how many were lost.
+class message_stream {
+public:
+    /// `program` begins the line that tells the number of lost ones.
+    explicit message_stream(std::string program) : program_(std::move(program)) {}
+    /// Writes `text` and an end of line, 4096 bytes at most.
+    void line(const std::string& text);
+    /// The same after the program's name and a colon.
+    void say(const std::string& text) { line(program_ + ": " + text); }
+
+private:
+    std::string program_;
+    int lost_ = 0;
+};
+
+/// Writes `text` on the standard output at once. Throws `refusal` when it takes nothing, for a
+/// second in the case of a full pipe.
+void print_at_once(const std::string& text);
+
+/// Gives the standard streams that the caller closed to /dev/null, so that no file that is opened
+/// later gets their number. To be called first of all in `main`.
+void open_closed_streams();

@@ -1,0 +1,43 @@
+#include "session/step_clock.h"
+
+#include <algorithm>
+
+step_clock::step_clock(double speed, bool paused, moment now)
+    : speed_(speed), paused_(paused), next_(now + interval()) {}
+
+step_clock::duration step_clock::interval() const {
+    return std::chrono::duration_cast<duration>(std::chrono::duration<double>(step_s / speed_));
+}
+
+bool step_clock::due(moment now) {
+    if (paused_) return steps_left_ > 0;
+    if (now - next_ > std::chrono::seconds(1)) next_ = now;
+    return now >= next_;
+}
+
+void step_clock::stepped() {
+    if (paused_)
+        --steps_left_;
+    else
+        next_ += interval();
+}
+
+std::optional<step_clock::duration> step_clock::until_due(moment now) const {
+    if (!paused_) return std::max(next_ - now, duration::zero());
+    if (steps_left_ > 0) return duration::zero();
+    return std::nullopt;
+}
+
+void step_clock::pause() { paused_ = true; }
+
+void step_clock::resume(moment now) {
+    if (!paused_) return;
+    paused_ = false;
+    steps_left_ = 0;
+    next_ = now + interval();
+}
+
+void step_clock::set_speed(double speed, moment now) {
+    speed_ = speed;
+    next_ = now + interval();
+}

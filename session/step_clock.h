@@ -1,0 +1,50 @@
+// A session's time: when a step is due.
+#pragma once
+#include <chrono>
+#include <optional>
+
+/// Simulated seconds of one step.
+inline constexpr double step_s = 0.010;
+inline constexpr int step_ms = 10;
+
+inline constexpr double least_speed = 0.1, most_speed = 100;
+
+/// Keeps simulated time beside real time: running at a speed, or paused, and then stepped a number
+/// of steps as fast as the caller can. It never sleeps and has no clock of its own: it is told the
+/// time.
+class step_clock {
+public:
+    using moment = std::chrono::steady_clock::time_point;
+    using duration = std::chrono::steady_clock::duration;
+
+    /// `speed`: simulated seconds per real second, above 0.
+    step_clock(double speed, bool paused, moment now);
+
+    /// Whether a step is due. After a stop of the whole process it does not catch up more than a
+    /// second.
+    bool due(moment now);
+    /// Tells that a step was made.
+    void stepped();
+    /// How long until the next step is due, 0 when it is; nothing while paused.
+    std::optional<duration> until_due(moment now) const;
+
+    void pause();
+    /// Goes on from `now`; steps asked for in the pause and not yet made are forgotten.
+    void resume(moment now);
+    void set_speed(double speed, moment now);
+    /// Asks for so many steps; only in a pause.
+    void run(long long steps) { steps_left_ = steps; }
+
+    bool paused() const { return paused_; }
+    double speed() const { return speed_; }
+    /// Steps asked for in the pause and not yet made.
+    long long steps_left() const { return steps_left_; }
+
+private:
+    duration interval() const;
+
+    double speed_;
+    bool paused_;
+    moment next_;
+    long long steps_left_ = 0;
+};
