@@ -3,14 +3,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
+#include <string_view>
 #include <vector>
 
-/// One incident: when it happened, in simulated seconds, and what, in French (UTF-8, one line,
-/// never freed).
-struct workcell_incident {
-    double time_s;
-    const char* text;
-};
+#include "session/station_model.h"
 
 namespace station {
 
@@ -27,26 +24,33 @@ enum class incident {
     count
 };
 
+/// What an incident says, in French (UTF-8, one line).
+[[nodiscard]] std::string_view incident_text(incident kind);
+
 class incident_log {
 public:
-    /// The time that the next incidents carry.
-    std::int64_t now_ms = 0;
+    /// Forgets the incidents of the step before.
+    void begin_step() { list_.clear(); }
+    /// Begins the next millisecond; its incidents carry its end.
+    void begin_ms() { ++now_ms_; }
 
     /// Adds an incident that has no duration.
     void add(incident kind);
 
-    /// Tells whether a condition holds in this step: an incident when it did not hold before.
-    void watch(incident kind, bool holds) {
-        bool& held = holding_[static_cast<std::size_t>(kind)];
-        if (holds && !held) add(kind);
-        held = holds;
-    }
+    /// Tells whether a condition holds in this millisecond: an incident when it did not hold in the
+    /// one before.
+    void watch(incident kind, bool holds);
 
+    /// The milliseconds that have begun.
+    std::int64_t now_ms() const { return now_ms_; }
+    /// The incidents of this step, oldest first.
+    std::span<const station_incident> list() const { return list_; }
+    /// How many there were since the start.
     int total() const { return total_; }
-    std::vector<workcell_incident> take();
 
 private:
-    std::vector<workcell_incident> list_;
+    std::int64_t now_ms_ = 0;
+    std::vector<station_incident> list_;
     std::array<bool, static_cast<std::size_t>(incident::count)> holding_{};
     int total_ = 0;
 };
