@@ -41,3 +41,25 @@ command_words read_command_line(const command_line& line, const std::vector<std:
 /// The number that the value of `option` is, a point in every locale. Throws `misuse` for any other
 /// text, and for one beyond the limits.
 double number_between(std::string_view option, const std::string& value, double least, double most);
+
+/// A row of a table of options, checked by `one_row_each`: each option's name, value, meaning and
+/// what it does, in one place.
+template <class Key, class Options>
+struct option_row {
+    Key key;
+    const char* name;        ///< "--speed"
+    const char* value_name;  ///< "X"; empty for a flag
+    const char* meaning;     ///< French, one line
+    bool repeatable;
+    void (*take)(Options& options, const std::string& value);
+};
+
+/// Adds the rows of a table to a command line; values go to `options`, which must live as long.
+template <class Rows, class Options>
+void add_options(command_line& line, const Rows& rows, Options& options) {
+    for (const auto& row : rows)
+        line.options.push_back({row.name, row.value_name, row.meaning, row.repeatable,
+                                [&options, take = row.take](const std::string& value) {
+                                    take(options, value);
+                                }});
+}

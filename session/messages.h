@@ -9,6 +9,7 @@ class message_stream {
 public:
     /// `program` begins the line that tells the number of lost ones.
     explicit message_stream(std::string program) : program_(std::move(program)) {}
+    const std::string& program() const { return program_; }
     /// Writes `text` and an end of line, 4096 bytes at most.
     void line(const std::string& text);
     /// The same after the program's name and a colon.

@@ -10,15 +10,20 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
+#include <chrono>
+#include <cstring>
 #include <ctime>
 #include <initializer_list>
 
 #include "ioshare/io_segment.h"
-#include "session/served_segment.h"
+#include "session/control_folder.h"
+#include "session/dead_lock_watch.h"
+#include "session/failure.h"
 
 namespace {
+
+// For a supervisor that does not answer.
+constexpr auto patience = std::chrono::seconds(2);
 
 /// Removes the segments that a dead simulator made and had no time to mark. Those from before its
 /// `start` are another's, which had the same id once.
@@ -56,57 +61,36 @@ void let_go_of_everything_but(int descriptor) {
     close_range(4, ~0U, 0);
 }
 
-/// Frees a lock whose holder is dead. A foreign client may be killed while it holds the lock, and
-/// the simulator then waits for it: two looks in a row find the lock taken, no client attached and
-/// nothing published in between.
-class dead_lock_watch {
-public:
-    void look(io_segment& segment, int ident) {
-        const std::int64_t clock = *const_cast<volatile std::int64_t*>(&segment.inputs_clock);
-        const bool taken = taken_by_no_client(segment, ident);
-        if (taken && taken_before_ && clock == clock_before_) sem_post(&segment.lock);
-        taken_before_ = taken;
-        clock_before_ = clock;
-    }
-
-private:
-    static bool taken_by_no_client(io_segment& segment, int ident) {
-        int count = 1;
-        shmid_ds status;
-        return sem_getvalue(&segment.lock, &count) == 0 && count == 0 &&
-               shmctl(ident, IPC_STAT, &status) == 0 && status.shm_nattch <= station_holders;
-    }
-
-    bool taken_before_ = false;
-    std::int64_t clock_before_ = 0;
-};
-
 /// Returns when the simulator has sent something, or has ended. Looks after the lock meanwhile.
-void await_simulator(int line, io_segment* segment, int ident) {
+void await_simulator(int line, pid_t simulator, io_segment* segment, int ident) {
     constexpr int look_ms = 300;
-    dead_lock_watch lock;
+    dead_lock_watch lock(simulator);
     pollfd wanted{line, POLLIN, 0};
     while (poll(&wanted, 1, look_ms) <= 0) {
-        if (segment) lock.look(*segment, ident);
+        if (segment) lock.look(*segment, ident, std::chrono::steady_clock::now());
     }
 }
 
-[[noreturn]] void supervise(int from_simulator, pid_t simulator, std::time_t start) {
-    prctl(PR_SET_NAME, "zk4sim-garde");
+[[noreturn]] void supervise(const std::string& program, int from_simulator, pid_t simulator,
+                            std::time_t start) {
+    prctl(PR_SET_NAME, (program.substr(0, 9) + "-garde").c_str());
     let_go_of_everything_but(from_simulator);
     constexpr int simulator_line = 3;
 
     io_segment* segment = nullptr;
     std::int32_t ident = 0;
     for (;;) {
-        await_simulator(simulator_line, segment, ident);
+        await_simulator(simulator_line, simulator, segment, ident);
         if (!read_whole(simulator_line, ident)) break;
         void* const address = shmat(ident, nullptr, 0);
         if (address == reinterpret_cast<void*>(-1)) break;  // no answer: it does not hold it
         segment = static_cast<io_segment*>(address);
         if (write(simulator_line, &ident, sizeof ident) != sizeof ident) break;
     }
-    if (segment) end_session(segment);
+    if (segment) {
+        end_session(segment);
+        remove_dead_socket(control_path(ident));
+    }
     remove_segments_of(simulator, start);
     _exit(0);
 }
@@ -117,7 +101,7 @@ void ignore_the_terminal() {
 
 }  // namespace
 
-supervisor::supervisor() {
+supervisor::supervisor(const std::string& program) {
     int ends[2];
     const pid_t simulator = getpid();
     const std::time_t start = std::time(nullptr);
@@ -126,15 +110,18 @@ supervisor::supervisor() {
     sigfillset(&all);
     sigprocmask(SIG_BLOCK, &all, &before);
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0 || (pid_ = fork()) < 0) {
-        std::perror("zk4sim: fork");
-        std::exit(1);
+        const int error = errno;
+        sigprocmask(SIG_SETMASK, &before, nullptr);
+        throw refusal(std::string("fork: ") + std::strerror(error));
     }
     if (pid_ == 0) {
+        setpgid(0, 0);
         ignore_the_terminal();
         sigprocmask(SIG_SETMASK, &before, nullptr);
         close(ends[0]);
-        supervise(ends[1], simulator, start);
+        supervise(program, ends[1], simulator, start);
     }
+    setpgid(pid_, pid_);
     sigprocmask(SIG_SETMASK, &before, nullptr);
     close(ends[1]);
     pipe_ = ends[0];
@@ -142,13 +129,25 @@ supervisor::supervisor() {
 
 supervisor::~supervisor() {
     close(pipe_);
-    if (pid_ > 0) waitpid(pid_, nullptr, 0);
+    const auto limit = std::chrono::steady_clock::now() + patience;
+    while (!gone()) {
+        // One that somebody has stopped is not waited for.
+        if (std::chrono::steady_clock::now() > limit) kill(pid_, SIGKILL);
+        usleep(500);
+    }
 }
 
 bool supervisor::watch(std::int32_t ident) {
-    std::int32_t answer = 0;
-    return send(pipe_, &ident, sizeof ident, MSG_NOSIGNAL) == sizeof ident &&
-           read_whole(pipe_, answer) && answer == ident;
+    if (send(pipe_, &ident, sizeof ident, MSG_NOSIGNAL) != sizeof ident) return false;
+    pollfd answer{pipe_, POLLIN, 0};
+    for (const auto limit = std::chrono::steady_clock::now() + patience;
+         std::chrono::steady_clock::now() < limit;) {
+        constexpr int look_ms = 100;
+        if (poll(&answer, 1, look_ms) <= 0) continue;
+        std::int32_t held = 0;
+        return read_whole(pipe_, held) && held == ident;
+    }
+    return false;
 }
 
 bool supervisor::gone() {

@@ -4,21 +4,24 @@
 #include <sys/types.h>
 
 #include <cstdint>
+#include <string>
 
 /// Forked at once, before any segment exists, so that no moment is unwatched. It holds the segment
 /// too, and learns of the simulator's death by the end of a pipe: it then writes -1 into
 /// inputs_clock, and removes any segment that the simulator had made but not yet marked for
-/// removal. No signal of the terminal ever stops it.
+/// removal, and its control socket. It has a process group of its own, and no signal of the terminal
+/// ever stops it.
 class supervisor {
 public:
-    /// Forks. Ends the process, with one line and status 1, when that fails.
-    supervisor();
+    /// Forks; `program` begins the name under which ps shows it. Throws `refusal` when that fails.
+    explicit supervisor(const std::string& program);
     ~supervisor();
     supervisor(const supervisor&) = delete;
     supervisor& operator=(const supervisor&) = delete;
 
-    /// Gives it the segment, and returns once it holds it. False when it cannot, or is dead.
-    bool watch(std::int32_t ident);
+    /// Gives it the segment, and returns once it holds it. False when it cannot, is dead, or does
+    /// not answer within two seconds.
+    [[nodiscard]] bool watch(std::int32_t ident);
 
     pid_t id() const { return pid_; }
     /// Whether it has died before its time. Call it from the process that forked it.

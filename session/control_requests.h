@@ -1,0 +1,42 @@
+// What a session does for those who ask through its control socket, one function for each word.
+#pragma once
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "session/control_socket.h"
+#include "session/session_options.h"
+#include "session/station_run.h"
+#include "session/step_clock.h"
+
+class control_requests {
+public:
+    /// All of these must live as long.
+    control_requests(station_run& run, step_clock& time, const session_options& options)
+        : run_(run), time_(time), options_(options) {}
+
+    /// Carries out a request, words with a blank between two. Nothing when the answer has to wait
+    /// for steps that it asked for. Once the session is `over`, only its status is told.
+    std::optional<control_answer> carry_out(const std::string& request, bool over);
+
+private:
+    struct row;
+    static const row rows[];
+    using words = std::vector<std::string>;
+    using answer = std::optional<control_answer>;
+
+    answer status(const words& operands);
+    answer desk(const words& operands);
+    answer fault(const words& operands);
+    answer diagnose(const words& operands);
+    answer pause(const words& operands);
+    answer resume(const words& operands);
+    answer speed(const words& operands);
+    answer step(const words& operands);
+    answer end(const words& operands);
+
+    station_run& run_;
+    step_clock& time_;
+    const session_options& options_;
+    bool over_ = false;
+};

@@ -1,0 +1,204 @@
+#include "session/live_session.h"
+
+#include <poll.h>
+#include <signal.h>
+#include <sys/epoll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <ctime>
+
+#include "session/end_signals.h"
+
+namespace {
+
+using steady = std::chrono::steady_clock;
+
+// How long the steps of one call may keep the rest waiting.
+constexpr auto most_at_once = std::chrono::milliseconds(5);
+constexpr auto farewell = std::chrono::seconds(3);
+constexpr auto client_look = std::chrono::milliseconds(100);
+
+std::list<std::string> as_list(name_span names) { return {names.begin(), names.end()}; }
+
+/// Until the descriptor can be read, or the time is over.
+void wait_for(int descriptor, std::optional<live_session::duration> limit) {
+    pollfd wanted{descriptor, POLLIN, 0};
+    timespec time{};
+    if (limit) {
+        const auto ns = std::chrono::duration_cast<std::chrono::nanoseconds>(*limit).count();
+        time = {static_cast<time_t>(ns / 1'000'000'000), static_cast<long>(ns % 1'000'000'000)};
+    }
+    ppoll(&wanted, 1, limit ? &time : nullptr, nullptr);
+}
+
+}  // namespace
+
+live_session::live_session(station_model& model, const session_options& options,
+                           message_stream& messages)
+    : options_(options),
+      messages_(messages),
+      supervisor_(messages.program()),
+      run_(model),
+      server_(make_station_server(as_list(model.inputs()), as_list(model.outputs()))),
+      publisher_(server_),
+      clients_(server_.ident, station_holders),
+      time_(options.speed, options.paused, steady::now()),
+      end_(options.duration_s, supervisor_, *server_.segment),
+      requests_(run_, time_, options),
+      events_(epoll_create1(EPOLL_CLOEXEC)) {
+    run_.add_reader(publisher_);
+    run_.add_reader(report_);
+}
+
+live_session::~live_session() { close(events_); }
+
+void live_session::begin() {
+    if (!supervisor_.watch(server_.ident)) throw refusal("le processus de garde ne répond pas");
+    end_signals::announce_on(*server_.segment);
+    end_signals::depend_on(supervisor_.id());
+    listen_to(end_signals::descriptor());
+    run_.begin(options_.title);
+    open_control_socket();
+    try {
+        print_at_once("ident_mem=" + std::to_string(server_.ident) + "\n");
+        if (!end_signals::due()) start_child();
+    } catch (const failure&) {
+        server_.sharing_terminate();
+        throw;
+    }
+}
+
+void live_session::listen_to(int descriptor) const {
+    epoll_event wanted{};
+    wanted.events = EPOLLIN;
+    epoll_ctl(events_, EPOLL_CTL_ADD, descriptor, &wanted);
+}
+
+void live_session::open_control_socket() {
+    try {
+        control_ = std::make_unique<control_socket>(server_.ident);
+        listen_to(control_->descriptor());
+    } catch (const failure& why) {
+        messages_.say(why.why);
+    }
+}
+
+void live_session::start_child() {
+    if (!options_.command.empty()) {
+        child_ = std::make_unique<child_process>("commande",
+                                                 shell_command(options_.command, server_.ident));
+        end_.depend_on(*child_, "commande terminée", "commande terminée");
+    } else if (!options_.no_panel) {
+        child_ = std::make_unique<child_process>("panneau",
+                                                 panel_command(options_.panel, server_.ident));
+        end_.depend_on(*child_, "panneau terminé", "panneau fermé");
+    }
+}
+
+std::optional<live_session::duration> live_session::service() {
+    end_signals::settle();
+    serve_requests(steady::now());
+    make_due_steps();
+    look_for_the_end();
+    answer_those_who_wait(steady::now());
+    if (over()) return duration::zero();
+    return rest(steady::now());
+}
+
+void live_session::serve_requests(moment now) {
+    if (!control_) return;
+    control_->service(now, [this](const std::string& request) -> std::optional<control_answer> {
+        try {
+            return requests_.carry_out(request, over());
+        } catch (const failure& why) {
+            return control_answer{why.status, why.why + "\n"};
+        }
+    });
+}
+
+void live_session::make_due_steps() {
+    const moment start = steady::now();
+    for (moment now = start; !over() && !end_.due(run_.ms()) && time_.due(now);
+         now = steady::now()) {
+        step(commanded());
+        time_.stepped();
+        if (now - start > most_at_once) return;
+    }
+}
+
+void live_session::step(bool commanded) {
+    run_.step([&](int output) { return commanded ? server_.output_value(output) : 0; });
+    report_.print(messages_);
+}
+
+bool live_session::commanded() {
+    if (!options_.commander_timeout_s) return true;
+    const moment now = steady::now();
+    if (now - last_look_ >= client_look) {
+        last_look_ = now;
+        alone_ = clients_.seconds_alone() > *options_.commander_timeout_s;
+        if (alone_ && !said_alone_)
+            messages_.say("aucun client depuis trop longtemps: les commandes valent 0");
+        said_alone_ = said_alone_ || alone_;
+    }
+    return !alone_;
+}
+
+void live_session::look_for_the_end() {
+    if (over() || !end_.look(run_.ms())) return;
+    server_.sharing_terminate();
+    // A station whose commander is gone stops. The end came first: the commander may have died with
+    // the lock, and the step would wait for it.
+    if (end_.child_gone()) step(false);
+    run_.finish(end_.words());
+    messages_.say(end_.words());
+}
+
+void live_session::answer_those_who_wait(moment now) {
+    if (!control_ || !control_->anybody_waiting()) return;
+    if (over())
+        control_->answer_waiting(now, {exit_status::session_over, "la session est terminée\n"});
+    else if (!time_.paused())
+        control_->answer_waiting(now, {exit_status::refused, "la pause a pris fin\n"});
+    else if (time_.steps_left() == 0)
+        control_->answer_waiting(now, {exit_status::done, ""});
+}
+
+std::optional<live_session::duration> live_session::rest(moment now) const {
+    std::optional<duration> least = time_.until_due(now);
+    const auto deadline = control_ ? control_->next_deadline() : std::nullopt;
+    if (deadline && (!least || *deadline - now < *least)) least = *deadline - now;
+    if (least) least = std::max(*least, duration::zero());
+    return least;
+}
+
+void live_session::wait_for_child() {
+    if (!child_) return;
+    if (!options_.command.empty() && !child_->ended()) kill(-child_->id(), SIGTERM);
+    for (const moment last = steady::now() + farewell; !child_->ended() && steady::now() < last;) {
+        wait_for(events_, std::min<duration>(last - steady::now(), client_look));
+        service();
+    }
+    if (!options_.command.empty() && !child_->ended()) end_child_by_force();
+}
+
+void live_session::end_child_by_force() {
+    kill(-child_->id(), SIGKILL);
+    while (!child_->ended()) usleep(1000);
+}
+
+int live_session::finish() {
+    wait_for_child();
+    messages_.line(summary_of(run_));
+    if (!child_ || !child_->ended()) return 0;
+    if (!options_.command.empty()) return child_->status();
+    return child_->ended_by_itself() && child_->status() != 0 ? 1 : 0;
+}
+
+int run_headless(live_session& session) {
+    session.begin();
+    for (auto rest = session.service(); !session.over(); rest = session.service())
+        wait_for(session.descriptor(), rest);
+    return session.finish();
+}

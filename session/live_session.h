@@ -1,0 +1,94 @@
+// A session: a station served on the link in real time, to the panel or the command that it starts,
+// or to whoever attaches.
+//
+// It never waits by itself. Whoever runs it calls `service` when the descriptor can be read or the
+// time that the last call gave is over: a loop around poll, or a toolkit's own loop.
+#pragma once
+#include <chrono>
+#include <memory>
+#include <optional>
+
+#include "ioshare/io_server.h"
+#include "session/child_process.h"
+#include "session/control_requests.h"
+#include "session/control_socket.h"
+#include "session/link_publisher.h"
+#include "session/messages.h"
+#include "session/served_segment.h"
+#include "session/session_end.h"
+#include "session/session_options.h"
+#include "session/session_report.h"
+#include "session/station_run.h"
+#include "session/step_clock.h"
+#include "session/supervisor.h"
+
+class live_session {
+public:
+    using duration = step_clock::duration;
+
+    /// Makes the segment, and the process that watches over it. `model`, `options` and `messages`
+    /// must live as long. One session a process; `end_signals::watch` comes before it. Throws
+    /// `refusal`.
+    live_session(station_model& model, const session_options& options, message_stream& messages);
+    ~live_session();
+    live_session(const live_session&) = delete;
+    live_session& operator=(const live_session&) = delete;
+
+    /// A reader of its events, besides its own. Before `begin`.
+    void add_reader(event_reader& reader) { run_.add_reader(reader); }
+
+    /// Sets a fault, as `station_run::set_fault` does. Before `begin`: from the start.
+    [[nodiscard]] bool set_fault(const station_fault& fault) { return run_.set_fault(fault); }
+
+    /// Publishes the first state, prints "ident_mem=" and the identifier on the standard output, and
+    /// starts the panel or the command. Throws `refusal`; the session is over then.
+    void begin();
+
+    /// Readable when there is something to do before the time is over.
+    int descriptor() const { return events_; }
+    /// Does what is due; how long it wants to be left alone at most, nothing for as long as the
+    /// descriptor says nothing. Looks whether the session is over.
+    std::optional<duration> service();
+    bool over() const { return end_.over(); }
+
+    /// After the end: waits for the panel or the command for a few seconds, and prints the line that
+    /// sums up. The program's status: the command's; 1 when the panel ended by itself with another
+    /// one than 0; else 0.
+    int finish();
+
+private:
+    using moment = step_clock::moment;
+
+    void listen_to(int descriptor) const;
+    void open_control_socket();
+    void start_child();
+    void serve_requests(moment now);
+    void make_due_steps();
+    void step(bool commanded);
+    bool commanded();
+    void look_for_the_end();
+    void answer_those_who_wait(moment now);
+    std::optional<duration> rest(moment now) const;
+    void wait_for_child();
+    void end_child_by_force();
+
+    const session_options& options_;
+    message_stream& messages_;
+    supervisor supervisor_;  // Forked before the segment is made.
+    station_run run_;
+    IOsharemem_server server_;
+    link_publisher publisher_;
+    session_report report_;
+    client_watch clients_;
+    step_clock time_;
+    session_end end_;
+    control_requests requests_;
+    std::unique_ptr<control_socket> control_;
+    std::unique_ptr<child_process> child_;
+    int events_ = -1;
+    moment last_look_;
+    bool alone_ = false, said_alone_ = false;
+};
+
+/// Runs a session to its end, waiting by poll. The program's status.
+int run_headless(live_session& session);

@@ -1,0 +1,77 @@
+#include "session/station_main.h"
+
+#include "ioshare/link_capacity.h"
+#include "session/end_signals.h"
+#include "session/failure.h"
+#include "session/live_session.h"
+#include "session/messages.h"
+
+namespace {
+
+std::vector<std::string> as_vector(name_span names) { return {names.begin(), names.end()}; }
+
+void check_names(const station_model& model) {
+    const std::string problem =
+        link_capacity_problem(as_vector(model.inputs()), as_vector(model.outputs()));
+    if (!problem.empty()) throw refusal(problem);
+}
+
+std::vector<station_fault> understood_faults(const station_model& model,
+                                             const std::vector<std::string>& texts) {
+    std::vector<station_fault> faults;
+    for (const std::string& text : texts) {
+        std::string reason;
+        const auto fault = parse_fault(text, model.inputs(), model.outputs(), reason);
+        if (!fault) throw misuse("--fault " + reason);
+        faults.push_back(*fault);
+    }
+    return faults;
+}
+
+int serve(station_model& model, const session_options& options, message_stream& messages) {
+    check_names(model);
+    const std::vector<station_fault> faults = understood_faults(model, options.faults);
+    end_signals::watch();
+    live_session session(model, options, messages);
+    for (const station_fault& each : faults)
+        if (!session.set_fault(each)) throw misuse("--fault " + each.name);
+    return run_headless(session);
+}
+
+void tell(const std::string& program, const failure& why) {
+    message_stream messages(program);
+    std::size_t begin = 0, end;
+    while ((end = why.why.find('\n', begin)) != std::string::npos) {
+        messages.say(why.why.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    messages.say(why.why.substr(begin));
+}
+
+}  // namespace
+
+int program_main(const std::string& program, const std::function<int()>& work) {
+    open_closed_streams();
+    try {
+        return work();
+    } catch (const failure& why) {
+        tell(program, why);
+        return static_cast<int>(why.status);
+    }
+}
+
+int station_main(int argc, char** argv, command_line line,
+                 const std::function<std::unique_ptr<station_model>()>& make_model) {
+    return program_main(line.program, [&] {
+        session_options options;
+        add_session_options(line, options);
+        const command_words words = read_command_line(line, {argv + 1, argv + argc});
+        if (words.answer) {
+            print_at_once(*words.answer);
+            return 0;
+        }
+        check_together(options);
+        message_stream messages(line.program);
+        return serve(*make_model(), options, messages);
+    });
+}

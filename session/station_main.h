@@ -1,0 +1,19 @@
+// A station as a program: its command line, its session, its status.
+#pragma once
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "session/command_line.h"
+#include "session/station_model.h"
+
+/// The main of a program: opens closed standard streams, does its work, and turns a `failure` into
+/// lines on the standard error stream, each after the program's name. The program's status.
+int program_main(const std::string& program, const std::function<int()>& work);
+
+/// The main of a station's program, whose session has everything that sessions have: the panel's
+/// process or a command, faults, speed, duration, pause, control by scripts. `line` has the
+/// station's own options, those of every session are added to it. `make_model` is called once the
+/// options have been read. The program's status; docs/sessions.md lists them.
+int station_main(int argc, char** argv, command_line line,
+                 const std::function<std::unique_ptr<station_model>()>& make_model);
