@@ -89,8 +89,9 @@ public:
 private:
     // Where the fault of a name is kept; null for a name that stands for nothing.
     std::optional<fault_kind>* fault_of(std::string_view name);
-    // Gives the model inside every command as the faults let it through.
-    void pass_commands();
+    // Gives the model inside the command at that place, if there is one, as its fault lets it
+    // through.
+    void pass_command(int output);
 
     station_model& inside_;
     std::vector<std::int32_t> commands_;

@@ -101,7 +101,7 @@ public:
     [[nodiscard]] workcell_state state() const;
 
 private:
-    // The sensors' rows (sensors.cpp).
+    // The sensors' rows (station_names.cpp).
     friend struct sensor_table;
 
     void latch_commands();
