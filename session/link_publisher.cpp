@@ -1,12 +1,14 @@
 #include "session/link_publisher.h"
 
+#include "ioshare/io_lock.h"
 #include "session/end_signals.h"
 
 void link_publisher::read(std::span<const station_event> events) {
-    if (!store_changes(events) || end_signals::due()) return;
+    // An end stays one: a raised counter would open the session again.
+    const bool over = io_read_clock(server_.segment->inputs_clock) < 0;
+    if (!store_changes(events) || over || end_signals::due()) return;
     server_.inputs_go();
-    // An end that came in between stays one: the raised counter would open the session again.
-    if (end_signals::due()) server_.sharing_terminate();
+    if (end_signals::due()) server_.sharing_terminate();  // It came in between.
 }
 
 // A value that the segment already holds is no change: the first block tells every input, also
