@@ -8,9 +8,12 @@
 
 /// What to start.
 struct child_command {
-    std::vector<std::string> words;              ///< The program, looked for on the PATH, and its arguments.
-    std::string environment = {};                ///< "NAME=VALUE", added to its environment; empty: nothing.
-    bool own_group = false;                      ///< In a process group of its own.
+    /// The program, looked for on the PATH, and its arguments.
+    std::vector<std::string> words;
+    /// "NAME=VALUE", added to its environment; empty: nothing.
+    std::string environment = {};
+    /// In a process group of its own.
+    bool own_group = false;
 };
 
 /// The control panel on segment `ident`. An empty program means quorin beside this one, else on the

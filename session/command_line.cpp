@@ -43,8 +43,8 @@ void describe(CLI::App& app, const command_line& line, std::vector<given_values>
 
 std::string help(const CLI::App& app, const command_line& line) {
     const std::string operands = line.operands.empty() ? "" : " " + line.operands;
-    std::string text = line.description + "\nUsage: " + line.program + operands + " [OPTIONS]\n\n" +
-                       "Options:\n";
+    std::string text =
+        line.description + "\nUsage: " + line.program + operands + " [OPTIONS]\n\n" + "Options:\n";
     for (const CLI::Option* each : app.get_options()) {
         if (each->get_name() == "operands") continue;
         std::string names = each->get_name(false, true);

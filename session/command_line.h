@@ -9,9 +9,12 @@
 
 /// One option, as `--name VALUE` or, as a flag, `--name`.
 struct command_option {
-    std::string name;        ///< "--speed"
-    std::string value_name;  ///< "X"; empty for a flag
-    std::string meaning;     ///< French, one line, without an end of line
+    /// "--speed"
+    std::string name;
+    /// "X"; empty for a flag
+    std::string value_name;
+    /// French, one line, without an end of line
+    std::string meaning;
     bool repeatable = false;
     /// Takes a value (empty for a flag), or throws `misuse`. An empty value never gets here.
     std::function<void(const std::string& value)> take;
@@ -19,17 +22,23 @@ struct command_option {
 
 /// A program's command line.
 struct command_line {
-    std::string program;      ///< "zk4sim"
-    std::string description;  ///< French, one line
-    std::string operands;     ///< How the usage shows what is no option: "<ident> COMMANDE"; empty: nothing else is taken.
-    std::vector<command_option> options;
-    std::string notes;  ///< More lines of help, after the options; each ends with an end of line.
+    /// "zk4sim"
+    std::string program;
+    /// French, one line
+    std::string description;
+    /// How the usage shows what is no option: "<ident> COMMANDE"; empty: nothing else is taken.
+    std::string operands = {};
+    std::vector<command_option> options = {};
+    /// More lines of help, after the options; each ends with an end of line.
+    std::string notes = {};
 };
 
 /// What is left to do once a command line was read.
 struct command_words {
-    std::vector<std::string> operands;      ///< The words that are no options, in their order.
-    std::optional<std::string> answer = {};  ///< What --help or --version prints instead of all else.
+    /// The words that are no options, in their order.
+    std::vector<std::string> operands;
+    /// What --help or --version prints instead of all else.
+    std::optional<std::string> answer = {};
 };
 
 /// Reads the words after the program's name, in any order, and calls `take` for each option given,
@@ -47,9 +56,12 @@ double number_between(std::string_view option, const std::string& value, double 
 template <class Key, class Options>
 struct option_row {
     Key key;
-    const char* name;        ///< "--speed"
-    const char* value_name;  ///< "X"; empty for a flag
-    const char* meaning;     ///< French, one line
+    /// "--speed"
+    const char* name;
+    /// "X"; empty for a flag
+    const char* value_name;
+    /// French, one line
+    const char* meaning;
     bool repeatable;
     void (*take)(Options& options, const std::string& value);
 };
@@ -58,8 +70,7 @@ struct option_row {
 template <class Rows, class Options>
 void add_options(command_line& line, const Rows& rows, Options& options) {
     for (const auto& row : rows)
-        line.options.push_back({row.name, row.value_name, row.meaning, row.repeatable,
-                                [&options, take = row.take](const std::string& value) {
-                                    take(options, value);
-                                }});
+        line.options.push_back(
+            {row.name, row.value_name, row.meaning, row.repeatable,
+             [&options, take = row.take](const std::string& value) { take(options, value); }});
 }

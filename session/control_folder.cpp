@@ -69,7 +69,8 @@ void prepare_control_folder() {
     if (lstat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
         throw refused(folder, "ce n'est pas un dossier");
     if (status.st_uid != geteuid()) throw refused(folder, "le dossier est à un autre");
-    if ((status.st_mode & 077) != 0) throw refused(folder, "d'autres peuvent entrer dans le dossier");
+    if ((status.st_mode & 077) != 0)
+        throw refused(folder, "d'autres peuvent entrer dans le dossier");
     std::error_code error;
     for (const files::directory_entry& each : files::directory_iterator(folder, error)) {
         const std::string name = each.path().filename();
@@ -86,7 +87,8 @@ int listen_at(const std::string& path) {
         throw refused(path, "le nom est trop long");
     const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     unlink(first_path.c_str());
-    if (listener < 0 || bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
+    if (listener < 0 ||
+        bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
         chmod(first_path.c_str(), 0600) != 0 || listen(listener, SOMAXCONN) != 0 ||
         rename(first_path.c_str(), path.c_str()) != 0) {
         const int error = errno;

@@ -14,7 +14,8 @@
 /// What a request is answered.
 struct control_answer {
     exit_status status;
-    std::string text;  ///< What the client prints; empty, or lines that end with an end of line.
+    /// What the client prints; empty, or lines that end with an end of line.
+    std::string text;
 };
 
 class control_socket {

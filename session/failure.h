@@ -5,16 +5,21 @@
 /// The statuses of every program. docs/zk4sim.md lists them.
 enum class exit_status : int {
     done = 0,
-    refused = 1,       ///< It could not be done; nothing is half-written.
-    misuse = 2,        ///< A command line that is not understood.
-    not_reached = 3,   ///< The time of a wait is over, a condition does not hold.
-    session_over = 4,  ///< The session ended first.
+    /// It could not be done; nothing is half-written.
+    refused = 1,
+    /// A command line that is not understood.
+    misuse = 2,
+    /// The time of a wait is over, a condition does not hold.
+    not_reached = 3,
+    /// The session ended first.
+    session_over = 4,
 };
 
 /// The one error that `main` turns into a line and a status.
 struct failure {
     exit_status status;
-    std::string why;  ///< French (UTF-8), without the program's name. Several lines: one for each reason.
+    /// French (UTF-8), without the program's name. Several lines: one for each reason.
+    std::string why;
 };
 
 /// The failure of a command line that is not understood.

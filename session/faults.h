@@ -14,10 +14,14 @@
 
 /// What can be wrong with a sensor (the first three) or with an actuator (`dead`).
 enum class fault_kind {
-    stuck0,    ///< always reads 0
-    stuck1,    ///< always reads 1
-    inverted,  ///< reads 1 for 0 and 0 for 1
-    dead,      ///< behaves as if it were not commanded
+    /// always reads 0
+    stuck0,
+    /// always reads 1
+    stuck1,
+    /// reads 1 for 0 and 0 for 1
+    inverted,
+    /// behaves as if it were not commanded
+    dead,
     count
 };
 

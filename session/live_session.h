@@ -40,8 +40,8 @@ public:
     /// Sets a fault, as `station_run::set_fault` does. Before `begin`: from the start.
     [[nodiscard]] bool set_fault(const station_fault& fault) { return run_.set_fault(fault); }
 
-    /// Publishes the first state, prints "ident_mem=" and the identifier on the standard output, and
-    /// starts the panel or the command. Throws `refusal`; the session is over then.
+    /// Publishes the first state, prints "ident_mem=" and the identifier on the standard output,
+    /// and starts the panel or the command. Throws `refusal`; the session is over then.
     void begin();
 
     /// Readable when there is something to do before the time is over.
@@ -51,9 +51,9 @@ public:
     std::optional<duration> service();
     bool over() const { return end_.over(); }
 
-    /// After the end: waits for the panel or the command for a few seconds, and prints the line that
-    /// sums up. The program's status: the command's; 1 when the panel ended by itself with another
-    /// one than 0; else 0.
+    /// After the end: waits for the panel or the command for a few seconds, and prints the line
+    /// that sums up. The program's status: the command's; 1 when the panel ended by itself with
+    /// another one than 0; else 0.
     int finish();
 
 private:

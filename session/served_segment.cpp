@@ -3,7 +3,6 @@
 #include <sys/ipc.h>
 #include <sys/shm.h>
 
-
 namespace {
 
 IOsharemem_server make_one(const name_list& inputs, const name_list& outputs) {

@@ -29,8 +29,14 @@ bool session_end::look(std::int64_t ms) {
 
 // The signals' own announcement comes last: it is on the segment before the cause is known here.
 std::string session_end::cause(std::int64_t ms) {
-    if (end_signals::asked()) return "fin demand\xC3\xA9" "e";
-    if (duration_over(ms)) return "dur\xC3\xA9" "e \xC3\xA9" "coul\xC3\xA9" "e";
+    if (end_signals::asked())
+        return "fin demand\xC3\xA9"
+               "e";
+    if (duration_over(ms))
+        return "dur\xC3\xA9"
+               "e \xC3\xA9"
+               "coul\xC3\xA9"
+               "e";
     if (guard_.gone()) return "le processus de garde a disparu";
     if (child_ && child_->ended()) {
         child_gone_ = true;

@@ -12,7 +12,17 @@ namespace {
 constexpr double longest_s = 1e9;
 
 enum class session_option {
-    panel, no_panel, exec, commander_timeout, headless, paused, speed, duration, fault, title, count
+    panel,
+    no_panel,
+    exec,
+    commander_timeout,
+    headless,
+    paused,
+    speed,
+    duration,
+    fault,
+    title,
+    count
 };
 
 void take_title(session_options& options, const std::string& value) {
@@ -21,7 +31,8 @@ void take_title(session_options& options, const std::string& value) {
         return byte < 0x20 || byte == 0x7F;
     };
     if (std::ranges::any_of(value, control))
-        throw misuse("--title: une seule ligne est attendue, sans caract\xC3\xA8re de contr\xC3\xB4le");
+        throw misuse(
+            "--title: une seule ligne est attendue, sans caract\xC3\xA8re de contr\xC3\xB4le");
     options.title = value;
 }
 

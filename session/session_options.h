@@ -7,16 +7,23 @@
 #include "session/command_line.h"
 
 struct session_options {
-    std::string panel;  ///< The panel to start; empty: quorin beside the program, else on the PATH.
+    /// The panel to start; empty: quorin beside the program, else on the PATH.
+    std::string panel;
     bool no_panel = false;
-    std::string command;  ///< A shell's command to run in the panel's place; empty: none.
-    std::optional<double> commander_timeout_s;  ///< Real seconds without a client; none: never.
+    /// A shell's command to run in the panel's place; empty: none.
+    std::string command;
+    /// Real seconds without a client; none: never.
+    std::optional<double> commander_timeout_s;
     bool headless = false;
     bool paused = false;
-    double speed = 1;                  ///< Simulated seconds per real second.
-    std::optional<double> duration_s;  ///< Simulated seconds; none: no end of its own.
-    std::vector<std::string> faults;   ///< As they were typed: NAME=KIND.
-    std::string title;                 ///< One line; empty: none.
+    /// Simulated seconds per real second.
+    double speed = 1;
+    /// Simulated seconds; none: no end of its own.
+    std::optional<double> duration_s;
+    /// As they were typed: NAME=KIND.
+    std::vector<std::string> faults;
+    /// One line; empty: none.
+    std::string title;
 };
 
 /// Adds the options of every session to a command line; values go to `options`, which must live as

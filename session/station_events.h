@@ -1,4 +1,5 @@
-// What happens in a session, step by step: one list of events, which every reader is handed in turn.
+// What happens in a session, step by step: one list of events, which every reader is handed in
+// turn.
 //
 // The link, recordings, the report on the error stream: each is a reader of these events, and none
 // takes one away from another. docs/sessions.md shows the order within a step.
@@ -10,12 +11,17 @@
 enum class event_kind { session, fault, desk, input, output, incident, exercise, count };
 
 struct station_event {
-    std::int64_t ms;         ///< Simulated milliseconds from the session's start; never falls.
+    /// Simulated milliseconds from the session's start; never falls.
+    std::int64_t ms;
     event_kind kind;
-    std::string_view name;   ///< Of the input, output, desk button, faulty thing or count; empty for an incident.
-    std::int64_t value = 0;  ///< Of an input, output, desk button or count; an incident's number, from 1.
-    std::string_view text;   ///< A fault's kind (empty: it is over), an incident's text, a session's word.
-    int index = -1;          ///< Of an input or output: its place on the link.
+    /// Of the input, output, desk button, faulty thing or count; empty for an incident.
+    std::string_view name;
+    /// Of an input, output, desk button or count; an incident's number, from 1.
+    std::int64_t value = 0;
+    /// A fault's kind (empty: it is over), an incident's text, a session's word.
+    std::string_view text;
+    /// Of an input or output: its place on the link.
+    int index = -1;
 };
 
 /// Somebody who follows a session.

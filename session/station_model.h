@@ -15,15 +15,20 @@ using name_span = std::span<const std::string_view>;
 
 /// Something that went wrong at the station.
 struct station_incident {
-    std::int64_t ms;        ///< Simulated milliseconds from the start.
-    std::string_view text;  ///< French (UTF-8), one line; outlives the model.
+    /// Simulated milliseconds from the start.
+    std::int64_t ms;
+    /// French (UTF-8), one line; outlives the model.
+    std::string_view text;
 };
 
 /// The operator's desk.
 struct station_desk {
-    bool dc = false;   ///< start cycle, while it is held
-    bool ac = false;   ///< stop cycle, while it is held
-    bool atu = false;  ///< emergency stop, latched
+    /// start cycle, while it is held
+    bool dc = false;
+    /// stop cycle, while it is held
+    bool ac = false;
+    /// emergency stop, latched
+    bool atu = false;
     bool operator==(const station_desk&) const = default;
 };
 

@@ -50,9 +50,11 @@ public:
     const station_desk& desk() const { return desk_; }
 
     const station_model& model() const { return model_; }
-    std::int64_t ms() const { return steps_ * step_ms; }  ///< Simulated time: the last step's end.
+    /// Simulated time: the last step's end.
+    std::int64_t ms() const { return steps_ * step_ms; }
     station_counts counts() const { return model_.counts(); }
-    int incidents() const { return incidents_; }  ///< How many so far.
+    /// How many so far.
+    int incidents() const { return incidents_; }
     const std::string& last_incident() const { return last_incident_; }
 
 private:

@@ -9,8 +9,8 @@
 /// Forked at once, before any segment exists, so that no moment is unwatched. It holds the segment
 /// too, and learns of the simulator's death by the end of a pipe: it then writes -1 into
 /// inputs_clock, and removes any segment that the simulator had made but not yet marked for
-/// removal, and its control socket. It has a process group of its own, and no signal of the terminal
-/// ever stops it.
+/// removal, and its control socket. It has a process group of its own, and no signal of the
+/// terminal ever stops it.
 class supervisor {
 public:
     /// Forks; `program` begins the name under which ps shows it. Throws `refusal` when that fails.
