@@ -68,7 +68,7 @@ void hand_over(const given_values& given) {
     const command_option& option = *given.option;
     for (int i = 0; i < given.times; ++i) option.take("");
     for (const std::string& value : given.values) {
-        if (value.empty()) throw misuse(option.name + ": une valeur est attendue");
+        if (value.empty()) throw misuse("une valeur est attendue");
         option.take(value);
     }
 }
@@ -88,15 +88,19 @@ command_words read_command_line(const command_line& line, const std::vector<std:
     } catch (const CLI::ParseError& error) {
         throw misuse(misunderstanding(app, error));
     }
-    for (const given_values& each : given) hand_over(each);
+    for (const given_values& each : given) {
+        try {
+            hand_over(each);
+        } catch (const failure& why) {
+            throw misuse(each.option->name + ": " + why.why);
+        }
+    }
     return read;
 }
 
-double number_between(std::string_view option, const std::string& value, double least,
-                      double most) {
+double number_between(const std::string& value, double least, double most) {
     const std::optional<double> number = whole_number<double>(value);
     if (number && *number >= least && *number <= most) return *number;
-    throw misuse(std::string(option) + " " + value + ": un nombre de " +
-                 CLI::detail::to_string(least) + " à " + CLI::detail::to_string(most) +
-                 " est attendu");
+    throw misuse("un nombre de " + CLI::detail::to_string(least) + " à " +
+                 CLI::detail::to_string(most) + " est attendu, pas " + value);
 }

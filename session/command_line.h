@@ -16,7 +16,8 @@ struct command_option {
     /// French, one line, without an end of line
     std::string meaning;
     bool repeatable = false;
-    /// Takes a value (empty for a flag), or throws `misuse`. An empty value never gets here.
+    /// Takes a value (empty for a flag), or throws `misuse`, without the option's name. An empty
+    /// value never gets here.
     std::function<void(const std::string& value)> take;
 };
 
@@ -45,11 +46,12 @@ struct command_words {
 /// in the order of the table. --help, -h and --version win over everything else, wherever they
 /// stand. Throws `misuse` with one French line that names the first word not understood. After
 /// "--" all words are operands.
-command_words read_command_line(const command_line& line, const std::vector<std::string>& words);
+[[nodiscard]] command_words read_command_line(const command_line& line,
+                                              const std::vector<std::string>& words);
 
-/// The number that the value of `option` is, a point in every locale. Throws `misuse` for any other
-/// text, and for one beyond the limits.
-double number_between(std::string_view option, const std::string& value, double least, double most);
+/// The number that `value` is, a point in every locale. Throws `misuse` for any other text, and for
+/// one beyond the limits.
+[[nodiscard]] double number_between(const std::string& value, double least, double most);
 
 /// A row of a table of options, checked by `one_row_each`: each option's name, value, meaning and
 /// what it does, in one place.

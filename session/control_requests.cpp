@@ -16,6 +16,7 @@ constexpr int any_number = 1000;
 constexpr double longest_run_s = 1e6;
 
 const control_answer done = {exit_status::done, ""};
+const control_answer session_is_over = {exit_status::session_over, "la session est terminée\n"};
 
 control_answer refused(const std::string& why) { return {exit_status::refused, why + "\n"}; }
 control_answer misunderstood(const std::string& why) { return {exit_status::misuse, why + "\n"}; }
@@ -77,8 +78,7 @@ std::optional<control_answer> control_requests::carry_out(const std::string& req
         if (each.word != word) continue;
         if (operands.size() < each.least_operands || operands.size() > each.most_operands)
             return misunderstood("demande incomprise: " + request);
-        if (over && each.key != control_word::status)
-            return control_answer{exit_status::session_over, "la session est terminée\n"};
+        if (over && each.key != control_word::status) return session_is_over;
         return (this->*each.carry_out)(operands);
     }
     return misunderstood("demande incomprise: " + word);
@@ -153,19 +153,27 @@ control_requests::answer control_requests::resume(const words&) {
 }
 
 control_requests::answer control_requests::speed(const words& operands) {
-    const double wanted = number_between("speed", operands.front(), least_speed, most_speed);
+    const double wanted = number_between(operands.front(), least_speed, most_speed);
     time_.set_speed(wanted, std::chrono::steady_clock::now());
     return done;
 }
 
 control_requests::answer control_requests::step(const words& operands) {
-    const double wanted_s = number_between("step", operands.front(), step_s, longest_run_s);
+    const double wanted_s = number_between(operands.front(), step_s, longest_run_s);
     const double steps = std::round(wanted_s / step_s);
     if (std::abs(wanted_s / step_s - steps) > 1e-6)
-        return misunderstood("step " + operands.front() + ": un multiple de 0.01 est attendu");
+        return misunderstood("un multiple de 0.01 est attendu, pas " + operands.front());
     if (!time_.paused()) return refused("la session n'est pas en pause");
     if (time_.steps_left() > 0) return refused("des pas sont déjà en cours");
     time_.run(static_cast<long long>(steps));
+    goal_ms_ = run_.ms() + static_cast<std::int64_t>(steps) * step_ms;
+    return std::nullopt;
+}
+
+std::optional<control_answer> control_requests::later_answer(bool over) const {
+    if (run_.ms() >= goal_ms_) return done;
+    if (over) return session_is_over;
+    if (time_.steps_left() == 0) return refused("la pause a pris fin");
     return std::nullopt;
 }
 

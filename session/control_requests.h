@@ -18,6 +18,8 @@ public:
     /// Carries out a request, words with a blank between two. Nothing when the answer has to wait
     /// for steps that it asked for. Once the session is `over`, only its status is told.
     std::optional<control_answer> carry_out(const std::string& request, bool over);
+    /// The answer for who waits for steps, once it is known.
+    [[nodiscard]] std::optional<control_answer> later_answer(bool over) const;
 
 private:
     struct row;
@@ -39,4 +41,6 @@ private:
     step_clock& time_;
     const session_options& options_;
     bool over_ = false;
+    // When the steps asked for are over.
+    std::int64_t goal_ms_ = 0;
 };

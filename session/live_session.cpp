@@ -18,18 +18,18 @@ using steady = std::chrono::steady_clock;
 constexpr auto most_at_once = std::chrono::milliseconds(5);
 constexpr auto farewell = std::chrono::seconds(3);
 constexpr auto client_look = std::chrono::milliseconds(100);
+// Also in a pause, an end that somebody else wrote into the segment is noticed.
+constexpr auto longest_rest = std::chrono::milliseconds(500);
 
 std::list<std::string> as_list(name_span names) { return {names.begin(), names.end()}; }
 
 /// Until the descriptor can be read, or the time is over.
-void wait_for(int descriptor, std::optional<live_session::duration> limit) {
+void wait_for(int descriptor, live_session::duration limit) {
     pollfd wanted{descriptor, POLLIN, 0};
-    timespec time{};
-    if (limit) {
-        const auto ns = std::chrono::duration_cast<std::chrono::nanoseconds>(*limit).count();
-        time = {static_cast<time_t>(ns / 1'000'000'000), static_cast<long>(ns % 1'000'000'000)};
-    }
-    ppoll(&wanted, 1, limit ? &time : nullptr, nullptr);
+    const auto ns = std::chrono::duration_cast<std::chrono::nanoseconds>(limit).count();
+    const timespec time{static_cast<time_t>(ns / 1'000'000'000),
+                        static_cast<long>(ns % 1'000'000'000)};
+    ppoll(&wanted, 1, &time, nullptr);
 }
 
 }  // namespace
@@ -96,7 +96,7 @@ void live_session::start_child() {
     }
 }
 
-std::optional<live_session::duration> live_session::service() {
+live_session::duration live_session::service() {
     end_signals::settle();
     serve_requests(steady::now());
     make_due_steps();
@@ -157,20 +157,14 @@ void live_session::look_for_the_end() {
 
 void live_session::answer_those_who_wait(moment now) {
     if (!control_ || !control_->anybody_waiting()) return;
-    if (over())
-        control_->answer_waiting(now, {exit_status::session_over, "la session est terminée\n"});
-    else if (!time_.paused())
-        control_->answer_waiting(now, {exit_status::refused, "la pause a pris fin\n"});
-    else if (time_.steps_left() == 0)
-        control_->answer_waiting(now, {exit_status::done, ""});
+    if (const auto answer = requests_.later_answer(over())) control_->answer_waiting(now, *answer);
 }
 
-std::optional<live_session::duration> live_session::rest(moment now) const {
-    std::optional<duration> least = time_.until_due(now);
+live_session::duration live_session::rest(moment now) const {
+    duration least = std::min<duration>(time_.until_due(now).value_or(longest_rest), longest_rest);
     const auto deadline = control_ ? control_->next_deadline() : std::nullopt;
-    if (deadline && (!least || *deadline - now < *least)) least = *deadline - now;
-    if (least) least = std::max(*least, duration::zero());
-    return least;
+    if (deadline) least = std::min(least, *deadline - now);
+    return std::max(least, duration::zero());
 }
 
 void live_session::wait_for_child() {

@@ -6,7 +6,6 @@
 #pragma once
 #include <chrono>
 #include <memory>
-#include <optional>
 
 #include "ioshare/io_server.h"
 #include "session/child_process.h"
@@ -46,9 +45,9 @@ public:
 
     /// Readable when there is something to do before the time is over.
     int descriptor() const { return events_; }
-    /// Does what is due; how long it wants to be left alone at most, nothing for as long as the
-    /// descriptor says nothing. Looks whether the session is over.
-    std::optional<duration> service();
+    /// Does what is due, and looks whether the session is over. How long it may be left alone when
+    /// the descriptor says nothing.
+    duration service();
     bool over() const { return end_.over(); }
 
     /// After the end: waits for the panel or the command for a few seconds, and prints the line
@@ -68,7 +67,7 @@ private:
     bool commanded();
     void look_for_the_end();
     void answer_those_who_wait(moment now);
-    std::optional<duration> rest(moment now) const;
+    duration rest(moment now) const;
     void wait_for_child();
     void end_child_by_force();
 

@@ -31,8 +31,7 @@ void take_title(session_options& options, const std::string& value) {
         return byte < 0x20 || byte == 0x7F;
     };
     if (std::ranges::any_of(value, control))
-        throw misuse(
-            "--title: une seule ligne est attendue, sans caract\xC3\xA8re de contr\xC3\xB4le");
+        throw misuse("une seule ligne est attendue, sans caract\xC3\xA8re de contr\xC3\xB4le");
     options.title = value;
 }
 
@@ -47,15 +46,15 @@ constexpr row rows[] = {
     {session_option::exec, "--exec", "COMMANDE", "au lieu du panneau: la fait exécuter par sh, avec QUORIN_IDENT, et finit avec elle", false,
      [](session_options& o, const std::string& value) { o.command = value; }},
     {session_option::commander_timeout, "--commander-timeout", "S", "sans panneau: au bout de S secondes sans client, les commandes valent 0", false,
-     [](session_options& o, const std::string& value) { o.commander_timeout_s = number_between("--commander-timeout", value, 0, longest_s); }},
+     [](session_options& o, const std::string& value) { o.commander_timeout_s = number_between(value, 0, longest_s); }},
     {session_option::headless, "--headless", "", "sans fenêtre", false,
      [](session_options& o, const std::string&) { o.headless = true; }},
     {session_option::paused, "--paused", "", "commence en pause", false,
      [](session_options& o, const std::string&) { o.paused = true; }},
     {session_option::speed, "--speed", "X", "secondes simulées par seconde, de 0.1 à 100 (1)", false,
-     [](session_options& o, const std::string& value) { o.speed = number_between("--speed", value, least_speed, most_speed); }},
+     [](session_options& o, const std::string& value) { o.speed = number_between(value, least_speed, most_speed); }},
     {session_option::duration, "--duration", "S", "termine après S secondes simulées", false,
-     [](session_options& o, const std::string& value) { o.duration_s = number_between("--duration", value, 0, longest_s); }},
+     [](session_options& o, const std::string& value) { o.duration_s = number_between(value, 0, longest_s); }},
     {session_option::fault, "--fault", "NOM=PANNE", "une panne dès le début, répétable", true,
      [](session_options& o, const std::string& value) { o.faults.push_back(value); }},
     {session_option::title, "--title", "TEXTE", "un nom pour la session", false, take_title},
