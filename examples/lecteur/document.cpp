@@ -1,4 +1,4 @@
-#include "document.h"
+#include "examples/lecteur/document.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "robot.h"
+#include "tests/support/robot.h"
 // First, as the toolkit's headers bring the X server's macros.
 #include "forms/dialogs.h"
 
@@ -11,10 +11,8 @@
 #include <climits>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <random>
-#include <sstream>
 
 namespace {
 
@@ -71,13 +69,6 @@ std::vector<std::string> texts_of(Fl_Window& window) {
     const Fl_Browser* browser = lines_of(window);
     for (int i = 1; i <= browser->size(); ++i) texts.push_back(browser->text(i));
     return texts;
-}
-
-std::string bytes_of(const files::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
 }
 
 TEST_F(MessageViewer, HasItsWidgetsInTheirPlaces) {

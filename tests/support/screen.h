@@ -32,9 +32,9 @@ public:
     bool manages(x_window window);  ///< Whether it is one of them.
     std::string title(x_window window);
     /// Waits for a managed window of that title, drawn at rest; 0 when `limit` passes first.
-    x_window wait_for_window(const std::string& title, seconds limit = seconds(10));
+    x_window wait_for_window(const std::string& title, seconds limit = seconds(30));
     /// Waits until as many windows are managed.
-    bool wait_for_windows(std::size_t count, seconds limit = seconds(10));
+    bool wait_for_windows(std::size_t count, seconds limit = seconds(30));
 
     struct place {
         int x, y, w, h;

@@ -1,51 +1,25 @@
 // What the tests of the viewer's filters share: documents as lists of lines, and what a filter
 // wrote.
 #pragma once
-#include <unistd.h>
-
-#include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 #include <vector>
 
+#include "tests/support/files.h"
 #include "viewer/display_filter.h"
 #include "viewer/print_filter.h"
 #include "viewer/text_filter.h"
 
 using text_lines = std::vector<std::string>;
 
-inline std::string bytes_of(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// A file of this test process, gone with the object.
-class temporary_file {
-public:
-    temporary_file() {
-        static int made = 0;
-        path_ = std::filesystem::temp_directory_path() /
-                ("viewer_filters_" + std::to_string(getpid()) + "_" + std::to_string(made++));
-    }
-    ~temporary_file() { std::filesystem::remove(path_); }
-    temporary_file(const temporary_file&) = delete;
-    temporary_file& operator=(const temporary_file&) = delete;
-
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
 /// What `write` puts in a file.
 inline std::string written(const std::function<void(std::fstream&)>& write) {
-    const temporary_file file;
-    std::fstream out(file.path(), std::ios::out);
+    const temporary_folder folder;
+    std::fstream out(folder / "document", std::ios::out);
     write(out);
     out.close();
-    return bytes_of(file.path());
+    return bytes_of(folder / "document");
 }
 
 inline int count_of(const text_lines& lines) { return static_cast<int>(lines.size()); }

@@ -291,13 +291,13 @@ TEST(EveryDocument, IsWrittenLineByLine) {
         [&](std::fstream& out) { print.imprime_postscript(out); },
         [&](std::fstream& out) { text.imprime(out); }};
     for (const auto& each : exports) {
-        const temporary_file file;
-        std::fstream out(file.path(), std::ios::out);
+        const temporary_folder folder;
+        const std::filesystem::path file = folder / "document";
+        std::fstream out(file, std::ios::out);
         const long before = writes_so_far();
         each(out);
         const long writes = writes_so_far() - before;
-        const std::string document =
-            bytes_of(file.path());  // not closed yet: all of it was flushed
+        const std::string document = bytes_of(file);  // not closed yet: all of it was flushed
         EXPECT_EQ(writes, std::ranges::count(document, '\n'));
         EXPECT_GT(writes, 80);
     }
