@@ -1,5 +1,5 @@
-// The families of the string toolkit that bench_strings compares, and the texts that it compares
-// them on.
+// The families of the string toolkit that bench_strings
+// compares, and the texts that it compares them on.
 #pragma once
 #include <cstddef>
 #include <iterator>

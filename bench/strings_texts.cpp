@@ -1,5 +1,5 @@
-// Texts replaced in, folded, searched and cut into words, by the toolkit and by the standard
-// library.
+// Texts replaced in, folded, searched and cut into
+// words, by the toolkit and by the standard library.
 #include "bench/strings_families.h"
 
 #include <algorithm>
@@ -91,7 +91,7 @@ void add_case_folding() {
 
 void add_searching() {
     static const std::string text = sample_text(10'000);
-    static const std::string absent = "needle behind the last word";
+    static const std::string absent = "needle after the last word";
     add_way("absent words in 10000 bytes", "find", [] { return find(text, absent); });
     add_way("absent words in 10000 bytes", "std::string::find", [] { return text.find(absent); });
 

@@ -1,6 +1,6 @@
-// The table of the panel's widgets, and the look-up of a widget by its signal's name while
-// compiling: a name that no widget goes with, or a widget of the other kind, is an error of the
-// compiler.
+// The table of the panel's widgets, and the look-up of a widget by
+// its signal's name while compiling: a name that no widget goes
+// with, or a widget of the other kind, is an error of the compiler.
 #pragma once
 #include <algorithm>
 #include <array>
@@ -109,8 +109,8 @@ consteval std::size_t count_of(shape kind) {
     return static_cast<std::size_t>(std::ranges::count(children, kind, &child::kind));
 }
 
-/// Whether exactly the buttons and the indicators are kept, each under a number of its own from 1
-/// to 35.
+/// Whether exactly the buttons and the indicators are
+/// kept, each under a number of its own from 1 to 35.
 consteval bool members_are_numbered() {
     std::array<bool, members> taken{};
     for (const child& each : children) {

@@ -32,8 +32,7 @@ static_assert(driven_outputs.size() == std::size(etat_sorties));
 
 constexpr useconds_t pass_pause_us = 100'000;
 
-// ISO-8859-1, as simulators and users of the panel have always had it: the cedilla is the single
-// byte E7.
+// In ISO-8859-1, as the panel has always said it: the c with a cedilla is the single byte E7.
 constexpr char session_over[] = "terminaison re\xE7ue ...";
 
 quorin_class* show_form(int argc, char** argv) {

@@ -224,8 +224,8 @@ TEST_F(MessageViewer, SavesTheWholeTextUnchanged) {
     for (const std::string& text : texts) {
         robot user;
         user.at("Messages").click("save");
-        // Named once; from then on the same file is offered, and written over, by longer and
-        // shorter texts.
+        // Named once: from then on the same file is offered,
+        // and overwritten by longer and shorter texts.
         name_file(user, file.empty() ? "saved.txt" : "", file);
         user.press(XK_Return).at("Messages").click("Quit");
         fl_show_Sbigmessages(text, 80);

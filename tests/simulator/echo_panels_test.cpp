@@ -79,8 +79,8 @@ TEST_F(echo_panels, LeavesNoSegmentAndNoChildWhenItIsKilled) {
     EXPECT_EQ(run.wait(), 128 + SIGKILL);
 }
 
-// The first segment of an IPC namespace, as of a machine, has the identifier 0, which clients
-// refuse.
+// The first segment of an IPC namespace, as of a
+// machine, has the identifier 0, which clients refuse.
 TEST(EchoPanels, WorksWhereNoSegmentWasEverMade) {
     const std::vector<std::string> apart = {"unshare", "--user", "--map-root-user", "--ipc"};
     const auto in_a_namespace = [&](const std::string& command) {

@@ -67,8 +67,8 @@ TEST(Checkdouble, RefusesWhatStodReadsAsZero) {
     EXPECT_EQ(checkdouble("0.5", ','), 0);
 }
 
-/// Takes the bytes of `set` off the front of `text`, `most` of them at most; returns how many there
-/// were.
+/// Takes the bytes of `set` off the front of `text`,
+/// `most` of them at most; returns how many there were.
 std::size_t skip(std::string_view& text, std::string_view set, std::size_t most = 100) {
     std::size_t count = 0;
     while (count < most && count < text.size() && set.find(text[count]) != std::string_view::npos)
@@ -111,8 +111,8 @@ TEST(Checkdouble, AcceptsTheGrammarAndStodReadsTheRestAsZero) {
 }
 
 TEST(Checkdouble, AcceptsExactlyWhatStodDoesNotReadAsZero) {
-    // Without a "0" an accepted text is worth zero only by an exponent of three digits: too long
-    // for this.
+    // An accepted text without a "0" is zero only with
+    // an exponent of three digits: too long for this.
     for_each_text("-+19.E ", 5, [](const std::string& text) {
         ASSERT_EQ(checkdouble(text, '.'), Stod(text, '.') != 0.0) << text;
     });

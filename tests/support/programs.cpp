@@ -14,16 +14,16 @@
 
 namespace {
 
-/// Words read as the system wrote them: without the marks that a locale puts between a number's
-/// digits.
+/// Words read as the system wrote them: without the
+/// marks that a locale puts between a number's digits.
 std::istringstream plain(const std::string& text) {
     std::istringstream words(text);
     words.imbue(std::locale::classic());
     return words;
 }
 
-/// Marks every program that this test process starts, and through the environment all that those
-/// start.
+/// Marks every program that this test process starts,
+/// and through the environment all that those start.
 const std::string& mark() {
     static const std::string text = "QUORIN_TEST_MARK=" + std::to_string(getpid());
     return text;
@@ -175,7 +175,7 @@ leaves_nothing::leaves_nothing()
     : processes_(leftovers::processes()), segments_(leftovers::segments()) {}
 
 leaves_nothing::~leaves_nothing() {
-    // A process that was just told to end is given the time to.
+    // A process that was just asked to end gets the time to do so.
     wait_until(
         [this] {
             return leftovers::processes() == processes_ && leftovers::segments() == segments_;

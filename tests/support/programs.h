@@ -29,8 +29,8 @@ pid_t child_named(pid_t parent, const std::string& name);
 /// the latest when the object goes.
 class program {
 public:
-    /// `command[0]` is a path, or a name on the PATH. `environment` adds NAME=VALUE to the test's
-    /// own.
+    /// `command[0]` is a path, or a name on the PATH.
+    /// `environment` adds NAME=VALUE to the test's own.
     explicit program(const std::vector<std::string>& command,
                      const std::vector<std::string>& environment = {});
     ~program();
@@ -40,8 +40,8 @@ public:
     pid_t id() const { return pid_; }
     bool running();
     void signal(int number) const;
-    /// Waits for its end. The exit status, or 128 + the signal that ended it; nothing when `limit`
-    /// passes first.
+    /// Waits for its end. The exit status, or 128 + the signal
+    /// that ended it; nothing when `limit` passes first.
     std::optional<int> wait(seconds limit = seconds(60));
     std::string out() const;  ///< What it has written on the standard output so far.
     std::string err() const;  ///< What it has written on the standard error stream so far.
@@ -71,8 +71,8 @@ class leftovers {
 public:
     /// Ids of live processes (zombies aside) that descend from a `program` of this test process.
     static std::set<pid_t> processes();
-    /// Identifiers of segments created by a `program` or a descendant, or by the test process
-    /// itself.
+    /// Identifiers of segments created by a `program`
+    /// or a descendant, or by the test process itself.
     static std::set<int> segments();
 };
 

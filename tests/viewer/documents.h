@@ -1,5 +1,5 @@
-// What the tests of the viewer's filters share: documents as lists of lines, and what a filter
-// wrote.
+// What the tests of the viewer's filters share:
+// documents as lists of lines, and what a filter wrote.
 #pragma once
 #include <fstream>
 #include <functional>

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Lines of text, rules and definitions in any order; `text` makes the text of a line from its
-/// index.
+/// Lines of text, rules and definitions in any order;
+/// `text` makes the text of a line from its index.
 template <class Text>
 text_lines random_lines(random_source& source, Text text) {
     text_lines lines(source.number<std::size_t>(0, 500));

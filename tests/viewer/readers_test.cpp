@@ -43,8 +43,8 @@ private:
     temporary_folder folder_;
 };
 
-/// Whether the three pages of text are the table's: cells on the page where they belong, and only
-/// there.
+/// Whether the three pages of text are the table's:
+/// cells on the page where they belong, and only there.
 void expect_table(const std::array<std::string, 3>& pages) {
     const struct {
         std::string text;

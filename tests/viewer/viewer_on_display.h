@@ -1,5 +1,5 @@
-// What the tests of the viewer's window share: its lines, what its browser shows, and a user before
-// it.
+// What the tests of the viewer's window share: its
+// lines, what its browser shows, and a user before it.
 #pragma once
 #include "tests/support/robot.h"
 

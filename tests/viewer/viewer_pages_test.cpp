@@ -15,7 +15,7 @@ TEST(ViewerPages, SeventySevenLinesMakeOnePageAndSeventyEightTwo) {
     lines.push_back("#C 600 ");
     lines.push_back("#P 600 ");
     give(viewer, lines);
-    EXPECT_EQ(label_of(viewer.page_indicator), "page 1 / 2    ") << "a definition behind the 77th";
+    EXPECT_EQ(label_of(viewer.page_indicator), "page 1 / 2    ") << "a definition after the 77th";
     lines = numbered(77);
     give(viewer, lines);
     EXPECT_EQ(label_of(viewer.page_indicator), "page 1 / 1    ");
