@@ -1,4 +1,4 @@
-// The form's 71 children one by one, as a user's drawing of the panel lists them.
+// The form's children one by one, as a user's drawing of the panel lists them.
 #include "panel/quorin_form.h"
 
 #include <type_traits>
@@ -107,6 +107,8 @@ constexpr row rows[] = {
 };
 // clang-format on
 
+constexpr int child_count = static_cast<int>(std::size(rows));
+
 /// A form whose window and object go when the test ends.
 struct one_form {
     std::unique_ptr<quorin_class> form = std::make_unique<quorin_class>();
@@ -129,8 +131,8 @@ TEST(PanelForm, ItsWindowIsTitledSizedAndNotShown) {
 
 TEST(PanelForm, HasTheseChildrenInThisOrder) {
     const one_form form;
-    ASSERT_EQ(form->window->children(), 71);
-    for (int i = 0; i < 71; ++i) {
+    ASSERT_EQ(form->window->children(), child_count);
+    for (int i = 0; i < child_count; ++i) {
         const row& expected = rows[i];
         SCOPED_TRACE(std::to_string(i + 1) + " " + (expected.label ? expected.label : "frame"));
         const Fl_Widget* const child = form->window->child(i);
@@ -149,7 +151,7 @@ TEST(PanelForm, EachKindHasItsBoxTypeAndColours) {
     const one_form form;
     const Fl_Box plain_box(0, 0, 1, 1);
     const Fl_Button plain_button(0, 0, 1, 1);
-    for (int i = 0; i < 71; ++i) {
+    for (int i = 0; i < child_count; ++i) {
         const std::string kind(rows[i].kind);
         SCOPED_TRACE(std::to_string(i + 1) + " " + kind);
         Fl_Widget* const child = form->window->child(i);
@@ -173,20 +175,20 @@ TEST(PanelForm, EachKindHasItsBoxTypeAndColours) {
     }
 }
 
-TEST(PanelForm, KeepsThirteenButtonsAndTwentyTwoIndicatorsByTheirNumbers) {
+TEST(PanelForm, KeepsItsButtonsAndIndicatorsByTheirNumbers) {
     const one_form form;
     std::set<int> seen;
-    for (int i = 0; i < 71; ++i) {
+    for (int i = 0; i < child_count; ++i) {
         const int member = rows[i].member;
         EXPECT_EQ(member != 0, rows[i].kind == "button" || rows[i].kind == "indicator");
         if (!member) continue;
         EXPECT_EQ(form->kept[member - 1], form->window->child(i)) << member;
         seen.insert(member);
     }
-    EXPECT_EQ(seen.size(), 35u);
+    EXPECT_EQ(seen.size(), static_cast<std::size_t>(quorin_form::members));
     EXPECT_EQ(offsetof(quorin_class, window), 0u);
     EXPECT_EQ(offsetof(quorin_class, kept), sizeof(void*));
-    EXPECT_EQ(sizeof(quorin_class), 36 * sizeof(void*));
+    EXPECT_EQ(sizeof(quorin_class), (1 + seen.size()) * sizeof(void*));
 }
 
 using enum quorin_form::shape;
@@ -249,14 +251,14 @@ TEST(PanelForm, ItsFrameReachesBeyondTheWindowAndWidgetsElsewhereStayInside) {
     const Fl_Widget* const frame = form->window->child(0);
     EXPECT_GT(frame->x() + frame->w(), form->window->w());
     EXPECT_LT(frame->y(), 0);
-    for (int i = 1; i < 71; ++i) {
+    for (int i = 1; i < child_count; ++i) {
         EXPECT_LE(form->window->child(i)->x() + form->window->child(i)->w(), 1120);
         EXPECT_LE(form->window->child(i)->y() + form->window->child(i)->h(), 190);
     }
 }
 
 TEST(PanelOutputs, TheTableOfStatesStartsAtZeroAndIsReset) {
-    ASSERT_EQ(std::size(etat_sorties), 13u);
+    ASSERT_EQ(std::size(etat_sorties), quorin_form::count_of(button));
     for (const std::int32_t state : etat_sorties) EXPECT_EQ(state, 0);
     for (std::int32_t& state : etat_sorties) state = -1;
     reset_outputs();

@@ -1,6 +1,8 @@
 // What the tests of the viewer's filters share:
 // documents as lists of lines, and what a filter wrote.
 #pragma once
+#include <gtest/gtest.h>
+
 #include <fstream>
 #include <functional>
 #include <string>
@@ -69,4 +71,18 @@ inline std::vector<std::string> parts_of(const std::string& text, const std::str
     for (std::size_t at; (at = text.find(end, start)) != std::string::npos; start = at + end.size())
         parts.push_back(text.substr(start, at - start));
     return parts;
+}
+
+/// The content of each page of a PDF document.
+inline text_lines streams(const std::string& document) {
+    text_lines all = parts_of(document, "endstream\n");
+    for (std::string& each : all) each.erase(0, each.find("\nstream\n") + 8);
+    return all;
+}
+
+/// A file of the golden folder, which this library did not write: see golden/make.py.
+inline std::string golden(const std::string& name) {
+    const std::string path = QUORIN_GOLDEN "/" + name;
+    EXPECT_TRUE(std::filesystem::exists(path)) << path;
+    return bytes_of(path);
 }

@@ -78,13 +78,6 @@ std::vector<text_lines> marks(const text_lines& pages) {
     return all;
 }
 
-/// The content of each page of a PDF document.
-text_lines streams(const std::string& document) {
-    text_lines all = parts_of(document, "endstream\n");
-    for (std::string& each : all) each.erase(0, each.find("\nstream\n"));
-    return all;
-}
-
 TEST(Laws, PdfPostscriptAndScreenBreakAtTheSameLines) {
     random_source source(3);
     for (int round = 0; round < 60; ++round) {
