@@ -16,9 +16,9 @@ struct added_way {
 /// In the order in which they were added.
 inline std::vector<added_way> added_ways;
 
-/// Adds one way of doing `task`: `work` is called over and over, and its result counts as used. The
-/// first way of a task is the one that the others are compared with; they follow it. Names hold no
-/// "/".
+/// Adds one way of doing `task`: `work` is called over and over, and
+/// its result counts as used. The first way of a task is the one that
+/// the others are compared with; they follow it. Names hold no "/".
 ///
 ///     add_way("int from text", "Stoi", [] { return Stoi("12"); });
 ///     add_way("int from text", "std::stol", [] { return std::stol("12"); });

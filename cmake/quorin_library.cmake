@@ -19,13 +19,16 @@ function(quorin_room target folder)
     endif()
 endfunction()
 
-# quorin_library(NAME SOURCES a.cpp... HEADERS a.h... [LINKS target...] [NEEDS target...])
+# quorin_library(NAME SOURCES a.cpp... HEADERS a.h... [OWN a.h...] [LINKS target...] [NEEDS target...])
 #
 # A library of the project, in the folder that calls: the target quorin_NAME, its alias quorin::NAME, its installed
-# headers and its package component NAME. LINKS are public: whoever links the library gets them too. NEEDS are what only
-# its own sources see.
+# headers and its package component NAME. Headers named as OWN are the folder's own business and are not installed. LINKS
+# are public: whoever links the library gets them too. NEEDS are what only its own sources see.
+#
+# The package and its test read the components and their headers from the global properties QUORIN_COMPONENTS, each after
+# those that it links, QUORIN_LINKS_<name>, QUORIN_HEADERS and QUORIN_OWN_HEADERS, as "folder/header.h".
 function(quorin_library name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;HEADERS;LINKS;NEEDS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;HEADERS;OWN;LINKS;NEEDS")
     set(target quorin_${name})
     add_library(${target} ${arg_SOURCES})
     add_library(quorin::${name} ALIAS ${target})
@@ -39,6 +42,13 @@ function(quorin_library name)
     endforeach()
     target_compile_features(${target} PUBLIC cxx_std_20)
     set_target_properties(${target} PROPERTIES EXPORT_NAME ${name} POSITION_INDEPENDENT_CODE ON)
+    set_property(GLOBAL APPEND PROPERTY QUORIN_COMPONENTS ${name})
+    set_property(GLOBAL PROPERTY QUORIN_LINKS_${name} ${arg_LINKS})
+    list(TRANSFORM arg_OWN PREPEND ${folder}/)
+    set_property(GLOBAL APPEND PROPERTY QUORIN_OWN_HEADERS ${arg_OWN})
+    set(headers ${arg_HEADERS})
+    list(TRANSFORM headers PREPEND ${folder}/)
+    set_property(GLOBAL APPEND PROPERTY QUORIN_HEADERS ${headers})
     install(FILES ${arg_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorin/${folder})
     install(TARGETS ${target} EXPORT quorin_${name}
             ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}

@@ -25,6 +25,10 @@ quorin_room(quorin_test_screen tests)
 target_link_libraries(quorin_test_screen PUBLIC quorin_test_programs ${QUORIN_XTST_LIBRARY} ${QUORIN_X11_LIBRARY}
                       PRIVATE quorin_options)
 
+# For tests that answer the windows of their own program.
+add_library(quorin_test_robot STATIC ${PROJECT_SOURCE_DIR}/tests/support/robot.cpp)
+target_link_libraries(quorin_test_robot PUBLIC quorin_test_screen quorin::fltk PRIVATE quorin_options)
+
 # The comma locales are made here rather than asked of the machine: a bare Debian has none.
 set(QUORIN_COMMA_LOCALES fr_FR.UTF-8 de_DE.UTF-8)
 set(QUORIN_LOCALE_DIR ${PROJECT_BINARY_DIR}/locales)

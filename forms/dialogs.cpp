@@ -11,8 +11,8 @@ namespace {
 
 constexpr const char* author_credit = "Les auteurs de quorin\n\nPanneau de commande du ZK4";
 
-/// A text that the toolkit's dialog shows. The dialog's window stays for the next dialog and keeps
-/// the pointer, which is taken back here: the text may go.
+/// A text that the toolkit's dialog shows. The dialog's window is kept for the next dialog, and
+/// with it the pointer: it is taken back here, before the text goes.
 class shown_text {
 public:
     explicit shown_text(const char* text) : text_(text) {}
@@ -30,8 +30,8 @@ private:
     const char* text_;
 };
 
-/// Asks for a number that printf and scanf write and read as `format` says. The field is filled
-/// with the first 80 bytes of what printf writes.
+/// Asks for a number, printed and read back with `format`. The
+/// field starts with the first 80 bytes of what is printed.
 template <typename number>
 number show_number(const char* label, const char* format, number value) {
     char printed[81];

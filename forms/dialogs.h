@@ -14,11 +14,14 @@
 /// default: Enter), 0 for the first (its `fl_no` text), for Escape and for a closed window. The
 /// second argument is ignored.
 ///
-///     fl_no = "Non"; fl_yes = "Oui";
-///     if (fl_show_Squestion("Vider le tiroir ?")) ...
+///     fl_no = "Non";
+///     fl_yes = "Oui";
+///     const bool empties = fl_show_Squestion("Vider le tiroir ?") == 1;
 int fl_show_Squestion(const std::string& text, int ignored = 0);
 
 /// Shows a message with one button to close it.
+///
+///     fl_show_Smessages("Cycle termin\xC3\xA9 \xC3\xA0 100 %.");
 void fl_show_Smessages(const std::string& text);
 
 /// Shows an alert: a message with the toolkit's "!" icon, and its beep.
@@ -29,12 +32,12 @@ void fl_show_Salert(const std::string& text);
 /// of the program's C locale. Returns `value` itself, every bit of it, when the dialog is cancelled
 /// or when no number starts the reply.
 ///
-///     double speed = fl_show_double("Vitesse (m/s) :", 1.5);
+///     const double speed = fl_show_double("Vitesse (m/s) :", 1.5);
 double fl_show_double(const char* label, double value);
 double fl_show_double(const std::string& label, double value);
 
-/// The same for an integer, with "%d". A number outside the range of int is read as the C library
-/// reads it.
+/// The same for an integer, with "%d". A number outside
+/// the range of int is read as the C library reads it.
 int fl_show_int(const char* label, int value);
 
 /// Asks for a line of text; the field holds `value` at first. Returns the reply, and "" when

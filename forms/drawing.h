@@ -23,11 +23,11 @@ void fl_rectbound(int x, int y, int w, int h, unsigned colour);
 /// Draws one line.
 void fl_line(int x1, int y1, int x2, int y2, unsigned colour);
 
-/// Returns 1 when the point (px, py) lies on the segment from (x1, y1) to (x2, y2), nearer than
-/// `tolerance` to its line and within its span, bounds included; 0 otherwise. The tolerance itself
-/// is too far, so that 0 finds nothing. An oblique segment's span is its bounding box, a horizontal
-/// one's its x, a vertical one's (or a point's) its y. Coordinates no more than 1e-10 apart count
-/// as equal.
+/// Returns 1 when the point (px, py) lies on the segment from (x1, y1) to (x2, y2),
+/// nearer than `tolerance` to its line and within its span, bounds included; 0
+/// otherwise. The tolerance itself is too far, so that 0 finds nothing. An oblique
+/// segment's span is its bounding box, a horizontal one's its x, a vertical one's
+/// (or a point's) its y. Coordinates no more than 1e-10 apart count as equal.
 ///
 ///     point_dans_segment(5, 0.4, 0, 0, 10, 0, 0.5);   // 1
 ///     point_dans_segment(11, 0, 0, 0, 10, 0, 0.5);    // 0: past the end

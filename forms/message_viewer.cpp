@@ -22,8 +22,8 @@ constexpr int character_px = 6;
 constexpr int widest_characters = (32767 - 10) / character_px;  // a window's sides are 16-bit
 constexpr useconds_t poll_pause_us = 1000;
 
-/// The window and what its loop looks at. No widget in it has a callback, so that all of them land
-/// in the toolkit's queue.
+/// The window, and the widgets that its loop looks at. None has a callback, so all of them land in
+/// the toolkit's queue.
 struct message_viewer {
     Fl_Window* window;
     Fl_Multi_Browser* lines;
@@ -62,8 +62,7 @@ void fl_show_Sbigmessages(const std::string& text, int width) {
     const message_viewer viewer = make_viewer(width);
     add_lines(viewer.lines, text);
     viewer.window->show();
-    // Closed by Escape or by the window manager, the window is only hidden: that ends the loop as
-    // "Quit" does.
+    // Escape and the window manager only hide the window: that ends the loop, as "Quit" does.
     while (viewer.window->shown()) {
         Fl::check();
         const Fl_Widget* used = Fl::readqueue();

@@ -1,5 +1,5 @@
-// A text on its way to the toolkit, which takes NUL-terminated arrays: a copy that is released with
-// its scope.
+// A text on its way to the toolkit, which takes NUL-terminated
+// arrays: a copy that is released with its scope.
 //
 // A NUL byte inside the text ends it for the toolkit, and for the toolkit only.
 #pragma once

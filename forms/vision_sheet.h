@@ -13,8 +13,8 @@
 /// nothing and may be copied.
 ///
 ///     OFL_vision_sheet sheet;
-///     sheet.define(x(), y(), w(), h(), FL_BLACK);
-///     sheet.ofl_rectbound(10, 10, 200, 100, FL_YELLOW);
+///     sheet.define(0, 0, 100, 50, FL_BLACK);
+///     sheet.ofl_rectbound(10, 10, 200, 100, FL_YELLOW);  // cut off at 100 and at 50
 class OFL_vision_sheet {
 public:
     int x0 = 0;                               ///< Left edge.
@@ -40,7 +40,7 @@ public:
     /// Filled, then outlined in FL_BLACK.
     void ofl_rectbound(int x, int y, int w, int h, unsigned fill_colour) const;
 
-    /// A circle in the square of side `r` whose top left corner is (x, y), as fl_circf has it:
+    /// A circle in the square of side `r` whose top left corner is (x, y), as for fl_circf:
     /// outlined, filled, or filled and outlined in FL_BLACK.
     void ofl_circ(int x, int y, int r, unsigned line_colour) const;
     void ofl_circf(int x, int y, int r, unsigned fill_colour) const;
@@ -51,8 +51,8 @@ public:
     /// whole circle. No outline; the current colour is FL_BLACK afterwards.
     void ofl_arrowbound(int ax, int ay, int bx, int by, unsigned fill_colour) const;
 
-    /// A line from a to b with two barbs of `barb_px` pixels at b, each `barb_angle` radians off
-    /// the line.
+    /// A line from a to b with two barbs of `barb_px`
+    /// pixels at b, each `barb_angle` radians off the line.
     void ofl_drw_arrow_line(int ax, int ay, int bx, int by, int barb_px, double barb_angle,
                             unsigned line_colour) const;
 
@@ -60,8 +60,8 @@ public:
     /// order: size, font.
     void ofl_drw_text(unsigned align, int x, int y, int w, int h, unsigned text_colour, int size,
                       int font, const char* text) const;
-    /// The same for a string. Note the order: font, size, the other way round than ofl_drw_text and
-    /// fl_drw_String.
+    /// The same for a string. Note the order: font, size,
+    /// the opposite of ofl_drw_text and fl_drw_String.
     void ofl_drw_String(unsigned align, int x, int y, int w, int h, unsigned text_colour, int font,
                         int size, const std::string& text) const;
 };

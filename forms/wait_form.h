@@ -9,7 +9,7 @@
 ///
 ///     {
 ///         OFD_wait_form wait("Impression en cours ...");
-///         print_everything();
+///         sleep(2);  // the task
 ///     }
 class OFD_wait_form {
 public:
@@ -18,18 +18,17 @@ public:
     long unused_first;   ///< 0; kept for the layout of the class.
     long unused_second;  ///< 0; kept for the layout of the class.
 
-    /// Shows `message` in a modal window at the mouse, and processes the pending events once. Waits
-    /// for the server to show the window first, but not beyond half a second: it may be hidden for
-    /// good (another desktop, say). A user who closes the window hides it, and does no more.
+    /// Shows `message` in a modal window at the mouse, and processes the pending events once. First
+    /// waits for the server to show the window, for half a second at most: it may stay hidden (on
+    /// another desktop, say). A user who closes the window only hides it.
     ///
-    /// The message is copied, and the copy stays with the text widget for good, as with
-    /// fl_add_Stext. The window is one of its own whatever group is open; that group is closed, as
-    /// by any new window. A display is needed.
+    /// The message is copied, and the copy is never released, as with
+    /// fl_add_Stext. The window is a top-level one whatever group is being
+    /// filled; that group is closed, as it is by any new window. Needs a display.
     explicit OFD_wait_form(const std::string& message);
     OFD_wait_form(const OFD_wait_form&) = delete;
     OFD_wait_form& operator=(const OFD_wait_form&) = delete;
 
-    /// Deletes the window and its children. Must not run after the window was deleted by other
-    /// hands.
+    /// Deletes the window and its children. Must not run if somebody else has deleted the window.
     ~OFD_wait_form();
 };

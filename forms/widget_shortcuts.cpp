@@ -10,9 +10,9 @@
 
 namespace {
 
-/// A copy of a label for a widget that keeps the pointer. Never released: see fl_add_Stext. The
-/// list is what keeps the copies within reach, so that they are not taken for lost memory once
-/// their widgets are gone.
+/// A copy of a label for a widget that keeps the pointer. Never
+/// released: see fl_add_Stext. The list keeps the copies reachable,
+/// so that they do not count as leaked once their widgets are gone.
 const char* kept_label(const std::string& label) {
     static auto& kept = *new std::vector<std::unique_ptr<char[]>>;
     return kept.emplace_back(Stoa(label)).get();

@@ -6,7 +6,7 @@
 // codes (symbols in labels and drawn texts, formats in browser lines) keep their meaning where a
 // widget shows a text, and "@@" shows one "@"; what a widget stores is unchanged.
 //
-// A widget passed as Fl_Widget* must be of the kind that the function names. It stays its owner's.
+// A widget passed as Fl_Widget* must be of the kind that the function names. The caller keeps it.
 #pragma once
 #include <FL/Fl_Browser.H>
 #include <FL/forms.H>
@@ -21,9 +21,9 @@ void fl_set_Sinput(Fl_Widget* input, const std::string& value);
 /// from the top left of the window. The widget belongs to the group that is open, as every new
 /// widget does; without one, to the caller.
 ///
-/// The copy of the label stays with the widget for good: it is never released, not even when the
-/// widget is deleted or gets another label, so that a pointer read from label() is always good. A
-/// label that often changes is better set with fl_set_object_Slabel.
+/// The copy of the label is never released, not even when the widget is
+/// deleted or gets another label, so a pointer read from label() always
+/// stays valid. Use fl_set_object_Slabel for a label that changes often.
 ///
 ///     Fl_FormsText* title = fl_add_Stext(FL_UP_BOX, 10, 10, 200, 30, "Etat du poste");
 Fl_FormsText* fl_add_Stext(Fl_Boxtype box, int x, int y, int w, int h, const std::string& label);
@@ -36,19 +36,21 @@ void fl_add_browser_Sline(Fl_Widget* browser, const std::string& line);
 /// exist changes nothing. The browser keeps a copy of its own.
 void fl_replace_browser_Sline(Fl_Widget* browser, int line, const std::string& text);
 
-/// Appends the line unless the browser already has one of the same bytes. Returns 1 when appended,
-/// 0 when already there. Case counts, and so do blanks. Looks at every line: made for lists of tens
-/// or hundreds.
+/// Appends the line unless the browser already has one of the same
+/// bytes. Returns 1 when appended, 0 when already there. Case and blanks
+/// count. Looks at every line: meant for lists of tens or hundreds.
 ///
-///     fl_add_browser_Sline_if_new(names, "te");  // 1
-///     fl_add_browser_Sline_if_new(names, "te");  // 0, and "te" is there once
+///     Fl_Browser names(0, 0, 100, 100);
+///     fl_add_browser_Sline_if_new(&names, "te");  // 1
+///     fl_add_browser_Sline_if_new(&names, "te");  // 0: it is there once
 int fl_add_browser_Sline_if_new(Fl_Browser* browser, const std::string& line);
 
 /// Sets the label of any widget to `label`, or to its first `n` bytes when 0 <= n < its length. The
 /// widget owns the copy, and releases it with its next label or with itself.
 ///
-///     fl_set_object_Slabel(box, "tiroir", 3);  // "tir"
-///     fl_set_object_Slabel(box, "tiroir");     // "tiroir"
+///     Fl_Browser names(0, 0, 100, 100);
+///     fl_set_object_Slabel(&names, "tiroir", 3);
+///     names.label();  // "tir"
 void fl_set_object_Slabel(Fl_Widget* widget, const std::string& label, int n = -1);
 
 /// Draws a text in a box, in pixels of the window being drawn: sets the font `font` at `size`, then

@@ -1,5 +1,5 @@
-// quorin: the manual control panel of the ZK4 station, started by a simulator on its shared I/O
-// segment.
+// quorin: the manual control panel of the ZK4 station,
+// started by a simulator on its shared I/O segment.
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -9,7 +9,7 @@
 
 namespace {
 
-// The form of call that it shows, with a machine and a socket, is not one that the program accepts.
+// The call that it shows, with a machine and a socket, is not one that the program accepts.
 constexpr char help[] =
     "\n"
     "        quorin: controle quorin du ZK4\n"

@@ -19,21 +19,20 @@ void reset_outputs() { std::ranges::fill(etat_sorties, 0); }
 namespace {
 
 // In the order in which they are shown.
-constexpr const char* shown_inputs[] = {
-    "b1e", "b1s", "b2e",  "b2s",  "b3e",  "b3s",  "te",   "ts",    "vh", "vb", "ph",
-    "pb",  "pp",  "p1ok", "p2ok", "p3ok", "init", "vide", "colle", "dc", "ac", "atu"};
+constexpr auto shown_inputs = quorin_form::join(
+    quorin_form::shape::indicator,
+    {"b1e", "b1s", "b2e",  "b2s",  "b3e",  "b3s",  "te",   "ts",    "vh", "vb", "ph",
+     "pb",  "pp",  "p1ok", "p2ok", "p3ok", "init", "vide", "colle", "dc", "ac", "atu"});
 
 // In the order in which they are written.
-constexpr const char* driven_outputs[] = {"DEPOSE", "MTA",  "MT",   "ASPI", "RENT", "SORT", "DESV",
-                                          "MONV",   "DESP", "MONP", "BZ1",  "BZ2",  "BZ3"};
-
-static_assert(std::size(shown_inputs) == 22);
-static_assert(std::size(driven_outputs) == std::size(etat_sorties));
+constexpr auto driven_outputs = quorin_form::join(
+    quorin_form::shape::button, {"DEPOSE", "MTA", "MT", "ASPI", "RENT", "SORT", "DESV", "MONV",
+                                 "DESP", "MONP", "BZ1", "BZ2", "BZ3"});
+static_assert(driven_outputs.size() == std::size(etat_sorties));
 
 constexpr useconds_t pass_pause_us = 100'000;
 
-// ISO-8859-1, as simulators and users of the panel have always had it: the cedilla is the single
-// byte E7.
+// In ISO-8859-1, as the panel has always said it: the c with a cedilla is the single byte E7.
 constexpr char session_over[] = "terminaison re\xE7ue ...";
 
 quorin_class* show_form(int argc, char** argv) {
@@ -44,19 +43,19 @@ quorin_class* show_form(int argc, char** argv) {
 }
 
 void show_inputs(quorin_class& form, IOsharemem_client& client) {
-    for (const char* const name : shown_inputs) {
+    for (const auto& [name, place] : shown_inputs) {
         const Fl_Color colour = client.input_is_set(name) == 1 ? FL_RED : FL_BLUE;
-        fl_set_object_color(form.kept[quorin_place(name)], colour, FL_BLACK);
+        fl_set_object_color(form.kept[place], colour, FL_BLACK);
     }
-    client.input_is_set("timer10_term");  // Read with the others, though no indicator shows it.
+    // Read with the others, though no indicator shows it.
+    client.input_is_set("timer10_term");
     Fl::redraw();
 }
 
 /// Writes every output as its button stands, without raising the outputs clock.
 void write_outputs(const quorin_class& form, IOsharemem_client& client) {
-    for (const char* const name : driven_outputs) {
-        client.setreset_output(name, fl_get_button(form.kept[quorin_place(name)]) ? 1 : 0);
-    }
+    for (const auto& [name, place] : driven_outputs)
+        client.setreset_output(name, fl_get_button(form.kept[place]) ? 1 : 0);
 }
 
 }  // namespace

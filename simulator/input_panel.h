@@ -2,12 +2,12 @@
 //
 // Two columns of check boxes list the inputs: "Signal", the values to send, and "Sticky", the
 // signals that keep their value once sent. "GO" sends, "INIT" clears every signal, "QUIT" asks to
-// stop. The panel has no callback: its caller polls it with `check` or `eval`, on the GUI thread,
-// and each pass takes one widget from the forms layer's queue, so that a program that reads the
-// queue elsewhere competes with it.
+// stop. The panel has no callback: its caller polls it with `check` or `eval`, on the GUI thread.
+// Each pass takes one widget from the forms layer's queue: a program that also reads the queue
+// elsewhere competes with it.
 //
-// All sizes are pixels. A height of at least 120 leaves room for a box; smaller or negative ones
-// give an odd picture.
+// All sizes are pixels. A height of 120 or more leaves room for a box; a smaller or negative one is
+// accepted and looks odd.
 #pragma once
 
 #include <cstdint>
@@ -33,10 +33,10 @@ public:
     std::list<std::string> names;      ///< The inputs, in the order added.
     std::int32_t count = 0;            ///< How many inputs there are.
 
-    /// Builds the panel in a window of its own, 400 by `height`, and shows it under the mouse with
-    /// the title "Inputs Pannel". No group is being filled afterwards. The window is transient,
-    /// hence modal: a program that shows two panels at once puts them in one parent. Needs a
-    /// display.
+    /// Builds the panel in a window of its own, 400 by `height`, and shows it
+    /// under the mouse with the title "Inputs Pannel". No group is being
+    /// filled afterwards. The window is transient, hence modal: a program that
+    /// shows two panels at once puts them in one parent. Needs a display.
     explicit OFD_simulator_input(int height);
 
     /// Builds the same widgets `x` pixels further right in `parent`, which must be the group being
@@ -52,7 +52,7 @@ public:
     OFD_simulator_input(const OFD_simulator_input&) = delete;
     OFD_simulator_input& operator=(const OFD_simulator_input&) = delete;
 
-    /// Hides `window`, the caller's own parent included, unless it is already deleted. Deletes no
+    /// Hides `window`, even if it is the caller's parent, unless it is already deleted. Deletes no
     /// widget: they belong to the window, which belongs to the caller.
     ~OFD_simulator_input();
 
@@ -68,16 +68,20 @@ public:
     /// | INIT | 1 | 0 | untouched | all cleared, the sticky ones too |
     /// | QUIT | see below | 1 | untouched | untouched |
     ///
-    /// "QUIT" does not write `*init`, but every earlier pass of the same call wrote 0 there. Other
-    /// widgets taken from the queue are dropped. Closing the window presses nothing: a caller that
-    /// lets the user close it gives the window a callback that runs `quit_button->do_callback()`.
+    /// "QUIT" does not write `*init`, but every earlier pass of the same call
+    /// wrote 0 there. Other widgets taken from the queue are dropped. Closing
+    /// the window presses nothing: a caller who lets the user close it should
+    /// give the window a callback that runs `quit_button->do_callback()`.
     ///
+    ///     OFD_simulator_input panel(220);
+    ///     panel.add("te");
+    ///     int init = 0, quit = 0, values[1] = {};
     ///     panel.check(&init, &quit, values);
-    ///     if (!quit && !init) send(values);
+    ///     if (!quit && !init) std::cout << "te=" << values[0] << '\n';
     void check(int* init, int* quit, int* values);
 
-    /// One pass that does not wait, but for a millisecond. When the widget it takes is "QUIT", sets
-    /// `*quit` to 1 and shows nothing; otherwise sets `*quit` to 0 and checks signal box i when
+    /// One pass, which takes a millisecond. When the widget that it takes is "QUIT", sets `*quit`
+    /// to 1 and shows nothing; otherwise sets `*quit` to 0 and checks signal box i when
     /// `values[i - 1]` is not 0, unchecks it when it is. `values` holds at least `count` entries.
     void eval(int* quit, int* values);
 

@@ -27,14 +27,14 @@ constexpr layout parent_layout = {150, 70, "-", 17, FL_RED};
 // clang-format on
 
 constexpr int own_width = 240;
-constexpr std::int32_t value_not_told = 2;
+constexpr std::int32_t value_not_given = 2;
 
 Fl_Color lamp_colour(std::int32_t value) {
     return value == 0 ? FL_YELLOW : value == 1 ? FL_BLUE : FL_RED;
 }
 
-/// The rows that fit in a height, at most those that the lamp table holds; 0 or less for a low
-/// panel.
+/// The rows that fit in a height, at most as many as
+/// the lamp table holds; 0 or less for a low panel.
 int rows_in(int height) {
     const std::int64_t fitting = (std::int64_t{height} - 85) / 16;
     return static_cast<int>(std::min<std::int64_t>(fitting, OFD_simulator_output::lamp_room));
@@ -92,8 +92,8 @@ void refill_rows(OFD_simulator_output& panel) {
     }
 }
 
-/// Takes the paging buttons that are still in the window from a panel that goes away, unless the
-/// caller has given them other user data.
+/// Detaches the paging buttons that are still in the window from a panel that is going away, unless
+/// the caller has given them other user data.
 void forget_panel(const Fl_Group& window, const OFD_simulator_output& panel) {
     for (Fl_Button* button : {panel.plus_button, panel.minus_button}) {
         const bool lives = window.find(button) < window.children();
@@ -134,7 +134,7 @@ void OFD_simulator_output::add(const std::string& name) {
     std::copy_n(name_array, count, longer_names);
     std::copy_n(value_array, count, longer_values);
     longer_names[count] = name;  // before the old array goes: `name` may stand in it
-    longer_values[count] = value_not_told;
+    longer_values[count] = value_not_given;
     if (count > 0) {
         delete[] name_array;
         delete[] value_array;

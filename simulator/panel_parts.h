@@ -1,5 +1,5 @@
-// What the two simulator panels share: their own window, their small buttons, their captions.
-// Pixels everywhere.
+// What the two simulator panels share: their own window,
+// their small buttons, their captions. Pixels everywhere.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@ class Fl_Window;
 
 namespace panel_parts {
 
-/// `a + b`, wrapping: a caller's extreme offset or height gives an odd place, never an overflow.
+/// `a + b`, wrapping: an extreme offset or height gives an odd place, never an overflow.
 constexpr int shifted(int a, int b) {
     return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
 }

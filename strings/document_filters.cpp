@@ -11,7 +11,7 @@ struct substitution {
     const char* replacement;
 };
 
-// In this order: the apostrophe goes first, for every escape holds one.
+// In this order: the apostrophe comes first, as every escape contains one.
 constexpr substitution rtf_escapes[] = {
     {"'", "\\'91"},             // apostrophe: code 91, the left quotation mark
     {"\xE2\x80\x99", "\\'27"},  // right single quotation mark: code 27, the apostrophe

@@ -1,7 +1,7 @@
 // Lines of UTF-8 text made ready for an RTF or a LaTeX document.
 //
-// Both are fixed substitutions: what their tables do not name is copied byte for byte, malformed
-// UTF-8 included.
+// Both are fixed substitutions: what their tables do not
+// name is copied byte for byte, malformed UTF-8 included.
 #pragma once
 #include <string>
 
@@ -11,9 +11,9 @@
 /// grave becomes "\'eO" with a capital letter O, and "#" becomes "'23" without a backslash.
 ///
 ///     rtf_String_filter("l'\xC3\xA9t\xC3\xA9");  // R"(l\'91\'e9t\'e9)"
-std::string rtf_String_filter(const std::string& text);
+[[nodiscard]] std::string rtf_String_filter(const std::string& text);
 
 /// `text` with a backslash before each "_"; nothing else is escaped.
 ///
 ///     latex_String_filter("a_b");  // R"(a\_b)"
-std::string latex_String_filter(const std::string& text);
+[[nodiscard]] std::string latex_String_filter(const std::string& text);

@@ -22,8 +22,8 @@ enum class state {
 };
 constexpr std::size_t state_count = 10;
 
-// A byte may be of several kinds: a caller may take "5" or "E" for separator. The first row that
-// fits wins.
+// A byte may be of several kinds, since a caller may choose
+// "5" or "E" as separator. The first row that matches wins.
 using kinds = unsigned;
 constexpr kinds is_blank = 1, is_minus = 2, is_plus = 4, is_zero = 8, is_nonzero = 16, is_e = 32,
                 is_separator = 64, is_any = 128;

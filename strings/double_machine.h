@@ -6,8 +6,8 @@
 
 namespace double_machine {
 
-/// The pieces of a text such as "-3,25E+2". They are 32-bit integers that wrap when the text has
-/// more digits.
+/// The pieces of a text such as "-3,25E+2". They are 32-bit
+/// integers that wrap when the text has more digits.
 struct reading {
     bool accepted = false;  ///< The last byte left the machine on an accepting step.
     std::int32_t sign = 1;
@@ -18,8 +18,8 @@ struct reading {
     std::int32_t exponent_sign = 1;
 };
 
-/// Runs the machine over every byte of `text`; `separator` stands between the whole part and the
-/// fraction.
-reading read(std::string_view text, char separator);
+/// Runs the machine over every byte of `text`; `separator`
+/// stands between the whole part and the fraction.
+[[nodiscard]] reading read(std::string_view text, char separator);
 
 }  // namespace double_machine

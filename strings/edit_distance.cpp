@@ -16,18 +16,18 @@ using distance_row = std::array<std::int32_t, table_side>;
 using distance_table = std::array<distance_row, table_side>;
 
 /// The calling thread's table, reserved at its first call. Not a plain thread_local array: its 4 MB
-/// would come off the stack of every thread of the program, whether it calls or not.
+/// would be taken from the stack of every thread of the program, whether it calls or not.
 distance_table& own_table() {
     thread_local const auto table = std::make_unique<distance_table>();
     return *table;
 }
 
-/// Fills columns 1 to the length of `b` from `above`, the row of one byte of `a` less.
+/// Fills columns 1 to the length of `b` from `above`, the row for one byte less of `a`.
 void fill_row(distance_row& row, const distance_row& above, char byte_of_a, const std::string& b) {
     std::int32_t left = row[0];
     for (std::size_t j = 1; j <= b.size(); ++j) {
         const std::int32_t replaced = above[j - 1] + (byte_of_a == b[j - 1] ? 0 : 1);
-        // What does not wait for `left` comes first: the processor works ahead on it.
+        // What does not depend on `left` comes first, so that the processor can work ahead.
         left = std::min(left + 1, std::min(above[j] + 1, replaced));
         row[j] = left;
     }

@@ -1,4 +1,4 @@
-// How far apart two short texts are.
+// The edit distance of two short texts.
 #pragma once
 #include <string>
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Takes the first component off the front of `path`, with the "/" behind it.
+/// Takes the first component off the front of `path`, with the "/" that ends it.
 std::string_view next_component(std::string_view& path) {
     const std::size_t separator = path.find('/');
     const std::string_view component = path.substr(0, separator);
@@ -35,7 +35,8 @@ std::string climb_out_of(std::string_view path) {
     return climb + "..";
 }
 
-/// The way to `target`, given what is left of it and of the directory that one stands in.
+/// The way to `target`, given what is left of it and of
+/// the starting directory after their common components.
 std::string way(const std::string& target, std::string_view rest_of_target,
                 std::string_view rest_of_directory) {
     if (rest_of_target == target && !target.starts_with('/')) return target;

@@ -27,17 +27,17 @@ std::string supress_filename_extension(const std::string& path);
 /// The working directory, without a "/" at its end: the environment's PWD when that names it, else
 /// its resolved path. "" when the system cannot tell.
 ///
-///     my_current_directory();  // "/home/a"
+///     const std::string here = my_current_directory();  // such as "/home/a"
 std::string my_current_directory();
 
-/// The path that leads from the directory `base`, or the current one when `base` is empty, to
-/// `target`: "." when they are the same, also when they differ only by "/"s without a name behind
-/// them. A relative target that shares no first component with the base, and so the empty target
-/// too, comes back unchanged.
+/// The path that leads from the directory `base`, or the current one when `base`
+/// is empty, to `target`: "." when they are the same, also when they differ only
+/// by "/"s that no name follows. A relative target that shares no first
+/// component with the base, and so the empty target too, comes back unchanged.
 ///
-/// Writes a trace on the standard error stream: "demarrage ", the target, "|" and the base;
-/// "intermediaire: " and what is left of each behind their common components (not when they are the
-/// same); "--> " and the result.
+/// Prints a trace on the standard error stream: "demarrage ", the target, "|" and the base;
+/// "intermediaire: " and what is left of each after their common components (omitted when they are
+/// the same); "--> " and the result.
 ///
 ///     relative_directory_path("/home/a/x/y", "/home/a/z");  // "../x/y"
 std::string relative_directory_path(const std::string& target, const std::string& base);

@@ -35,7 +35,7 @@ struct byte_range {
 constexpr byte_range iso_8859_1_letters[] = {{0x41, 0x5A}, {0x61, 0x7A}, {0xB5, 0xB5}, {0xC0, 0xD6},
                                              {0xD9, 0xF6}, {0xF9, 0xFD}, {0xFF, 0xFF}};
 
-/// Whether `text`, after a first byte that the caller has judged, goes on and ends as a name does.
+/// Whether the rest of `text`, after a first byte that the caller has checked, is that of a name.
 bool ends_as_name(std::string_view text) {
     return is_letter_or_digit(text.back()) && std::ranges::all_of(text.substr(1), is_name_byte);
 }

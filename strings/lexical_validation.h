@@ -1,8 +1,8 @@
 // Has a text the form that a parser of number_parsing.h expects, or that of a name?
 //
-// Every function answers 1 for yes and 0 for no, looks at bytes only (ISO-8859-1), trims nothing,
-// and reads no locale. The empty text passes checkhex and checkbin and no other: callers rely on
-// it.
+// Every function answers 1 for yes and 0 for no, looks at bytes only
+// (ISO-8859-1), trims nothing, and reads no locale. The empty text
+// passes checkhex and checkbin and no other: callers rely on it.
 #pragma once
 #include <string>
 
@@ -27,7 +27,7 @@ int checkdouble(const std::string& text, char separator);
 ///     checkhex("0fF");  // 1
 int checkhex(const std::string& text);
 
-/// Hexadecimal digits, possibly none, then a lower-case "h".
+/// Any number of hexadecimal digits, even none, then a lower-case "h".
 ///
 ///     checkhexintel("0FFh");  // 1
 ///     checkhexintel("0FFH");  // 0
@@ -50,8 +50,8 @@ int check_ISO_8859_1_alphabetical_letter(char character);
 ///     checkvarname("x_1");  // 1
 int checkvarname(const std::string& text);
 
-/// A name as for checkvarname, that may begin with "_" too. "_" alone, which is also the last byte,
-/// is refused.
+/// A name as for checkvarname, that may begin with "_" too.
+/// "_" alone, which is also the last byte, is refused.
 ///
 ///     checkvarname_with_pre_underscore("_x");  // 1
 int checkvarname_with_pre_underscore(const std::string& text);

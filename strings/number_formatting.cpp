@@ -14,8 +14,7 @@ namespace {
 constexpr int max_exact_precision = 18;  // 10 to the 18 still fits 63 bits, 1 before it included
 constexpr double two_to_the_63 = 9223372036854775808.0;
 
-/// `value` truncated toward zero; the lowest integer where it does not fit, as the processor
-/// answers.
+/// `value` truncated toward zero; the lowest integer when it does not fit, as the processor has it.
 std::int64_t truncate(double value) {
     if (!(value > -two_to_the_63 && value < two_to_the_63))
         return std::numeric_limits<std::int64_t>::min();
@@ -29,7 +28,7 @@ std::int64_t power_of_ten(int precision) {
     return static_cast<std::int64_t>(power);
 }
 
-/// A magnitude that no 64-bit integer holds: it has no fraction.
+/// The text of a magnitude that no 64-bit integer holds, and which so has no fraction.
 std::string huge_text(double magnitude, int precision) {
     char digits[std::numeric_limits<double>::max_exponent10 + 2];
     const auto written =

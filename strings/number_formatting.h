@@ -41,27 +41,27 @@ std::string bin8toS(int value);
 ///     hex1toS(10);  // "a"
 std::string hex1toS(int value);
 
-/// The last 2 hexadecimal digits of `value`, each as by hex1toS.
+/// The last 2 hexadecimal digits of `value`, each written as hex1toS writes it.
 ///
 ///     hex2toS(255);  // "ff"
 ///     hex2toS(-1);   // "//"
 std::string hex2toS(int value);
 
-/// The last 4 hexadecimal digits of `value`, each as by hex1toS.
+/// The last 4 hexadecimal digits of `value`, each written as hex1toS writes it.
 ///
 ///     hex4toS(4660);  // "1234"
 std::string hex4toS(int value);
 
-/// The last 8 hexadecimal digits of `value`, each as by hex1toS. Its two halves are written apart
-/// as `int`: the low half of a value whose bit 31 is set is negative, and so written with the
-/// characters below "0".
+/// The last 8 hexadecimal digits of `value`, each written as hex1toS writes it. Its two halves are
+/// written separately, each as an `int`: the low half of a value whose bit 31 is set is negative,
+/// and its digits then come out as the characters below "0".
 ///
 ///     hex8toS(305419896);  // "12345678"
 std::string hex8toS(long value);
 
 /// `value` in fixed point: sign, whole part, ".", then exactly `precision` digits (none when it is
-/// 0 or less: "3."). The fraction is rounded by itself, never into the whole part: `dtoS(0.999, 2)`
-/// is "0.00", and a remainder of exactly half a unit is dropped. -0.0 has no sign.
+/// 0 or less: "3."). The fraction is rounded on its own and never carries into the whole part:
+/// `dtoS(0.999, 2)` is "0.00", and a remainder of exactly half a unit is dropped. -0.0 has no sign.
 ///
 /// Magnitudes of 2 to the 63 and more are written exactly, then "." and at most 18 zeros;
 /// infinities and NaN are "inf", "-inf" and "nan". A precision above 18 overflows the 64-bit scale

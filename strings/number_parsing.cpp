@@ -17,8 +17,8 @@ static_assert(sizeof(int) == 4 && sizeof(long) == 8);
 static_assert(std::numeric_limits<double>::is_iec559,
               "Stod divides by a divisor that may wrap to 0");
 
-/// What `byte` is worth as a digit: 0 to 9 for "0" to "9", something odd for the rest. Ready for
-/// wrapping arithmetic.
+/// The value of `byte` as a digit: 0 to 9 for "0" to "9", something odd for the rest. Unsigned, so
+/// that arithmetic on it wraps.
 template <class Unsigned>
 Unsigned digit_value(char byte) {
     return static_cast<Unsigned>(static_cast<signed char>(byte) - '0');

@@ -11,8 +11,9 @@
 /// A new array of `text.size() + 1` chars: the bytes of `text`, embedded NULs included, then a NUL.
 /// The caller releases it with `delete[]`.
 ///
-///     char* label = Stoa("te");  // {'t', 'e', '\0'}
-char* Stoa(const std::string& text);
+///     const std::unique_ptr<char[]> label(Stoa("te"));
+///     label.get();  // "te"
+[[nodiscard]] char* Stoa(const std::string& text);
 
 /// The 32-bit integer that `text` writes in decimal, "-" first when negative; 0 for "" and "-".
 /// Nothing is skipped: any other byte is the digit worth `byte - 48`, so `Stoi("+5")` is -45 and
@@ -80,5 +81,5 @@ long Stoloruhex(const std::string& marker, const std::string& text);
 /// line on the standard error stream. Mind the order of the arguments, the opposite of Stoloruhex.
 ///
 ///     Stohex("1Fh", "h");  // 31
-///     Stohex("20", "h");   // 20, and "Decimal Conversion 20" on the standard error stream
+///     Stohex("20", "h");   // 20: and "Decimal Conversion 20" on the standard error stream
 long Stohex(const std::string& text, const std::string& marker);

@@ -7,8 +7,8 @@
 
 namespace {
 
-/// Returns what stands in `text` before the separator at `position`, and leaves in `after` what
-/// follows it. At `npos`: the whole text, and nothing. `after` may be `text` itself.
+/// Returns the part of `text` before the separator at `position`, and leaves in `after` the part
+/// that follows it. `npos` gives the whole text, and leaves nothing. `after` may be `text` itself.
 std::string cut(const std::string& text, std::size_t position, std::string& after) {
     std::string before = text.substr(0, position);
     if (position == std::string::npos)
@@ -24,7 +24,7 @@ bool is_number_byte(char byte) { return is_digit(byte) || byte == '.'; }
 
 bool is_word_byte(char byte) { return est_lc(byte) != 0; }
 
-/// The bytes that carry on a word for contains_token: not quite those of est_lc.
+/// The bytes that continue a word for contains_token: not quite those of est_lc.
 bool continues_word(char byte) {
     constexpr std::string_view accented = "\xE0\xE2\xE7\xE8\xE9\xEA\xF4\x8C";
     return is_digit(byte) || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
@@ -42,8 +42,8 @@ std::size_t token_end(std::string_view text, std::size_t start, char separator) 
     return end;
 }
 
-/// Whether the occurrence from `start` to `end` stands alone, in a text that is looked at from
-/// `scanned` on.
+/// Whether the occurrence from `start` to `end` stands
+/// alone. The text before `scanned` plays no part in it.
 bool is_whole_token(std::string_view text, std::size_t scanned, std::size_t start,
                     std::size_t end) {
     if (start > scanned && is_word_byte(text[start - 1])) return false;

@@ -1,5 +1,5 @@
-// Records and tokens: cutting a line at separators, taking words off its front, replacing whole
-// words.
+// Records and tokens: cutting a line at separators,
+// taking words off its front, replacing whole words.
 //
 // A text is bytes: nothing is decoded, and positions are byte offsets from 0. No function throws
 // (memory exhaustion aside), keeps state between calls or reads the locale. What a call leaves over
@@ -12,7 +12,8 @@
 /// side. `rest` may be the same object as `text`.
 ///
 ///     std::string line = "te;1";
-///     next_record(line, ';', line);  // "te", and line is now "1"
+///     next_record(line, ';', line);  // "te"
+///     line;                          // "1"
 std::string next_record(const std::string& text, char separator, std::string& rest);
 
 /// Cuts `text` at the first byte that is one of `separators`, a NUL-terminated set, and stores that
@@ -21,16 +22,19 @@ std::string next_record(const std::string& text, char separator, std::string& re
 ///
 ///     std::string rest;
 ///     char found;
-///     next_record("ab,cd", ",;", rest, found);  // "ab"; rest is "cd", found is ','
+///     next_record("ab,cd", ",;", rest, found);  // "ab"
+///     rest;                                     // "cd"
+///     found;                                    // ','
 std::string next_record(const std::string& text, const char* separators, std::string& rest,
                         char& found);
 
-/// Cuts `text` at its last `separator`: returns the bytes before it, leaves those after it in
-/// `last`. Without one, returns the whole text and empties `last`. `last` may be the same object as
-/// `text`.
+/// Cuts `text` at its last `separator`: returns the bytes before it,
+/// leaves those after it in `last`. Without one, returns the whole
+/// text and empties `last`. `last` may be the same object as `text`.
 ///
 ///     std::string last;
-///     last_record("a/b/c", '/', last);  // "a/b", and last is "c"
+///     last_record("a/b/c", '/', last);  // "a/b"
+///     last;                             // "c"
 std::string last_record(const std::string& text, char separator, std::string& last);
 
 /// Takes one token off the front of `text`, after any `separator`s, and leaves what follows it in
@@ -40,7 +44,8 @@ std::string last_record(const std::string& text, char separator, std::string& la
 /// itself; it may not be null.
 ///
 ///     std::string line = "  abc def";
-///     next_Stringtoken(line, ' ', &line);  // "abc", and line is now " def"
+///     next_Stringtoken(line, ' ', &line);  // "abc"
+///     line;                                // " def"
 std::string next_Stringtoken(const std::string& text, char separator, std::string* rest);
 
 /// 1 when the first `token` in `text` is not followed by a letter or digit, else 0 (also when there
@@ -52,10 +57,11 @@ std::string next_Stringtoken(const std::string& text, char separator, std::strin
 ///     contains_token("abcd", "bc");  // 0
 int contains_token(const std::string& text, const std::string& token);
 
-/// `text` with `replacement` for each `token` that has no word byte (est_lc) on either side. An
-/// occurrence just behind another is judged by its right side alone: "abab" becomes "ab" and the
-/// replacement of "ab". The replacement is not searched again. An empty token changes nothing.
+/// `text` with `replacement` for each `token` that has no word byte (est_lc)
+/// on either side. An occurrence that directly follows another is judged by
+/// its right side alone: "abab" becomes "ab" and the replacement of "ab".
+/// The replacement is not searched again. An empty token changes nothing.
 ///
 ///     substitute_token("x = x1 + x", "x", "y");  // "y = x1 + y"
-std::string substitute_token(const std::string& text, const std::string& token,
-                             const std::string& replacement);
+[[nodiscard]] std::string substitute_token(const std::string& text, const std::string& token,
+                                           const std::string& replacement);

@@ -1,4 +1,4 @@
-// Is it there, where, and how often: plain byte searches.
+// Plain byte searches: is it there, where, and how often?
 //
 // Bytes are compared exactly; nothing is decoded, and no function throws or reads the locale.
 #pragma once
@@ -14,8 +14,8 @@ int est_lc(char character);
 ///     contains("abc", "bc");  // 1
 int contains(const std::string& text, const std::string& pattern);
 
-/// The offset of the first `pattern` in `text`, -1 when there is none. An empty pattern is found at
-/// 0.
+/// The offset of the first `pattern` in `text`, -1
+/// when there is none. An empty pattern is found at 0.
 ///
 ///     find("abcabc", "c");  // 2
 int find(const std::string& text, const std::string& pattern);

@@ -10,10 +10,10 @@ namespace {
 // FLTK's browser: fixed-pitch font, size 14. The space ends the format and is shown.
 constexpr std::string_view fixed_pitch = "@f@S14 ";
 
-// A definition of ten digits may stand in any text file. It must not take the memory with it.
+// Any text file may hold a definition of ten digits. It must not use up the memory.
 constexpr std::int64_t longest_filled_line = 1'000'000;
 
-/// Appends `length` times `filler`, as far as a line may be filled. None for a negative length.
+/// Appends `filler` `length` times, as far as a line may be filled; never for a negative length.
 void fill(std::string& line, std::int64_t length, char filler) {
     const std::int64_t room = longest_filled_line - static_cast<std::int64_t>(line.size());
     length = std::min(length, room);

@@ -1,6 +1,6 @@
 // The screen filter of the paged viewer: the lines of one page, laid out for an FLTK browser.
 //
-// The markup of the lines is told in line_markup.h. The filter keeps a pointer to the caller's
+// The markup of the lines is described in line_markup.h. The filter keeps a pointer to the caller's
 // lines and copies none of them: they must outlive it.
 #pragma once
 #include <string>

@@ -23,7 +23,8 @@ line_type type_of(std::string_view line) {
 }
 
 int page_end(const std::string* lines, int count, int first) {
-    int counted = first;  // counts on from the line's index, from which the limit is told too
+    // Counted from the index of the first line, as the limit is.
+    int counted = first;
     for (int index = first; index < count; ++index) {
         if (takes_room(type_of(lines[index]))) ++counted;
         if (counted - first == lines_per_page) return index + 1;

@@ -2,10 +2,10 @@
 // the columns are laid out. The filters of the screen, of PDF, PostScript and plain text all read
 // their lines through it.
 //
-//     #C T20 T5 T     opens a block of two columns, 20 and 5 characters wide, with three rules
-//     #P T20 T5 T     the same; in print, the line after it also goes to the top of the page
-//     #T              a horizontal rule as wide as the columns
-//     bolts#144       any other line is text: cells, cut at each "#"
+//  | #C T20 T5 T   opens a block of two columns, 20 and 5 characters wide, with three rules
+//  | #P T20 T5 T   the same; in print, the line after it also goes to the top of the page
+//  | #T            a horizontal rule as wide as the columns
+//  | bolts#144     any other line is text: cells, cut at each "#"
 //
 // A line is bytes: nothing is decoded. No function throws (memory exhaustion aside), keeps state
 // between calls or reads the locale.
@@ -20,45 +20,51 @@ namespace line_markup {
 /// What a filter's `typeligne` answers.
 enum line_type : int { text_line = 0, columns_line = 1, top_columns_line = 2, rule_line = 3 };
 
-/// The type of `line`, told by its first two bytes alone. A line of fewer bytes is text, and so is
+/// The type of `line`, which its first two bytes alone decide. A shorter line is text, and so is
 /// "#" before any other byte than C, P and T.
 ///
-///     type_of("#T");  // rule_line
-///     type_of("#t");  // text_line
-line_type type_of(std::string_view line);
+///     line_markup::type_of("#T");  // line_markup::rule_line
+///     line_markup::type_of("#t");  // line_markup::text_line
+[[nodiscard]] line_type type_of(std::string_view line);
 
 /// How many lines a page holds. Column definitions are not counted: they take no room, and stay on
 /// the page where they fall.
 inline constexpr int lines_per_page = 77;
 
-/// The index just after the last line of the page that starts at line `first`: where the next page
-/// starts, or `count` on the last page. A page ends with its 77th counted line, so a definition
-/// behind that one goes to the next page. No line, or a `first` at the end or behind, gives
-/// `count`. `lines` is an array of `count` lines, not looked at when there is none.
+/// The index just after the last line of the page that starts at line `first`:
+/// where the next page starts, or `count` on the last page. A page ends with its
+/// 77th counted line, so a definition that follows that line goes to the next
+/// page. Gives `count` when there is no line, or when `first` is at the end or
+/// beyond. `lines` is an array of `count` lines, not looked at when there is none.
 ///
-///     for (int first = 0; first < count; first = page_end(lines, count, first)) ...  // each page
-int page_end(const std::string* lines, int count, int first);
+///     const std::string lines[] = {"#C 10 ", "a", "b"};
+///     line_markup::page_end(lines, 3, 0);  // 3: one page holds them all
+[[nodiscard]] int page_end(const std::string* lines, int count, int first);
 
 /// The index of the last page: the number of pages minus one, 0 when there is no line.
-int last_page(const std::string* lines, int count);
+[[nodiscard]] int last_page(const std::string* lines, int count);
 
 inline constexpr int max_columns = 15;
 
 /// The columns that the last definition line laid out: none to begin with.
 struct column_layout {
-    std::int32_t widths[max_columns] = {};  ///< In characters. 0 behind the last column.
+    std::int32_t widths[max_columns] = {};  ///< In characters. 0 after the last column.
     char flags[max_columns] = {};  ///< 1: a vertical rule at this column's left edge. Else 0.
 
-    /// Replaces the layout with that of a definition line. Each number that a space ends is the
-    /// width of the next column, unless it is 0; "T" flags the next column, which behind the last
-    /// width is the right edge of the table; every other byte is skipped, the "#C" or "#P"
-    /// included. A number that no space ends is dropped. What passes 15 columns is ignored.
-    /// Numbers wrap at 32 bits.
+    /// Replaces the layout with that of a definition line. Each number that a space
+    /// ends is the width of the next column, unless it is 0; "T" flags the next
+    /// column, which after the last width is the right edge of the table; every
+    /// other byte is skipped, the "#C" or "#P" included. A number that no space
+    /// ends is dropped. What passes 15 columns is ignored. Numbers wrap at 32 bits.
     ///
-    ///     columns.define("#C T10 T20 T ");  // widths 10 and 20; flags on columns 0, 1 and 2
+    ///     line_markup::column_layout columns;
+    ///     columns.define("#C T10 T20 T ");
+    ///     columns.width(1);         // 20
+    ///     int{columns.flags[2]};    // 1: the right edge of the table
+    ///     columns.total_width();    // 30
     void define(std::string_view line);
 
-    /// The width of a column, in characters; 0 for a column behind the 15th.
+    /// The width of a column, in characters; 0 beyond the 15th.
     std::int32_t width(int column) const { return column < max_columns ? widths[column] : 0; }
 
     /// The width of them all, in characters, wrapped to 32 bits.

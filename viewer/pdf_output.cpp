@@ -86,11 +86,11 @@ constexpr std::string_view page_tail[] = {
     "",
 };
 
-// The length is that of no stream in particular: readers look for "endstream".
+// The length does not describe any stream: readers look for "endstream".
 constexpr std::string_view stream_head[] = {"  << /Length 73 >>", "stream"};
 constexpr std::string_view stream_tail[] = {"endstream", "endobj", ""};
 
-// The same for every document: nothing is measured, and only the first offset is that of an object.
+// The same for every document: nothing is measured, and only the first offset is right.
 constexpr std::string_view trailer[] = {
     "xref",
     "0 8",
@@ -133,8 +133,8 @@ void close_page(const OFD_afficheur_filtre_impression& filter, std::fstream& out
     write_flushed_lines(out, stream_tail);
 }
 
-/// The list of pages that the pages' object holds: the first at the start of its line, the others
-/// and the bracket behind nine spaces.
+/// The list of pages in the pages' object: the first at the start of its line, the others and the
+/// bracket after nine spaces.
 void write_kids(std::fstream& out, long pages) {
     std::string_view indent = "";
     for (long page = 0; page < pages; ++page) {

@@ -23,7 +23,7 @@ struct postscript_pen {
     }
 };
 
-// One page and US Letter on A4 paper, whatever the document: readers go by the "showpage"s.
+// Says one page, of US Letter on A4 paper, whatever the document: readers count the "showpage"s.
 constexpr std::string_view head[] = {
     "%!PS-Adobe-2.0",           "%%Creator: folvanix",
     "%%Title: tmp.ps",          "%%Pages: 1",

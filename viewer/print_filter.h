@@ -1,6 +1,6 @@
 // The print filter of the paged viewer: the lines as a PDF or a PostScript document.
 //
-// The markup of the lines is told in line_markup.h, and the documents in
+// The markup of the lines is described in line_markup.h, and the documents in
 // docs/markup_and_exports.md. The filter keeps a pointer to the caller's lines and copies none of
 // them: they must outlive it.
 #pragma once
@@ -17,8 +17,9 @@
 /// The columns are those of the last definition line that the filter was shown, by whatever call:
 /// a second document starts with the columns that the first one ended with.
 ///
+///     std::string lines[] = {"#C 10 5 ", "ab#cdefgh"};
 ///     std::fstream out("tmp.pdf", std::ios::out);
-///     OFD_afficheur_filtre_impression(lines, count).imprime_pdf(out);
+///     OFD_afficheur_filtre_impression(lines, 2).imprime_pdf(out);
 class OFD_afficheur_filtre_impression {
 public:
     std::string* lines;                  ///< The caller's array of `count` lines.

@@ -31,8 +31,8 @@ inline point place(std::int64_t left, std::int64_t characters, std::int64_t top,
 /// "x y", in decimal.
 inline std::string coordinates(point at) { return long2S(at.x) + " " + long2S(at.y); }
 
-/// The vertical rules of the open block, from the row above the current one up to the row above its
-/// first.
+/// The vertical rules of the open block, from the row
+/// above the current one up to the row above its first.
 template <class Pen>
 void draw_column_rules(const OFD_afficheur_filtre_impression& filter, std::int32_t top, Pen pen) {
     std::int64_t characters = 0;
@@ -45,14 +45,14 @@ void draw_column_rules(const OFD_afficheur_filtre_impression& filter, std::int32
     }
 }
 
-/// What is printed of a cell: cut first, so that a parenthesis within the width still counts in it.
+/// What is printed of a cell. It is cut first: a parenthesis counts in its width.
 inline std::string printed(std::string_view cell, std::int32_t width) {
     std::string text = my_before(std::string(cell), width);
     std::erase_if(text, [](char byte) { return byte == '(' || byte == ')'; });
     return text;
 }
 
-/// The cells of a text line, but those that are exactly one space.
+/// The cells of a text line, except those that are exactly one space.
 template <class Pen>
 void draw_cells(const OFD_afficheur_filtre_impression& filter, std::int32_t top, Pen pen,
                 std::string_view line) {

@@ -1,6 +1,6 @@
 // The plain text filter of the paged viewer.
 //
-// The markup of the lines is told in line_markup.h. The filter keeps a pointer to the caller's
+// The markup of the lines is described in line_markup.h. The filter keeps a pointer to the caller's
 // lines and copies none of them: they must outlive it.
 #pragma once
 #include <fstream>
@@ -8,8 +8,9 @@
 
 /// Writes lines as they are, with a row of 55 dashes for each line of markup. No pages, no columns.
 ///
+///     std::string lines[] = {"#C 10 5 ", "ab#cdefgh"};
 ///     std::fstream out("tmp.txt", std::ios::out);
-///     OFD_afficheur_filtre_texte(lines, count).imprime(out);
+///     OFD_afficheur_filtre_texte(lines, 2).imprime(out);
 class OFD_afficheur_filtre_texte {
 public:
     int count;           ///< Below 1: no line.

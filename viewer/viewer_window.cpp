@@ -78,27 +78,28 @@ Fl_Widget* add_labelled_button(const button& each, std::int32_t english) {
     return made;
 }
 
-/// Filters of an earlier activation stay where they are: callers may hold them.
+/// The filters of an earlier activation are not deleted: callers may hold them.
 void make_filters(OFD_afficheur& viewer, std::string* lines, int count) {
     viewer.display_filter = new OFD_afficheur_filtre_affichage(lines, count);
     viewer.print_filter = new OFD_afficheur_filtre_impression(lines, count);
     viewer.text_filter = new OFD_afficheur_filtre_texte(lines, count);
 }
 
-/// What the browser gets of `text` in one go: up to a newline, but 161 bytes at most.
+/// The piece of `text` that the browser gets in one go: up to a newline, 161 bytes at most.
 std::string piece_at(std::string_view text, std::size_t start) {
     const std::string_view most = text.substr(start, piece_bytes);
     return std::string(most.substr(0, most.find('\n')));
 }
 
-/// Leaves a filter without lines, as those that it had are going.
+/// Leaves a filter without lines, before those that it had go away.
 template <class Filter>
 void forget_lines(Filter& filter) {
     filter.lines = nullptr;
     filter.count = 0;
 }
 
-/// The parent cannot be used during an activation, and can be after it, whatever the way out.
+/// The parent cannot be used during an activation,
+/// and can be after it, however the activation ends.
 class parent_at_rest {
 public:
     explicit parent_at_rest(Fl_Window* parent) : parent_(parent) {
@@ -140,8 +141,8 @@ void serve(OFD_afficheur& viewer, const Fl_Widget* used) {
 
 enum class ends { by_cancel_alone, also_when_closed };
 
-/// No widget of the window has a callback, so that all of them land in the toolkit's queue, and so
-/// does the window itself when its manager closes it.
+/// No widget of the window has a callback, so all of them land in the toolkit's queue; so does the
+/// window itself when its manager closes it.
 void run(OFD_afficheur& viewer, ends way) {
     for (;;) {
         Fl::check();
@@ -155,7 +156,7 @@ void run(OFD_afficheur& viewer, ends way) {
     viewer.window->hide();
 }
 
-/// Runs a command and waits for its end. How it ended interests nobody.
+/// Runs a command and waits for its end; its status is ignored.
 void shell(const std::string& command) {
     [[maybe_unused]] const int status = std::system(command.c_str());
 }

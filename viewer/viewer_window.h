@@ -1,6 +1,6 @@
 // The paged viewer: a modal window that shows lines page by page and exports them.
 //
-// The markup of the lines is told in line_markup.h, the window in docs/viewer.md.
+// The markup of the lines is described in line_markup.h, the window in docs/viewer.md.
 #pragma once
 #include <cstdint>
 #include <list>
@@ -23,16 +23,18 @@ class Fl_Window;
 /// is not written, and a command's status is not looked at. The exports go to the current
 /// directory, over what stood there.
 ///
-///     OFD_afficheur viewer(my_window, 0);
+///     OFD_afficheur viewer(nullptr, 0);
 ///     std::list<std::string> lines = {"#C T20 T8 T", "vis#144", "colle#3 kg"};
 ///     viewer.activation(lines, "Stock", "xpdf");  // returns when the user has pressed ANNULER
 class OFD_afficheur {
 public:
     std::int32_t english;                            ///< 0: labels and messages in French.
     std::int32_t page;                               ///< The page shown, 0 for the first.
-    OFD_afficheur_filtre_affichage* display_filter;  ///< These three are made by each activation,
-    OFD_afficheur_filtre_impression* print_filter;   ///< and never released; until the first one
-    OFD_afficheur_filtre_texte* text_filter;         ///< they have no line.
+    /// Each activation makes these three, and they are never released. Before the first activation
+    /// they have no line.
+    OFD_afficheur_filtre_affichage* display_filter;
+    OFD_afficheur_filtre_impression* print_filter;
+    OFD_afficheur_filtre_texte* text_filter;
     std::string viewer_command;                      ///< Opens the PDF file.
     Fl_Window* window;
     Fl_Window* parent;  ///< The caller's.

@@ -19,7 +19,7 @@
 
 namespace {
 
-/// A station drawn on a sheet: whatever leaves the sheet's rectangle is cut off.
+/// A station drawn on a sheet: whatever lies outside the sheet's rectangle is cut off.
 class station_drawing : public Fl_Double_Window {
 public:
     station_drawing() : Fl_Double_Window(420, 260, "Dessin") { end(); }
@@ -91,7 +91,7 @@ const struct {
     {"dessin", show_drawing},
 };
 
-/// Opens a dialog, and prints its name with what it printed.
+/// Opens a dialog, and prints its name and then the answer.
 bool show(const std::string& name) {
     for (const auto& each : dialogs) {
         if (name != each.name) continue;

@@ -1,8 +1,8 @@
 // What is set on the left appears on the right, after a journey through the link.
 //
 // One window holds both simulator panels. This process is the simulator: it publishes the inputs of
-// the left panel and lights the lamps of the right one from the outputs. A child process is the
-// control panel's place holder: it writes every input that it receives to the output of that name.
+// the left panel and lights the lamps of the right one from the outputs. A child process stands in
+// for the control panel: it writes every input that it receives to the output of the same name.
 //
 //     left panel -> server -> segment -> client (child) -> segment -> server -> right panel
 //
@@ -36,8 +36,8 @@ const std::list<std::string> names = {"tiroir", "presse", "ventouse", "tapis",  
 constexpr int panel_height = 240;
 constexpr double refresh_period_s = 0.05;
 
-/// A server whose segment goes with the last process attached: it is marked for removal at once,
-/// which does not keep the child from attaching to it by its identifier.
+/// A server whose segment disappears with the last process attached to it: it is marked for removal
+/// at once. The child can still attach to it by its identifier.
 IOsharemem_server serve_until_exit() {
     IOsharemem_server server(names, names);
     shmctl(server.memory_ident(), IPC_RMID, nullptr);
@@ -58,7 +58,8 @@ void echo(int ident) {
     }
 }
 
-/// Starts the child. Must come before the display is opened, which two processes cannot share.
+/// Starts the child. Must be called before the display
+/// is opened, as two processes cannot share one.
 pid_t start_echo(int ident) {
     const pid_t parent = getpid();
     const pid_t child = fork();
@@ -70,13 +71,13 @@ pid_t start_echo(int ident) {
     return child;
 }
 
-/// What the refreshing of the lamps needs.
+/// What the refresh of the lamps needs.
 struct echo_lamps {
     IOsharemem_server& server;
     OFD_simulator_output& panel;
 };
 
-/// Runs while the left panel waits for its buttons, and sets itself up again.
+/// Runs while the left panel waits for its buttons, and schedules itself again.
 void refresh(void* data) {
     auto* lamps = static_cast<echo_lamps*>(data);
     std::vector<int> values;
@@ -90,7 +91,7 @@ void publish(IOsharemem_server& server, const std::vector<int>& values) {
     server.inputs_go();
 }
 
-/// Serves what the user sets, until "QUIT".
+/// Publishes what the user sets, until "QUIT".
 void serve(IOsharemem_server& server, OFD_simulator_input& inputs) {
     std::vector<int> values(names.size(), 0);
     while (true) {

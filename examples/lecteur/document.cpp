@@ -1,4 +1,4 @@
-#include "document.h"
+#include "examples/lecteur/document.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -22,7 +22,7 @@ bool defines_columns(const std::string& line) {
            line.find_first_of("0123456789", 2) != std::string::npos;
 }
 
-/// How one medium writes the bytes that the markup or the document would take for its own.
+/// How one medium writes the bytes that mean something to the markup or the document.
 using writer = std::string (*)(std::string_view character);
 
 std::string screen_writing(std::string_view character) {
@@ -40,7 +40,7 @@ std::string print_writing(std::string_view character) {
 bool continues_character(char byte) { return (byte & 0xC0) == 0x80; }
 bool is_control(char byte) { return (byte >= 0 && byte < ' ') || byte == 0x7F; }
 
-/// The length of the UTF-8 character at `start`. Bytes that are none count one by one.
+/// The length of the UTF-8 character at `start`. Malformed bytes count one by one.
 std::size_t character_bytes(std::string_view line, std::size_t start) {
     std::size_t end = start + 1;
     if ((line[start] & 0xC0) != 0xC0) return 1;
@@ -48,7 +48,7 @@ std::size_t character_bytes(std::string_view line, std::size_t start) {
     return end - start;
 }
 
-/// Lays one line of plain text out, in as many lines as it needs.
+/// Lays out one line of plain text, in as many lines as it needs.
 class folder {
 public:
     folder(lines& out, writer write, std::size_t most_bytes)

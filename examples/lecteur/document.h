@@ -1,10 +1,10 @@
 // A text file as lines for the paged viewer.
 //
 // A file that defines columns (with a line such as "#C T20 T8 T") is a document of the viewer's own
-// markup, and its lines are taken as they stand. Any other file is plain text. The viewer gives a
-// text line no room before columns are defined, cuts it at each "#", and cuts long lines: so plain
-// text gets one wide column, goes on in another line where it is too long, and has its special
-// bytes written otherwise.
+// markup, and its lines are taken as they stand. Any other file is plain text. The viewer shows
+// nothing of a text line before columns are defined, cuts it at each "#", and cuts long lines. So
+// plain text gets one wide column, continues on another line where it is too long, and has its
+// special bytes replaced.
 #pragma once
 #include <optional>
 #include <string>
@@ -23,6 +23,6 @@ bool has_markup(const lines& text);
 /// multiple of 8, control characters as blanks, and "#" as the sharp sign (U+266F).
 lines for_screen(const lines& text);
 
-/// The same for PDF and PostScript, where "#", "(", ")" and "\" are written as "\043" and so on:
-/// readers show the characters themselves.
+/// The same for PDF and PostScript, where "#", "(", ")" and "\" are written as "\043" and so on,
+/// which readers show as the characters themselves.
 lines for_print(const lines& text);

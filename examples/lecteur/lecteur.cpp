@@ -9,7 +9,7 @@
 #include <fstream>
 #include <iostream>
 
-#include "document.h"
+#include "examples/lecteur/document.h"
 #include "viewer/viewer_window.h"
 
 namespace {

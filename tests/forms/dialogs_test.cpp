@@ -1,4 +1,4 @@
-#include "robot.h"
+#include "tests/support/robot.h"
 // First, as the toolkit's headers bring the X server's macros.
 #include "forms/dialogs.h"
 
@@ -11,7 +11,7 @@
 #include <cmath>
 #include <functional>
 
-#include "texts.h"
+#include "tests/forms/texts.h"
 
 namespace {
 

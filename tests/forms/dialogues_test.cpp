@@ -11,43 +11,52 @@ namespace {
 
 const std::string program_path = DIALOGUES;  // given by the build
 
-class Dialogues : public testing::Test {
-    leaves_nothing nothing_;
+// In the order in which they open: the window, its height (0: any), the key that answers it, and
+// what is then printed.
+const struct {
+    const char* title;
+    int h;
+    x_key key;
+    const char* printed;
+} dialogs[] = {
+    {"dialogues", 0, XK_Return, "question : 1\n"}, {"dialogues", 0, XK_Return, "message : \n"},
+    {"dialogues", 0, XK_Escape, "alerte : \n"},    {"dialogues", 0, XK_Return, "reel : 1.5\n"},
+    {"dialogues", 0, XK_Escape, "entier : 12\n"},  {"dialogues", 0, XK_Return, "texte : ZK4\n"},
+    {"Messages", 570, XK_Escape, "long : \n"},     {"travail en cours ...", 60, 0, "attente : \n"},
+    {"dialogues", 0, XK_Return, "auteurs : \n"},   {"Dessin", 260, XK_Escape, "dessin : \n"},
 };
 
-TEST_F(Dialogues, OpensEachDialogInTurn) {
-    screen display;
-    program dialogues({program_path});
-    std::vector<x_window> seen;
+/// The program on the display, and the windows that it has opened.
+class Dialogues : public testing::Test {
+    leaves_nothing nothing_;
+
+protected:
     /// The next window that the program opens: a dialog goes before another comes.
-    const auto next_window = [&] {
+    x_window next_window() {
         x_window found = 0;
         wait_until([&] {
             const auto windows = display.windows();
-            if (windows.size() == 1 && (seen.empty() || windows[0] != seen.back()))
-                found = windows[0];
+            if (windows.size() == 1 && windows[0] != last_seen) found = windows[0];
             return found != 0;
         });
-        seen.push_back(found);
-        return found;
-    };
-    const struct {
-        const char* title;
-        int h;
-        x_key key;
-        const char* printed;
-    } dialogs[] = {
-        {"dialogues", 0, XK_Return, "question : 1\n"},
-        {"dialogues", 0, XK_Return, "message : \n"},
-        {"dialogues", 0, XK_Escape, "alerte : \n"},
-        {"dialogues", 0, XK_Return, "reel : 1.5\n"},
-        {"dialogues", 0, XK_Escape, "entier : 12\n"},
-        {"dialogues", 0, XK_Return, "texte : ZK4\n"},
-        {"Messages", 570, XK_Escape, "long : \n"},
-        {"travail en cours ...", 60, 0, "attente : \n"},
-        {"dialogues", 0, XK_Return, "auteurs : \n"},
-        {"Dessin", 260, XK_Escape, "dessin : \n"},
-    };
+        return last_seen = found;
+    }
+
+    /// Waits until the program has printed `printed`. A window may be managed a little before it
+    /// has the keyboard: keys are sent until the dialog has answered.
+    bool answers(const program& dialogues, x_window window, x_key key, const std::string& printed) {
+        return wait_until([&] {
+            if (key && display.windows() == std::vector<x_window>{window}) display.key(key);
+            return dialogues.out().starts_with(printed);
+        });
+    }
+
+    screen display;
+    x_window last_seen = 0;
+};
+
+TEST_F(Dialogues, OpensEachDialogInTurn) {
+    program dialogues({program_path});
     std::string printed;
     for (const auto& [title, h, key, line] : dialogs) {
         SCOPED_TRACE(line);
@@ -59,12 +68,7 @@ TEST_F(Dialogues, OpensEachDialogInTurn) {
             EXPECT_EQ(display.area(window).h, h);
         }
         printed += line;
-        // A window may be managed a little before it has the keyboard: keys are sent until the
-        // dialog has answered.
-        EXPECT_TRUE(wait_until([&, key = key] {
-            if (key && display.windows() == std::vector<x_window>{window}) display.key(key);
-            return dialogues.out().starts_with(printed);
-        })) << dialogues.out();
+        EXPECT_TRUE(answers(dialogues, window, key, printed)) << dialogues.out();
     }
     EXPECT_EQ(dialogues.wait(), 0);
     EXPECT_EQ(dialogues.out(), printed);

@@ -8,7 +8,7 @@
 #include <limits>
 #include <random>
 
-#include "recording_surface.h"
+#include "tests/forms/recording_surface.h"
 
 namespace {
 

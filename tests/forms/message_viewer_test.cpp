@@ -1,4 +1,4 @@
-#include "robot.h"
+#include "tests/support/robot.h"
 // First, as the toolkit's headers bring the X server's macros.
 #include "forms/dialogs.h"
 
@@ -11,10 +11,8 @@
 #include <climits>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <random>
-#include <sstream>
 
 namespace {
 
@@ -71,13 +69,6 @@ std::vector<std::string> texts_of(Fl_Window& window) {
     const Fl_Browser* browser = lines_of(window);
     for (int i = 1; i <= browser->size(); ++i) texts.push_back(browser->text(i));
     return texts;
-}
-
-std::string bytes_of(const files::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
 }
 
 TEST_F(MessageViewer, HasItsWidgetsInTheirPlaces) {
@@ -233,8 +224,8 @@ TEST_F(MessageViewer, SavesTheWholeTextUnchanged) {
     for (const std::string& text : texts) {
         robot user;
         user.at("Messages").click("save");
-        // Named once; from then on the same file is offered, and written over, by longer and
-        // shorter texts.
+        // Named once: from then on the same file is offered,
+        // and overwritten by longer and shorter texts.
         name_file(user, file.empty() ? "saved.txt" : "", file);
         user.press(XK_Return).at("Messages").click("Quit");
         fl_show_Sbigmessages(text, 80);

@@ -12,7 +12,7 @@
 #include "forms/drawing.h"
 #include "forms/vision_sheet.h"
 #include "forms/widget_shortcuts.h"
-#include "screen_picture.h"
+#include "tests/forms/screen_picture.h"
 
 namespace {
 
@@ -68,58 +68,59 @@ protected:
     std::unique_ptr<screen_picture> seen;
 };
 
+const struct {
+    const char* what;
+    int x, y;
+    Fl_Color colour;
+} points[] = {
+    {"inside the oval", 50, 30, FL_RED},
+    {"near the oval's left end", 13, 30, FL_RED},
+    {"the corner of the oval's box", 12, 12, FL_WHITE},
+    {"inside the disc", 120, 30, FL_GREEN},
+    {"the disc's left", 102, 30, FL_GREEN},
+    {"the disc's right", 137, 30, FL_GREEN},
+    {"the corner of the disc's square", 102, 12, FL_WHITE},
+    {"right of the disc", 143, 30, FL_WHITE},
+    {"inside the bound rectangle", 50, 75, FL_YELLOW},
+    {"its first corner", 10, 60, FL_BLACK},
+    {"its last corner", 89, 89, FL_BLACK},
+    {"outside it", 90, 90, FL_WHITE},
+    {"the line's start", 10, 100, FL_BLUE},
+    {"the line's end", 190, 100, FL_BLUE},
+
+    {"the sheet's line, outside the sheet", 199, 20, FL_WHITE},
+    {"the sheet's line, at its edge", 200, 20, FL_BLUE},
+    {"the sheet's line, inside", 390, 20, FL_BLUE},
+    {"the break's first corner", 230, 80, FL_RED},
+    {"the break's second corner", 250, 40, FL_RED},
+    {"the break's middle", 240, 60, FL_RED},
+    {"the outline's corner", 290, 40, FL_RED},
+    {"inside the outline", 310, 60, FL_WHITE},
+    {"the full rectangle", 340, 40, FL_GREEN},
+    {"the full rectangle's end", 379, 79, FL_GREEN},
+    {"past the full rectangle", 380, 80, FL_WHITE},
+    {"the sheet's bound rectangle", 230, 120, FL_YELLOW},
+    {"its corner", 210, 100, FL_BLACK},
+    {"inside the circle", 280, 120, FL_WHITE},
+    {"inside the sheet's disc", 330, 120, FL_GREEN},
+    {"inside the bound circle", 375, 120, FL_YELLOW},
+    // The wedge opens to the left of the centre of the square from (250, 150) to (310, 210).
+    {"inside the wedge", 260, 180, FL_RED},
+    {"the other side of its circle", 300, 180, FL_WHITE},
+    {"above the wedge", 280, 160, FL_WHITE},
+    {"the arrow's shaft", 330, 170, FL_BLUE},
+    {"the arrow's first barb", 373, 161, FL_BLUE},
+    {"the arrow's second barb", 373, 179, FL_BLUE},
+
+    {"the large rectangle, inside the sheet", 300, 290, FL_MAGENTA},
+    {"the large rectangle, at the sheet's edge", 200, 299, FL_MAGENTA},
+    {"left of the sheet", 199, 290, FL_WHITE},
+    {"below the sheet", 300, 300, FL_WHITE},
+    {"without a sheet again", 40, 340, FL_CYAN},
+    {"nothing drawn", 100, 250, FL_WHITE},
+};
+
 TEST_F(Picture, HasEachPrimitiveInItsPlace) {
-    const struct {
-        const char* what;
-        int x, y;
-        Fl_Color colour;
-    } points[] = {
-        {"inside the oval", 50, 30, FL_RED},
-        {"near the oval's left end", 13, 30, FL_RED},
-        {"the corner of the oval's box", 12, 12, FL_WHITE},
-        {"inside the disc", 120, 30, FL_GREEN},
-        {"the disc's left", 102, 30, FL_GREEN},
-        {"the disc's right", 137, 30, FL_GREEN},
-        {"the corner of the disc's square", 102, 12, FL_WHITE},
-        {"right of the disc", 143, 30, FL_WHITE},
-        {"inside the bound rectangle", 50, 75, FL_YELLOW},
-        {"its first corner", 10, 60, FL_BLACK},
-        {"its last corner", 89, 89, FL_BLACK},
-        {"outside it", 90, 90, FL_WHITE},
-        {"the line's start", 10, 100, FL_BLUE},
-        {"the line's end", 190, 100, FL_BLUE},
-
-        {"the sheet's line, outside the sheet", 199, 20, FL_WHITE},
-        {"the sheet's line, at its edge", 200, 20, FL_BLUE},
-        {"the sheet's line, inside", 390, 20, FL_BLUE},
-        {"the break's first corner", 230, 80, FL_RED},
-        {"the break's second corner", 250, 40, FL_RED},
-        {"the break's middle", 240, 60, FL_RED},
-        {"the outline's corner", 290, 40, FL_RED},
-        {"inside the outline", 310, 60, FL_WHITE},
-        {"the full rectangle", 340, 40, FL_GREEN},
-        {"the full rectangle's end", 379, 79, FL_GREEN},
-        {"past the full rectangle", 380, 80, FL_WHITE},
-        {"the sheet's bound rectangle", 230, 120, FL_YELLOW},
-        {"its corner", 210, 100, FL_BLACK},
-        {"inside the circle", 280, 120, FL_WHITE},
-        {"inside the sheet's disc", 330, 120, FL_GREEN},
-        {"inside the bound circle", 375, 120, FL_YELLOW},
-        // The wedge opens to the left of the centre of the square from (250, 150) to (310, 210).
-        {"inside the wedge", 260, 180, FL_RED},
-        {"the other side of its circle", 300, 180, FL_WHITE},
-        {"above the wedge", 280, 160, FL_WHITE},
-        {"the arrow's shaft", 330, 170, FL_BLUE},
-        {"the arrow's first barb", 373, 161, FL_BLUE},
-        {"the arrow's second barb", 373, 179, FL_BLUE},
-
-        {"the large rectangle, inside the sheet", 300, 290, FL_MAGENTA},
-        {"the large rectangle, at the sheet's edge", 200, 299, FL_MAGENTA},
-        {"left of the sheet", 199, 290, FL_WHITE},
-        {"below the sheet", 300, 300, FL_WHITE},
-        {"without a sheet again", 40, 340, FL_CYAN},
-        {"nothing drawn", 100, 250, FL_WHITE},
-    };
     for (const auto& [what, x, y, colour] : points) {
         EXPECT_EQ(seen->at(x, y), screen_colour(colour)) << what << " at " << x << ", " << y;
     }

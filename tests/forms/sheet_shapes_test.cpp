@@ -8,7 +8,7 @@
 #include <cmath>
 #include <random>
 
-#include "recording_surface.h"
+#include "tests/forms/recording_surface.h"
 
 namespace {
 
@@ -94,10 +94,9 @@ TEST(ArrowLine, PutsTheBarbsByTheDirectionOfTheShaft) {
         {5, 0, 5, 10, 4, 0.5, 4, 7, 6, 7},
         {5, 10, 5, 0, 4, 0.5, 4, 3, 6, 3},
         {5, 5, 5, 5, 4, 0.5, 4, 8, 6, 8},
-        // Oblique, in the four directions: the slope of (30, 40) is 0.927295, of (30, -40) its
-        // opposite.
-        // 20 cos 0.427295 = 18.21, 20 sin 0.427295 = 8.29; 20 cos 1.427295 = 2.86, 20 sin 1.427295
-        // = 19.79
+        // Oblique, in the four directions: the slope of (30, 40) is 0.927295,
+        // of (30, -40) its opposite. 20 cos 0.427295 = 18.21, 20 sin 0.427295
+        // = 8.29; 20 cos 1.427295 = 2.86, 20 sin 1.427295 = 19.79
         {0, 0, 30, 40, 20, 0.5, 12, 32, 28, 21},
         {30, 40, 0, 0, 20, 0.5, 18, 8, 2, 19},
         // A at the angle -1.427295, B at -0.427295

@@ -12,7 +12,7 @@
 #include <random>
 
 #include "forms/drawing.h"
-#include "recording_surface.h"
+#include "tests/forms/recording_surface.h"
 
 namespace {
 

@@ -10,8 +10,8 @@
 #include <cstddef>
 #include <functional>
 
-#include "screen_picture.h"
-#include "texts.h"
+#include "tests/forms/screen_picture.h"
+#include "tests/forms/texts.h"
 
 namespace {
 

@@ -15,8 +15,8 @@
 #include <random>
 #include <set>
 
-#include "recording_surface.h"
-#include "texts.h"
+#include "tests/forms/recording_surface.h"
+#include "tests/forms/texts.h"
 
 namespace {
 

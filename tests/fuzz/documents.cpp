@@ -52,7 +52,7 @@ void show(text_lines& lines) {
         law(page == turned.nb_pages() ? on_page <= 77 : on_page == 77, "a page is full");
     }
     law(next == lines.size(), "the pages hold all lines");
-    law(turned.visu_page(turned.nb_pages() + 1).empty(), "no page behind the last");
+    law(turned.visu_page(turned.nb_pages() + 1).empty(), "no page after the last");
 }
 
 /// A document whose pages end with the line `page_end`, and its lines of text with `cell_end`.

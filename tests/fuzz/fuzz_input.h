@@ -52,6 +52,6 @@ inline void law(bool holds, const char* which) {
     std::abort();
 }
 
-/// Drops what the functions trace on the standard error stream; the fuzzer's own words take another
-/// way.
+/// Drops what the functions trace on the standard
+/// error stream; the fuzzer's own words go elsewhere.
 inline void drop_traces() { std::cerr.rdbuf(nullptr); }

@@ -1,7 +1,8 @@
-// The form's 71 children one by one, as a user's drawing of the panel lists them.
+// The form's children one by one, as a user's drawing of the panel lists them.
 #include "panel/quorin_form.h"
 
 #include <type_traits>
+
 // The header alone lets a caller use the form's window as any other.
 static_assert(std::is_convertible_v<decltype(quorin_class::window), Fl_Window*>);
 
@@ -11,25 +12,27 @@ static_assert(std::is_convertible_v<decltype(quorin_class::window), Fl_Window*>)
 #include <FL/Fl_Double_Window.H>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "panel/run_loop.h"
 
 namespace {
 
 struct row {
-    std::string kind;
+    std::string_view kind;
     int x, y, w, h;
     const char* label;
     int member;
-    std::string name;
+    std::string_view name;
 };
 
 // clang-format off
-const row rows[] = {
+constexpr row rows[] = {
     {"frame", 0, -1, 1162, 191, nullptr, 0, ""},
     {"button", 210, 10, 60, 20, "RENT", 1, "RENT"},
     {"button", 210, 40, 60, 20, "SORT", 2, "SORT"},
@@ -104,6 +107,8 @@ const row rows[] = {
 };
 // clang-format on
 
+constexpr int child_count = static_cast<int>(std::size(rows));
+
 /// A form whose window and object go when the test ends.
 struct one_form {
     std::unique_ptr<quorin_class> form = std::make_unique<quorin_class>();
@@ -126,8 +131,8 @@ TEST(PanelForm, ItsWindowIsTitledSizedAndNotShown) {
 
 TEST(PanelForm, HasTheseChildrenInThisOrder) {
     const one_form form;
-    ASSERT_EQ(form->window->children(), 71);
-    for (int i = 0; i < 71; ++i) {
+    ASSERT_EQ(form->window->children(), child_count);
+    for (int i = 0; i < child_count; ++i) {
         const row& expected = rows[i];
         SCOPED_TRACE(std::to_string(i + 1) + " " + (expected.label ? expected.label : "frame"));
         const Fl_Widget* const child = form->window->child(i);
@@ -146,8 +151,8 @@ TEST(PanelForm, EachKindHasItsBoxTypeAndColours) {
     const one_form form;
     const Fl_Box plain_box(0, 0, 1, 1);
     const Fl_Button plain_button(0, 0, 1, 1);
-    for (int i = 0; i < 71; ++i) {
-        const std::string& kind = rows[i].kind;
+    for (int i = 0; i < child_count; ++i) {
+        const std::string kind(rows[i].kind);
         SCOPED_TRACE(std::to_string(i + 1) + " " + kind);
         Fl_Widget* const child = form->window->child(i);
         auto* const button = dynamic_cast<Fl_Button*>(child);
@@ -170,42 +175,90 @@ TEST(PanelForm, EachKindHasItsBoxTypeAndColours) {
     }
 }
 
-TEST(PanelForm, KeepsThirteenButtonsAndTwentyTwoIndicatorsByTheirNumbers) {
+TEST(PanelForm, KeepsItsButtonsAndIndicatorsByTheirNumbers) {
     const one_form form;
     std::set<int> seen;
-    for (int i = 0; i < 71; ++i) {
+    for (int i = 0; i < child_count; ++i) {
         const int member = rows[i].member;
         EXPECT_EQ(member != 0, rows[i].kind == "button" || rows[i].kind == "indicator");
         if (!member) continue;
         EXPECT_EQ(form->kept[member - 1], form->window->child(i)) << member;
-        EXPECT_EQ(quorin_place(rows[i].name), member - 1) << rows[i].name;
         seen.insert(member);
     }
-    EXPECT_EQ(seen.size(), 35u);
+    EXPECT_EQ(seen.size(), static_cast<std::size_t>(quorin_form::members));
     EXPECT_EQ(offsetof(quorin_class, window), 0u);
     EXPECT_EQ(offsetof(quorin_class, kept), sizeof(void*));
-    EXPECT_EQ(sizeof(quorin_class), 36 * sizeof(void*));
+    EXPECT_EQ(sizeof(quorin_class), (1 + seen.size()) * sizeof(void*));
 }
 
-TEST(PanelForm, FindsNoWidgetForOtherNames) {
-    for (const char* const name : {"", "ATU", "timer10_term", "Rentrer tiroir", "te ", "rent"}) {
-        EXPECT_EQ(quorin_place(name), -1) << name;
+using enum quorin_form::shape;
+
+consteval bool names_lead_to_their_members() {
+    for (const row& each : rows) {
+        if (!each.member) continue;
+        const quorin_form::shape kind = each.kind == "button" ? button : indicator;
+        if (quorin_form::place_of(kind, each.name) != each.member - 1) return false;
     }
+    return true;
 }
+static_assert(names_lead_to_their_members());
+
+/// A text that may be a template's argument.
+template <std::size_t size>
+struct fixed_text {
+    char bytes[size]{};
+    consteval fixed_text(const char (&text)[size]) { std::ranges::copy(text, bytes); }
+};
+
+/// Whether a name's place compiles.
+template <quorin_form::shape kind, fixed_text name>
+concept has_a_place = requires {
+    typename std::integral_constant<int, quorin_form::place_of(kind, name.bytes)>;
+};
+
+static_assert(has_a_place<button, "RENT"> && has_a_place<indicator, "te">);
+static_assert(!has_a_place<indicator, "RENT"> && !has_a_place<button, "te">);
+static_assert(!has_a_place<indicator, "ATU">, "its name is that of the input");
+static_assert(!has_a_place<indicator, "timer10_term">);
+static_assert(!has_a_place<caption, "Rentrer tiroir"> && !has_a_place<button, "Rentrer tiroir">);
+static_assert(!has_a_place<button, ""> && !has_a_place<button, "rent">);
+static_assert(!has_a_place<indicator, "te "> && !has_a_place<indicator, "t">);
+
+/// Whether a table of buttons with these names compiles.
+template <fixed_text... names>
+concept joins_the_buttons = requires {
+    typename std::integral_constant<std::size_t,
+                                    quorin_form::join(button, {names.bytes...}).size()>;
+};
+
+static_assert(joins_the_buttons<"DEPOSE", "MTA", "MT", "ASPI", "RENT", "SORT", "DESV", "MONV",
+                                "DESP", "MONP", "BZ1", "BZ2", "BZ3">);
+static_assert(!joins_the_buttons<"DEPOSE", "MTA", "MT", "ASPI", "RENT", "SORT", "DESV", "MONV",
+                                 "DESP", "MONP", "BZ1", "BZ2">,
+              "one is left out");
+static_assert(!joins_the_buttons<"DEPOSE", "MTA", "MT", "ASPI", "RENT", "SORT", "DESV", "MONV",
+                                 "DESP", "MONP", "BZ1", "BZ2", "BZ2">,
+              "one is there twice");
+static_assert(!joins_the_buttons<"DEPOSE", "MTA", "MT", "ASPI", "RENT", "SORT", "DESV", "MONV",
+                                 "DESP", "MONP", "BZ1", "BZ2", "te">,
+              "one is an input");
+static_assert(!joins_the_buttons<"DEPOSE", "MTA", "MT", "ASPI", "RENT", "SORT", "DESV", "MONV",
+                                 "DESP", "MONP", "BZ1", "BZ2", "BZ4">,
+              "one is nothing");
 
 TEST(PanelForm, ItsFrameReachesBeyondTheWindowAndWidgetsElsewhereStayInside) {
     const one_form form;
     const Fl_Widget* const frame = form->window->child(0);
     EXPECT_GT(frame->x() + frame->w(), form->window->w());
     EXPECT_LT(frame->y(), 0);
-    for (int i = 1; i < 71; ++i) {
+    for (int i = 1; i < child_count; ++i) {
         EXPECT_LE(form->window->child(i)->x() + form->window->child(i)->w(), 1120);
         EXPECT_LE(form->window->child(i)->y() + form->window->child(i)->h(), 190);
     }
 }
 
 TEST(PanelOutputs, TheTableOfStatesStartsAtZeroAndIsReset) {
-    ASSERT_EQ(std::size(etat_sorties), 13u);
+    ASSERT_EQ(std::size(etat_sorties), quorin_form::count_of(button));
     for (const std::int32_t state : etat_sorties) EXPECT_EQ(state, 0);
     for (std::int32_t& state : etat_sorties) state = -1;
     reset_outputs();

@@ -25,7 +25,7 @@ struct echo_panels : testing::Test {
 
     std::uint32_t lamp(int row) { return display.pixel(window, 412, 40 + 17 * row); }
     bool lights(int row, std::uint32_t colour) {
-        return wait_until([&] { return lamp(row) == colour; }, seconds(5));
+        return wait_until([&] { return lamp(row) == colour; });
     }
     void click(int x, int y) { display.click(window, x, y); }
     void click_signal(int item) { click(70, 32 + 16 * (item - 1) + 8); }
@@ -79,8 +79,8 @@ TEST_F(echo_panels, LeavesNoSegmentAndNoChildWhenItIsKilled) {
     EXPECT_EQ(run.wait(), 128 + SIGKILL);
 }
 
-// The first segment of an IPC namespace, as of a machine, has the identifier 0, which clients
-// refuse.
+// The first segment of an IPC namespace, as of a
+// machine, has the identifier 0, which clients refuse.
 TEST(EchoPanels, WorksWhereNoSegmentWasEverMade) {
     const std::vector<std::string> apart = {"unshare", "--user", "--map-root-user", "--ipc"};
     const auto in_a_namespace = [&](const std::string& command) {

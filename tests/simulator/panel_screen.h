@@ -17,10 +17,10 @@ using lines = std::vector<std::string>;
 constexpr std::uint32_t yellow_seen = 0xFFFF00, blue_seen = 0x0000FF, red_seen = 0xFF0000;
 
 /// Lets the toolkit work until `done` answers true. False when `limit` passes first.
-bool settle(const std::function<bool()>& done, seconds limit = seconds(10));
+bool settle(const std::function<bool()>& done, seconds limit = seconds(30));
 
-/// Lets the toolkit work until the window stands still in front of the user. False when that takes
-/// too long.
+/// Lets the toolkit work until the window stands still
+/// in front of the user. False when that takes too long.
 bool wait_shown(screen& display, Fl_Window& window);
 
 /// Where a window stands on the screen.

@@ -71,7 +71,7 @@ TEST(UpcaseAccent2, HandlesWordsAndOddPairs) {
         {"\xC4\xB1x", "IX"},       // dotless i
         {"\xC4"
          "ab",
-         "B"},                  // another byte behind C4 goes with it
+         "B"},                  // another byte after C4 goes with it
         {"\xC4\xC3\xA9", "E"},  // but a C3 leads a pair of its own
         {"\xC4\xC3", ""},
         {"\xC4\xC4\xB1", ""},

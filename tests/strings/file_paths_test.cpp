@@ -11,6 +11,7 @@
 #include "strings/record_scanning.h"
 #include "strings/text_search.h"
 #include "tests/strings/texts.h"
+#include "tests/support/files.h"
 
 namespace {
 
@@ -103,23 +104,16 @@ TEST(SupressFilenameExtension, FollowsItsRulesOnEveryShortPath) {
     });
 }
 
-/// A temporary directory to stand in; leaves and removes it at the end.
+/// A temporary directory to stand in, left and removed at the end.
 class CurrentDirectory : public testing::Test {
 protected:
     void SetUp() override {
-        char name[] = "/tmp/quorin_paths_XXXXXX";
-        ASSERT_NE(mkdtemp(name), nullptr);
-        directory_ = std::filesystem::canonical(name);
         if (const char* pwd = getenv("PWD")) old_pwd_ = pwd;
     }
-    void TearDown() override {
-        std::filesystem::current_path(old_directory_);
-        std::filesystem::remove_all(directory_);
-        setenv("PWD", old_pwd_.c_str(), 1);
-    }
+    void TearDown() override { setenv("PWD", old_pwd_.c_str(), 1); }
 
-    std::filesystem::path old_directory_ = std::filesystem::current_path();
-    std::filesystem::path directory_;
+    current_folder folder_;
+    std::filesystem::path directory_ = std::filesystem::canonical(folder_.path());
     std::string old_pwd_;
 };
 

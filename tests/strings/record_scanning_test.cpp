@@ -248,7 +248,7 @@ TEST(SubstituteToken, ReplacesWhatStandsAlone) {
         {"", "x", "y", ""},
         {"abc", "x", "y", "abc"},
         {"x-x/x", "x", "", "-/"},
-        {"abab", "ab", "y", "aby"},  // behind an occurrence only the right side counts
+        {"abab", "ab", "y", "aby"},  // right after an occurrence only the right side counts
         {"ababab", "ab", "y", "ababy"},
         {"(x)", "x", "xx", "(xx)"},
         {"x x", "x", "x x", "x x x x"},

@@ -7,8 +7,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <locale>
 #include <sstream>
@@ -16,30 +14,16 @@
 
 namespace {
 
-namespace files = std::filesystem;
-
-std::string contents(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-
-std::string new_folder() {
-    std::string pattern = files::temp_directory_path() / "quorin_test_XXXXXX";
-    return mkdtemp(pattern.data()) ? pattern : std::string();
-}
-
-/// Words read as the system wrote them: without the marks that a locale puts between a number's
-/// digits.
+/// Words read as the system wrote them: without the
+/// marks that a locale puts between a number's digits.
 std::istringstream plain(const std::string& text) {
     std::istringstream words(text);
     words.imbue(std::locale::classic());
     return words;
 }
 
-/// Marks every program that this test process starts, and through the environment all that those
-/// start.
+/// Marks every program that this test process starts,
+/// and through the environment all that those start.
 const std::string& mark() {
     static const std::string text = "QUORIN_TEST_MARK=" + std::to_string(getpid());
     return text;
@@ -84,7 +68,7 @@ bool wait_until(const std::function<bool()>& done, seconds limit) {
 }
 
 double processor_seconds(pid_t pid) {
-    const std::string stat = contents("/proc/" + std::to_string(pid) + "/stat");
+    const std::string stat = bytes_of("/proc/" + std::to_string(pid) + "/stat");
     std::istringstream rest = plain(stat.substr(stat.rfind(')') + 1));
     std::string skipped;
     for (int i = 0; i < 11; ++i) rest >> skipped;
@@ -94,13 +78,12 @@ double processor_seconds(pid_t pid) {
 }
 
 program::program(const std::vector<std::string>& command,
-                 const std::vector<std::string>& environment)
-    : folder_(new_folder()) {
+                 const std::vector<std::string>& environment) {
     mark();  // this process's, not the child's
     pid_ = fork();
     if (pid_ == 0) {
-        redirect(folder_ + "/out", STDOUT_FILENO);
-        redirect(folder_ + "/err", STDERR_FILENO);
+        redirect(folder_ / "out", STDOUT_FILENO);
+        redirect(folder_ / "err", STDERR_FILENO);
         become(command, environment);
     }
     started().insert(pid_);
@@ -112,7 +95,6 @@ program::~program() {
         if (!wait(seconds(5))) signal(SIGKILL);
         wait();
     }
-    files::remove_all(folder_);
 }
 
 bool program::running() {
@@ -129,8 +111,8 @@ std::optional<int> program::wait(seconds limit) {
     return status_;
 }
 
-std::string program::out() const { return contents(folder_ + "/out"); }
-std::string program::err() const { return contents(folder_ + "/err"); }
+std::string program::out() const { return bytes_of(folder_ / "out"); }
+std::string program::err() const { return bytes_of(folder_ / "err"); }
 
 outcome run_program(const std::vector<std::string>& command,
                     const std::vector<std::string>& environment, seconds limit) {
@@ -141,13 +123,13 @@ outcome run_program(const std::vector<std::string>& command,
 }
 
 outcome run_in_child(const std::function<void()>& body) {
-    const std::string folder = new_folder();
+    const temporary_folder folder;
     std::cout.flush();
     std::cerr.flush();
     const pid_t pid = fork();
     if (pid == 0) {
-        redirect(folder + "/out", STDOUT_FILENO);
-        redirect(folder + "/err", STDERR_FILENO);
+        redirect(folder / "out", STDOUT_FILENO);
+        redirect(folder / "err", STDERR_FILENO);
         body();
         std::cout.flush();
         std::cerr.flush();
@@ -155,18 +137,17 @@ outcome run_in_child(const std::function<void()>& body) {
     }
     int status = 0;
     waitpid(pid, &status, 0);
-    outcome result{exit_status(status), contents(folder + "/out"), contents(folder + "/err")};
-    files::remove_all(folder);
-    return result;
+    return {exit_status(status), bytes_of(folder / "out"), bytes_of(folder / "err")};
 }
 
 std::set<pid_t> leftovers::processes() {
     std::set<pid_t> found;
-    for (const files::directory_entry& entry : files::directory_iterator("/proc")) {
+    for (const std::filesystem::directory_entry& entry :
+         std::filesystem::directory_iterator("/proc")) {
         const std::string name = entry.path().filename();
         if (name.find_first_not_of("0123456789") != std::string::npos) continue;
         // A zombie's environment is empty, so that only the living are found.
-        const std::string environment = '\0' + contents(entry.path() / "environ");
+        const std::string environment = '\0' + bytes_of(entry.path() / "environ");
         if (environment.find('\0' + mark() + '\0') == std::string::npos) continue;
         found.insert(std::stoi(name));
         started().insert(std::stoi(name));
@@ -177,7 +158,7 @@ std::set<pid_t> leftovers::processes() {
 std::set<int> leftovers::segments() {
     processes();
     std::set<int> found;
-    std::istringstream table(contents("/proc/sysvipc/shm"));
+    std::istringstream table(bytes_of("/proc/sysvipc/shm"));
     std::string line;
     std::getline(table, line);
     while (std::getline(table, line)) {
@@ -194,7 +175,7 @@ leaves_nothing::leaves_nothing()
     : processes_(leftovers::processes()), segments_(leftovers::segments()) {}
 
 leaves_nothing::~leaves_nothing() {
-    // A process that was just told to end is given the time to.
+    // A process that was just asked to end gets the time to do so.
     wait_until(
         [this] {
             return leftovers::processes() == processes_ && leftovers::segments() == segments_;
@@ -207,9 +188,9 @@ leaves_nothing::~leaves_nothing() {
 pid_t child_named(pid_t parent, const std::string& name) {
     const std::string folder =
         "/proc/" + std::to_string(parent) + "/task/" + std::to_string(parent) + "/children";
-    std::istringstream children = plain(contents(folder));
+    std::istringstream children = plain(bytes_of(folder));
     for (pid_t child; children >> child;) {
-        if (contents("/proc/" + std::to_string(child) + "/comm") == name + "\n") return child;
+        if (bytes_of("/proc/" + std::to_string(child) + "/comm") == name + "\n") return child;
     }
     return 0;
 }

@@ -9,13 +9,15 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/files.h"
+
 using seconds = std::chrono::duration<double>;
 
 /// The path of a program of this build.
 inline std::string built(const std::string& name) { return QUORIN_PROGRAMS "/" + name; }
 
 /// Waits until `done` answers true, asking every few milliseconds. False when `limit` passes first.
-bool wait_until(const std::function<bool()>& done, seconds limit = seconds(10));
+bool wait_until(const std::function<bool()>& done, seconds limit = seconds(30));
 
 /// The processor time that a running process has used, in seconds.
 double processor_seconds(pid_t pid);
@@ -27,8 +29,8 @@ pid_t child_named(pid_t parent, const std::string& name);
 /// the latest when the object goes.
 class program {
 public:
-    /// `command[0]` is a path, or a name on the PATH. `environment` adds NAME=VALUE to the test's
-    /// own.
+    /// `command[0]` is a path, or a name on the PATH.
+    /// `environment` adds NAME=VALUE to the test's own.
     explicit program(const std::vector<std::string>& command,
                      const std::vector<std::string>& environment = {});
     ~program();
@@ -38,14 +40,14 @@ public:
     pid_t id() const { return pid_; }
     bool running();
     void signal(int number) const;
-    /// Waits for its end. The exit status, or 128 + the signal that ended it; nothing when `limit`
-    /// passes first.
-    std::optional<int> wait(seconds limit = seconds(20));
+    /// Waits for its end. The exit status, or 128 + the signal
+    /// that ended it; nothing when `limit` passes first.
+    std::optional<int> wait(seconds limit = seconds(60));
     std::string out() const;  ///< What it has written on the standard output so far.
     std::string err() const;  ///< What it has written on the standard error stream so far.
 
 private:
-    std::string folder_;
+    temporary_folder folder_;
     pid_t pid_ = -1;
     std::optional<int> status_;
 };
@@ -57,7 +59,7 @@ struct outcome {
     std::string out, err;
 };
 outcome run_program(const std::vector<std::string>& command,
-                    const std::vector<std::string>& environment = {}, seconds limit = seconds(20));
+                    const std::vector<std::string>& environment = {}, seconds limit = seconds(60));
 
 /// Runs `body` in a child process of the test, for code that ends its process. A body that returns
 /// gives status 0.
@@ -69,8 +71,8 @@ class leftovers {
 public:
     /// Ids of live processes (zombies aside) that descend from a `program` of this test process.
     static std::set<pid_t> processes();
-    /// Identifiers of segments created by a `program` or a descendant, or by the test process
-    /// itself.
+    /// Identifiers of segments created by a `program`
+    /// or a descendant, or by the test process itself.
     static std::set<int> segments();
 };
 

@@ -22,9 +22,9 @@ public:
     screen(const screen&) = delete;
     screen& operator=(const screen&) = delete;
 
-    /// Sees to it that no later program is given the window ids of one that has ended. A window
-    /// manager in whose middle of work a program was killed may hold the dead window for good, and
-    /// then never shows a new one with its id.
+    /// Makes sure that no later program is given the window ids of one that has ended. A window
+    /// manager that was working on a window while its program was killed may keep the dead window,
+    /// and then never shows a new one with its id.
     void retire_window_ids();
 
     /// The application windows that the window manager manages and that exist, oldest first.
@@ -32,9 +32,9 @@ public:
     bool manages(x_window window);  ///< Whether it is one of them.
     std::string title(x_window window);
     /// Waits for a managed window of that title, drawn at rest; 0 when `limit` passes first.
-    x_window wait_for_window(const std::string& title, seconds limit = seconds(10));
+    x_window wait_for_window(const std::string& title, seconds limit = seconds(30));
     /// Waits until as many windows are managed.
-    bool wait_for_windows(std::size_t count, seconds limit = seconds(10));
+    bool wait_for_windows(std::size_t count, seconds limit = seconds(30));
 
     struct place {
         int x, y, w, h;

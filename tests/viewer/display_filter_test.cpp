@@ -50,7 +50,7 @@ TEST(ScreenLine, ShowsThePrefixAloneBeforeAnyDefinition) {
         EXPECT_EQ(last_shown({line}), "@f@S14 ") << line;
 }
 
-TEST(ScreenLine, HasNoColumnBehindTheFifteenth) {
+TEST(ScreenLine, HasNoColumnAfterTheFifteenth) {
     std::string definition = "#C ", line;
     for (int column = 0; column < 40; ++column) {
         definition += "2 ";

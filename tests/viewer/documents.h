@@ -1,51 +1,27 @@
-// What the tests of the viewer's filters share: documents as lists of lines, and what a filter
-// wrote.
+// What the tests of the viewer's filters share:
+// documents as lists of lines, and what a filter wrote.
 #pragma once
-#include <unistd.h>
+#include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 #include <vector>
 
+#include "tests/support/files.h"
 #include "viewer/display_filter.h"
 #include "viewer/print_filter.h"
 #include "viewer/text_filter.h"
 
 using text_lines = std::vector<std::string>;
 
-inline std::string bytes_of(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// A file of this test process, gone with the object.
-class temporary_file {
-public:
-    temporary_file() {
-        static int made = 0;
-        path_ = std::filesystem::temp_directory_path() /
-                ("viewer_filters_" + std::to_string(getpid()) + "_" + std::to_string(made++));
-    }
-    ~temporary_file() { std::filesystem::remove(path_); }
-    temporary_file(const temporary_file&) = delete;
-    temporary_file& operator=(const temporary_file&) = delete;
-
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
 /// What `write` puts in a file.
 inline std::string written(const std::function<void(std::fstream&)>& write) {
-    const temporary_file file;
-    std::fstream out(file.path(), std::ios::out);
+    const temporary_folder folder;
+    std::fstream out(folder / "document", std::ios::out);
     write(out);
     out.close();
-    return bytes_of(file.path());
+    return bytes_of(folder / "document");
 }
 
 inline int count_of(const text_lines& lines) { return static_cast<int>(lines.size()); }
@@ -95,4 +71,18 @@ inline std::vector<std::string> parts_of(const std::string& text, const std::str
     for (std::size_t at; (at = text.find(end, start)) != std::string::npos; start = at + end.size())
         parts.push_back(text.substr(start, at - start));
     return parts;
+}
+
+/// The content of each page of a PDF document.
+inline text_lines streams(const std::string& document) {
+    text_lines all = parts_of(document, "endstream\n");
+    for (std::string& each : all) each.erase(0, each.find("\nstream\n") + 8);
+    return all;
+}
+
+/// A file of the golden folder, which this library did not write: see golden/make.py.
+inline std::string golden(const std::string& name) {
+    const std::string path = QUORIN_GOLDEN "/" + name;
+    EXPECT_TRUE(std::filesystem::exists(path)) << path;
+    return bytes_of(path);
 }

@@ -10,12 +10,6 @@ namespace {
 const char* const cases[] = {"no_line",  "one_line", "one_cell", "example", "lines_77",
                              "lines_78", "table",    "mixed_1",  "mixed_2"};
 
-std::string golden(const std::string& name) {
-    const std::string path = QUORIN_GOLDEN "/" + name;
-    EXPECT_TRUE(std::filesystem::exists(path)) << path;
-    return bytes_of(path);
-}
-
 text_lines lines_of(const std::string& name) { return parts_of(golden(name + ".lines"), "\n"); }
 
 TEST(GoldenDocuments, AreWrittenByteForByte) {

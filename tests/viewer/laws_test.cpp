@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Lines of text, rules and definitions in any order; `text` makes the text of a line from its
-/// index.
+/// Lines of text, rules and definitions in any order;
+/// `text` makes the text of a line from its index.
 template <class Text>
 text_lines random_lines(random_source& source, Text text) {
     text_lines lines(source.number<std::size_t>(0, 500));
@@ -75,13 +75,6 @@ std::vector<text_lines> marks(const text_lines& pages) {
             if (const std::size_t start = part.find('<'); start != std::string::npos)
                 all.back().push_back(part.substr(start + 1));
     }
-    return all;
-}
-
-/// The content of each page of a PDF document.
-text_lines streams(const std::string& document) {
-    text_lines all = parts_of(document, "endstream\n");
-    for (std::string& each : all) each.erase(0, each.find("\nstream\n"));
     return all;
 }
 

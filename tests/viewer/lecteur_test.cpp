@@ -1,24 +1,13 @@
 // The example program, from outside: its documents without a display, and its window.
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <string>
+#include <vector>
 
 #include "tests/support/programs.h"
 #include "tests/support/screen.h"
 
 namespace {
-
-namespace files = std::filesystem;
-
-std::string bytes_of(const files::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
 
 std::size_t count(const std::string& text, const std::string& part) {
     std::size_t found = 0;
@@ -28,31 +17,18 @@ std::size_t count(const std::string& text, const std::string& part) {
 
 class Lecteur : public testing::Test {
     leaves_nothing nothing_;
+    current_folder folder_;
 
 protected:
-    void SetUp() override {
-        std::string pattern = files::temp_directory_path() / "lecteur_XXXXXX";
-        folder = mkdtemp(pattern.data());
-        files::current_path(folder);
-    }
-    void TearDown() override {
-        files::current_path("/");
-        files::remove_all(folder);
-    }
-    void write(const std::string& name, const std::string& bytes) {
-        std::ofstream(name, std::ios::binary) << bytes;
-    }
     /// As a user without a display runs it.
     outcome run(std::vector<std::string> words) {
         words.insert(words.begin(), {"env", "-u", "DISPLAY", built("lecteur")});
         return run_program(words);
     }
-
-    files::path folder;
 };
 
 TEST_F(Lecteur, ExportsPlainTextWithEveryCharacterThatReadersKnow) {
-    write("a.c", "#include <x>\r\n\tf(\"\\n\"); // #1\n\n" + std::string(250, 'w') + "end");
+    write_bytes("a.c", "#include <x>\r\n\tf(\"\\n\"); // #1\n\n" + std::string(250, 'w') + "end");
     const outcome done = run({"a.c", "--pdf", "a.pdf", "--ps", "a.ps", "--txt", "a.txt"});
     EXPECT_EQ(done.status, 0);
     EXPECT_EQ(done.out + done.err, "");
@@ -72,7 +48,7 @@ TEST_F(Lecteur, ExportsPlainTextWithEveryCharacterThatReadersKnow) {
 TEST_F(Lecteur, ExportsADocumentOfTheViewersMarkupAsItStands) {
     std::string text = "#C T10 T5 T\n#T\n";
     for (int i = 0; i < 80; ++i) text += "a" + std::to_string(i) + "#b\n";
-    write("table", text);
+    write_bytes("table", text);
     EXPECT_EQ(run({"table", "--ps", "t.ps", "--txt", "t.txt"}).status, 0);
     EXPECT_EQ(count(bytes_of("t.ps"), "showpage\n"), 2u);
     EXPECT_NE(bytes_of("t.ps").find("95 780 moveto (b) show\n"), std::string::npos);
@@ -81,14 +57,14 @@ TEST_F(Lecteur, ExportsADocumentOfTheViewersMarkupAsItStands) {
 }
 
 TEST_F(Lecteur, AnEmptyFileIsAnEmptyDocument) {
-    write("empty", "");
+    write_bytes("empty", "");
     EXPECT_EQ(run({"empty", "--pdf", "e.pdf", "--txt", "e.txt"}).status, 0);
     EXPECT_TRUE(bytes_of("e.pdf").starts_with("%PDF-1.4\n"));
     EXPECT_EQ(bytes_of("e.txt"), "");
 }
 
 TEST_F(Lecteur, RefusesInOneLine) {
-    write("a", "x");
+    write_bytes("a", "x");
     const struct {
         std::vector<std::string> words;
         int status;
@@ -130,7 +106,7 @@ TEST_F(Lecteur, RefusesInOneLine) {
 TEST_F(Lecteur, ItsWindowShowsTheFileUntilCancelled) {
     std::string text;
     for (int i = 0; i < 200; ++i) text += "ligne " + std::to_string(i) + " # fin\n";
-    write("notes", text);
+    write_bytes("notes", text);
     screen display;
     program reader({built("lecteur"), "notes", "--english"});
     ASSERT_TRUE(display.wait_for_windows(1));

@@ -67,7 +67,7 @@ TEST(Pages, HoldSeventySevenCountedLines) {
                   0},
                  {"a definition among 77", joined({copies(40, "x"), {"#P"}, copies(37, "x")}), 0},
                  {"a definition among 78", joined({copies(40, "x"), {"#P"}, copies(38, "x")}), 1},
-                 {"a definition behind 77 is a page", joined({copies(77, "x"), {"#C 10 "}}), 1},
+                 {"a definition after 77 is a page", joined({copies(77, "x"), {"#C 10 "}}), 1},
                  {"definitions between two pages",
                   joined({copies(77, "x"), copies(9, "#C"), copies(77, "x")}), 1},
                  {"other markers are text", copies(78, "#X"), 1}};
@@ -193,7 +193,7 @@ TEST(Cells, AreTheirLineWhenASignJoinsThem) {
 }
 
 /// A second way to cut a line: a record at a time. It leaves no sign of a "#" at the line's end,
-/// behind which an empty cell stands.
+/// which an empty cell follows.
 text_lines cells_by_records(std::string line) {
     text_lines cells;
     const bool ends_in_empty_cell = line.empty() || line.ends_with('#');

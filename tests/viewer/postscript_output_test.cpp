@@ -1,29 +1,13 @@
+// What a line draws in a PostScript document, and what its filter keeps. The documents themselves
+// are those of golden_test.cpp.
 #include <gtest/gtest.h>
 
+#include "strings/substring_editing.h"
 #include "tests/viewer/documents.h"
 
 namespace {
 
 using namespace std::string_literals;
-
-const std::string font =
-    "a4\n"
-    "/Times-Roman findfont\n"
-    "7 scalefont\n"
-    "setfont\n";
-
-const std::string head =
-    "%!PS-Adobe-2.0\n"
-    "%%Creator: folvanix\n"
-    "%%Title: tmp.ps\n"
-    "%%Pages: 1\n"
-    "%%PageOrder: Ascend\n"
-    "%%BoundingBox: 0 0 612 792\n"
-    "%%DocumentPaperSizes: a4\n"
-    "%%EndComments\n" +
-    font;
-
-const std::string tail = "showpage\n";
 
 std::string cell(int x, int y, const std::string& text) {
     return std::to_string(x) + " " + std::to_string(y) + " moveto (" + text + ") show\n";
@@ -45,41 +29,10 @@ std::string last_drawn(const text_lines& lines) {
     return written([&](std::fstream& out) { filter.postscript(out, lines.back()); });
 }
 
-TEST(PostscriptDocument, IsOneEmptyPageWithoutLines) {
-    EXPECT_EQ(as_postscript({}), head + tail);
+TEST(PostscriptDocument, IsOneEmptyPageForACountBelowOne) {
     OFD_afficheur_filtre_impression negative(nullptr, -5);
-    EXPECT_EQ(written([&](std::fstream& out) { negative.imprime_postscript(out); }), head + tail);
-}
-
-TEST(PostscriptDocument, HoldsOneLine) {
-    EXPECT_EQ(as_postscript({"text"}), head + "45 790 moveto () show\n" + tail);
-    EXPECT_EQ(as_postscript({"#C T10 T ", "un (1)"}),
-              head +
-                  "45 790 moveto (un 1) show\n"
-                  "newpath 40 790 moveto 40 800 lineto stroke \n"
-                  "newpath 90 790 moveto 90 800 lineto stroke \n" +
-                  tail);
-}
-
-TEST(PostscriptDocument, BreaksAfterSeventySevenCountedLines) {
-    std::string page;
-    for (int row = 1; row <= 77; ++row) page += cell(45, 800 - 10 * row, "x");
-    const text_lines full = copies(77, "x");
-    EXPECT_EQ(as_postscript(joined({{"#C 9 "}, full})), head + page + tail);
-    EXPECT_EQ(as_postscript(joined({{"#C 9 "}, full, {"x"}})),
-              head + page + "showpage\n%%page : 1 1\n" + font + cell(45, 790, "x") + tail);
-    EXPECT_EQ(as_postscript(joined({{"#C 9 "}, full, full, {"x"}})),
-              head + page + "showpage\n%%page : 1 1\n" + font + page + "showpage\n%%page : 2 2\n" +
-                  font + cell(45, 790, "x") + tail);
-}
-
-TEST(PostscriptDocument, DrawsTheRulesOfTheOpenBlockAtEachPagesEnd) {
-    const std::string document = as_postscript(joined({{"#C T9 T "}, copies(78, "x")}));
-    EXPECT_NE(document.find(cell(45, 30, "x") + segment(40, 30, 40, 800) +
-                            segment(85, 30, 85, 800) + "showpage\n%%page"),
-              std::string::npos);
-    EXPECT_TRUE(document.ends_with(cell(45, 790, "x") + segment(40, 790, 40, 800) +
-                                   segment(85, 790, 85, 800) + tail));
+    EXPECT_EQ(written([&](std::fstream& out) { negative.imprime_postscript(out); }),
+              golden("no_line.ps"));
 }
 
 TEST(PostscriptLine, IsDrawnByItsType) {
@@ -111,14 +64,22 @@ TEST(PostscriptLine, IsDrawnByItsType) {
 }
 
 TEST(PostscriptFilter, NamesThePageThatItIsGiven) {
+    const std::string document = golden("table.ps");
+    const std::size_t start = document.find("showpage\n%%page : 1 1\n");
+    ASSERT_NE(start, std::string::npos);
+    const std::string page_break =
+        document.substr(start, document.find("setfont\n", start) + 8 - start);
     OFD_afficheur_filtre_impression filter(nullptr, 0);
+    EXPECT_EQ(written([&](std::fstream& out) { filter.next_page_postscript(out, 1); }), page_break);
     filter.line_counter = filter.column_start_line = 9;
     EXPECT_EQ(written([&](std::fstream& out) { filter.next_page_postscript(out, 1234); }),
-              "showpage\n%%page : 1234 1234\n" + font);
+              substitute_string(page_break, "1 1", "1234 1234"));
     EXPECT_EQ(filter.line_counter, 1);
     EXPECT_EQ(filter.column_start_line, 1);
     EXPECT_EQ(filter.page_index, 0);  // a matter of PDF
-    EXPECT_EQ(written([&](std::fstream& out) { filter.end_postscript(out); }), tail);
+    EXPECT_EQ(written([&](std::fstream& out) { filter.begin_postscript(out); }) +
+                  written([&](std::fstream& out) { filter.end_postscript(out); }),
+              golden("no_line.ps"));
 }
 
 TEST(PostscriptFilter, LeavesThePagesOfThePdfThatItWroteBefore) {
@@ -134,9 +95,11 @@ TEST(PostscriptFilter, KeepsTheColumnsOfThePdfThatItWroteBefore) {
     text_lines lines = {"#C T10 ", "x"};
     OFD_afficheur_filtre_impression filter(lines.data(), 2);
     written([&](std::fstream& out) { filter.imprime_pdf(out); });
-    EXPECT_EQ(
-        written([&](std::fstream& out) { filter.imprime_postscript(out); }),
-        head + segment(40, 800, 40, 800) + cell(45, 790, "x") + segment(40, 790, 40, 800) + tail);
+    const std::string document =
+        written([&](std::fstream& out) { filter.imprime_postscript(out); });
+    EXPECT_TRUE(document.ends_with("setfont\n" + segment(40, 800, 40, 800) + cell(45, 790, "x") +
+                                   segment(40, 790, 40, 800) + "showpage\n"))
+        << document;
 }
 
 }  // namespace

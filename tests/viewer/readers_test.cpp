@@ -14,7 +14,6 @@ class Readers : public testing::Test {
 
 protected:
     Readers() {
-        std::filesystem::create_directory(folder_.path());
         text_lines lines = parts_of(bytes_of(QUORIN_GOLDEN "/table.lines"), "\n");
         OFD_afficheur_filtre_impression filter(lines.data(), count_of(lines));
         std::fstream pdf(path("table.pdf"), std::ios::out),
@@ -23,9 +22,8 @@ protected:
         filter.columns = {};
         filter.imprime_postscript(postscript);
     }
-    ~Readers() override { std::filesystem::remove_all(folder_.path()); }
 
-    std::string path(const std::string& name) const { return folder_.path() / name; }
+    std::string path(const std::string& name) const { return folder_ / name; }
 
     /// What a reader prints. It must say that all went well, or that it repaired the document.
     std::string read(std::vector<std::string> command, int status = 0) const {
@@ -42,11 +40,11 @@ protected:
     }
 
 private:
-    temporary_file folder_;
+    temporary_folder folder_;
 };
 
-/// Whether the three pages of text are the table's: cells on the page where they belong, and only
-/// there.
+/// Whether the three pages of text are the table's:
+/// cells on the page where they belong, and only there.
 void expect_table(const std::array<std::string, 3>& pages) {
     const struct {
         std::string text;

@@ -40,13 +40,14 @@ TEST(TextDocument, IsEmptyForACountBelowOne) {
 }
 
 TEST(TextDocument, HasEachLineInTheFileAtOnce) {
-    const temporary_file file;
-    std::fstream out(file.path(), std::ios::out);
+    const temporary_folder folder;
+    const std::filesystem::path file = folder / "document";
+    std::fstream out(file, std::ios::out);
     OFD_afficheur_filtre_texte filter(nullptr, 0);
     filter.imprime_ligne(out, "un");
-    EXPECT_EQ(bytes_of(file.path()), "un\n");
+    EXPECT_EQ(bytes_of(file), "un\n");
     filter.imprime_ligne(out, "#T");
-    EXPECT_EQ(bytes_of(file.path()), "un\n" + dashes);
+    EXPECT_EQ(bytes_of(file), "un\n" + dashes);
 }
 
 TEST(TextDocument, IgnoresAStreamThatFails) {

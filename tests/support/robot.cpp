@@ -1,4 +1,4 @@
-#include "robot.h"
+#include "tests/support/robot.h"
 
 #include <FL/Fl.H>
 #include <FL/x.H>
@@ -6,7 +6,7 @@
 namespace {
 
 constexpr double poll_s = 0.004;
-constexpr std::chrono::seconds patience(10);
+constexpr std::chrono::seconds patience(30);
 
 std::string label_of(const Fl_Widget& widget) { return widget.label() ? widget.label() : ""; }
 
@@ -143,7 +143,7 @@ bool robot::ready(Fl_Window* window) {
 }
 
 void robot::give_up() {
-    ADD_FAILURE() << "nothing happened for ten seconds, before: "
+    ADD_FAILURE() << "nothing happened for half a minute, before: "
                   << (steps_.empty() ? "the dialog's end" : steps_.front().what);
     steps_.clear();
     while (Fl::modal()) Fl::modal()->hide();
