@@ -131,11 +131,11 @@ TEST(Blocker, CannotExtendThroughABaseAndStaysWhereItTouches) {
     const struct {
         const char *on, *off, *retracted, *extended;
         double stop_mm;
-        const char* incident;
+        std::string incident;
     } zones[] = {
-        {"BZ1=1", "BZ1=0", "b1e", "b1s", 300, "bloqueur 1 arrêté : un support est au-dessus"},
-        {"BZ2=1", "BZ2=0", "b2e", "b2s", 600, "bloqueur 2 arrêté : un support est au-dessus"},
-        {"BZ3=1", "BZ3=0", "b3e", "b3s", 900, "bloqueur 3 arrêté : un support est au-dessus"},
+        {"BZ1=1", "BZ1=0", "b1e", "b1s", 300, blocker_refused[0]},
+        {"BZ2=1", "BZ2=0", "b2e", "b2s", 600, blocker_refused[1]},
+        {"BZ3=1", "BZ3=0", "b3e", "b3s", 900, blocker_refused[2]},
     };
     for (std::size_t zone = 0; zone < 3; ++zone) {
         const auto& [on, off, retracted, extended, stop_mm, incident] = zones[zone];
@@ -174,7 +174,7 @@ TEST(Blocker, CatchesTheNextOfAClosedQueueAsSoonAsTheFirstHasPassed) {
     EXPECT_GT(bases[0].front_mm, 600);
     EXPECT_EQ(bases[1].front_mm, 300);
     EXPECT_EQ(driven.sensor("b1s"), 1);
-    EXPECT_EQ(driven.incidents(), texts{"bloqueur 1 arrêté : un support est au-dessus"});
+    EXPECT_EQ(driven.incidents(), texts{blocker_refused[0]});
 }
 
 TEST(Blocker, ABaseJustAtItsStopIsNotAboveIt) {
