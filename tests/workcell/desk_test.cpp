@@ -154,6 +154,28 @@ TEST(EmergencyStop, NoneOfTheStationsTimesRuns) {
     EXPECT_EQ(press.sensor("timer10_term"), 1);
 }
 
+TEST(EmergencyStop, ForInitBeltsAndDispenserAreStoppedAndTheSuctionIsAsItWas) {
+    station_driver driven;
+    driven.set("MT=1 MTA=1 DEPOSE=1");
+    driven.run_ms(1);
+    EXPECT_EQ(driven.sensor("init"), 0);
+    driven.stop(true);
+    driven.set("ASPI=1");
+    driven.run_ms(1);
+    EXPECT_EQ(driven.sensor("init"), 1);
+    driven.stop(false);
+    driven.set("MT=0 MTA=0 DEPOSE=0");
+    driven.run_ms(1);
+    EXPECT_EQ(driven.sensor("init"), 0);
+    driven.stop(true);
+    driven.set("ASPI=0");
+    driven.run_ms(1000);
+    EXPECT_EQ(driven.sensor("init"), 0);
+    driven.stop(false);
+    driven.run_ms(1);
+    EXPECT_EQ(driven.sensor("init"), 1);
+}
+
 TEST(EmergencyStop, NothingSpillsAndNothingIsRefused) {
     station_driver driven;
     driven.stop(true);
