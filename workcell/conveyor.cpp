@@ -31,7 +31,7 @@ bool under_press(int front_um) {
 
 void conveyor::step(const conveyor_step& now, incident_log& incidents) {
     move_blockers(now.extend, incidents);
-    for (std::size_t i = 0; i < bases_.size(); ++i) move_base(i, now, incidents);
+    move_bases(now, incidents);
     count_base_past_end();
     run_loader();
 }
@@ -61,8 +61,9 @@ void conveyor::move_blockers(const std::array<bool, 3>& extend, incident_log& in
     }
 }
 
+// At half its stroke it has reached the bases' path.
 bool conveyor::blocks(int zone) const {
-    return blockers_[static_cast<std::size_t>(zone)].place_ms > blocker_touch_ms;
+    return blockers_[static_cast<std::size_t>(zone)].place_ms >= blocker_touch_ms;
 }
 
 bool conveyor::base_above(int zone) const {
@@ -71,36 +72,42 @@ bool conveyor::base_above(int zone) const {
     });
 }
 
-void conveyor::move_base(std::size_t index, const conveyor_step& now, incident_log& incidents) {
-    base& moving = bases_[index];
-    const bool waiting = moving.front_um <= 0;
-    if (!(waiting ? now.waiting_belt_runs : now.main_belt_runs)) {
-        moving.held = false;
-        return;
+// However many bases the press holds, it is one command that is refused.
+void conveyor::move_bases(const conveyor_step& now, incident_log& incidents) {
+    const bool may_step_over = now.main_belt_runs && entry_is_free();
+    bool held = false;
+    for (std::size_t i = 0; i < bases_.size(); ++i) {
+        const bool waiting = bases_[i].front_um <= 0;
+        if (!(waiting ? now.waiting_belt_runs : now.main_belt_runs)) continue;
+        const int limit_um =
+            waiting ? limit_on_waiting_belt(i, may_step_over) : limit_on_main_belt(i);
+        if (!move_base(bases_[i], limit_um, now.press_high)) held = true;
     }
-    const int limit_um =
-        waiting ? limit_on_waiting_belt(index, now.main_belt_runs) : limit_on_main_belt(index);
-    const int target_um = std::min(moving.front_um + um_per_step, limit_um);
-    const bool moves = target_um > moving.front_um;
-    const bool refused =
-        moves && !now.press_high && (under_press(moving.front_um) || under_press(target_um));
-    // A base that only settles against its blocker stays where the press caught it: nothing went
-    // wrong.
-    const bool settling =
-        within_presence(moving.front_um, 2) && blocks(2) && moving.front_um <= stop_um(2);
-    const bool held = refused && !settling;
-    if (held && !moving.held) incidents.add(incident::base_held);
-    moving.held = held;
-    if (moves && !refused) moving.front_um = target_um;
+    incidents.watch(incident::base_held, held);
 }
 
-// From the end of the waiting belt a base steps over only when the whole of it will fit on the main
-// belt.
-int conveyor::limit_on_waiting_belt(std::size_t index, bool main_belt_runs) const {
-    if (index == 0) return main_belt_runs ? nowhere_um : 0;
-    const int leader_um = bases_[index - 1].front_um;
-    const bool room = leader_um >= 2 * base_um;
-    return std::min(leader_um - pitch_um, room && main_belt_runs ? nowhere_um : 0);
+// Moves a base by a millisecond's way, up to the limit; false when the press does not let it.
+bool conveyor::move_base(base& moving, int limit_um, bool press_high) {
+    const int target_um = std::min(moving.front_um + um_per_step, limit_um);
+    if (target_um <= moving.front_um) return true;
+    if (press_high || (!under_press(moving.front_um) && !under_press(target_um))) {
+        moving.front_um = target_um;
+        return true;
+    }
+    // One that only settles against its blocker stays where the press caught it: nothing went
+    // wrong.
+    return within_presence(moving.front_um, 2) && blocks(2) && moving.front_um <= stop_um(2);
+}
+
+// Whether the whole of a base that steps over will have room.
+bool conveyor::entry_is_free() const {
+    return std::ranges::none_of(
+        bases_, [](const base& each) { return each.front_um > 0 && each.front_um < 2 * base_um; });
+}
+
+int conveyor::limit_on_waiting_belt(std::size_t index, bool may_step_over) const {
+    const int way_um = may_step_over ? nowhere_um : 0;
+    return index == 0 ? way_um : std::min(bases_[index - 1].front_um - pitch_um, way_um);
 }
 
 int conveyor::limit_on_main_belt(std::size_t index) const {

@@ -12,18 +12,20 @@ namespace station {
 /// A base (support) on one of the belts. Lengths in micrometres: a belt moves 100 of them a
 /// millisecond.
 struct base {
-    int number;       ///< 1 for the first base of the run.
-    int front_um;     ///< Its leading edge; negative on the waiting belt.
-    int glue_ms = 0;  ///< How long glue was laid on it, at most `glue_ms`.
+    /// 1 for the first base of the run.
+    int number;
+    /// Its leading edge; 0 or less on the waiting belt.
+    int front_um;
+    /// For how long glue was laid on it, at most `glue_ms`.
+    int glue_ms = 0;
     bool part = false;
     bool pressed = false;
-    bool held = false;  ///< The press keeps it from moving, and an incident tells so.
 
     bool glued() const { return glue_ms >= station::glue_ms; }
     bool good() const { return glued() && part && pressed; }
 };
 
-/// The commands that act on the belts in one step, and what stands in the way.
+/// The commands that act on the belts in one millisecond, and what stands in the way.
 struct conveyor_step {
     bool waiting_belt_runs, main_belt_runs;
     std::array<bool, 3> extend;
@@ -32,29 +34,36 @@ struct conveyor_step {
 
 class conveyor {
 public:
+    /// With a base at that place, out of a stock of so many.
     conveyor(int first_front_mm, int stock) : stock_(stock) { load(first_front_mm); }
 
     /// One millisecond: the blockers first, then the bases, the foremost first, then the loader.
     void step(const conveyor_step& now, incident_log& incidents);
 
-    /// The base within 5 mm of the stop of zone 0, 1 or 2; null when there is none. Two never are.
+    /// The base within 5 mm of the stop of zone 0, 1 or 2; null when there is none. There is room
+    /// for one only.
     base* at_zone(int zone);
     const base* at_zone(int zone) const { return const_cast<conveyor*>(this)->at_zone(zone); }
 
     /// Whether a base stands under the press's head without being at its stop.
     bool misplaced_under_press() const;
 
+    /// The foremost first.
     const std::vector<base>& bases() const { return bases_; }
     const std::array<cylinder, 3>& blockers() const { return blockers_; }
+    /// The bases that the loader still has.
     int stock() const { return stock_; }
+    /// The bases that left, and the parts that left on them.
     int good() const { return good_; }
     int bad() const { return bad_; }
     int parts_left() const { return parts_left_; }
 
 private:
     void move_blockers(const std::array<bool, 3>& extend, incident_log& incidents);
-    void move_base(std::size_t index, const conveyor_step& now, incident_log& incidents);
-    int limit_on_waiting_belt(std::size_t index, bool main_belt_runs) const;
+    void move_bases(const conveyor_step& now, incident_log& incidents);
+    bool move_base(base& moving, int limit_um, bool press_high);
+    bool entry_is_free() const;
+    int limit_on_waiting_belt(std::size_t index, bool may_step_over) const;
     int limit_on_main_belt(std::size_t index) const;
     bool blocks(int zone) const;
     bool base_above(int zone) const;
@@ -62,7 +71,7 @@ private:
     void run_loader();
     void load(int front_mm);
 
-    std::vector<base> bases_;  ///< The foremost first.
+    std::vector<base> bases_;
     std::array<cylinder, 3> blockers_ = {
         {{blocker_stroke_ms}, {blocker_stroke_ms}, {blocker_stroke_ms}}};
     int stock_;

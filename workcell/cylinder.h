@@ -13,9 +13,10 @@ struct cylinder {
     bool at_rest() const { return place_ms * 50 <= stroke_ms; }
     bool at_far_end() const { return (stroke_ms - place_ms) * 50 <= stroke_ms; }
 
-    /// Whether a motion in `direction` (1 to the far end, -1 back, 0 none) has any way left to go.
-    bool can_move(int direction) const {
-        return (direction > 0 && place_ms < stroke_ms) || (direction < 0 && place_ms > 0);
+    /// Whether a command to `direction` (1 to the far end, -1 back, 0 stay) asks for a motion: it
+    /// does not when the rod is at that end already, as the sensors see it.
+    bool asks_for_motion(int direction) const {
+        return (direction > 0 && !at_far_end()) || (direction < 0 && !at_rest());
     }
     /// One millisecond of travel; stops at the ends.
     void move(int direction) { place_ms = std::clamp(place_ms + direction, 0, stroke_ms); }

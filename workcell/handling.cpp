@@ -13,10 +13,13 @@ void handling::step(const handling_step& now, conveyor& belts, incident_log& inc
         let_go(belts, incidents);
 }
 
+// A refusal of the opposite command is another one.
 void handling::move_drawer(int direction, incident_log& incidents) {
-    const bool refused = drawer_.can_move(direction) && cup_.place_ms > cup_clear_ms;
-    incidents.watch(incident::drawer_refused, refused);
-    if (!refused) drawer_.move(direction);
+    const bool free = cup_.place_ms <= cup_clear_ms;
+    if (free) drawer_.move(direction);
+    const int refused = !free && drawer_.asks_for_motion(direction) ? direction : 0;
+    if (refused != 0 && refused != refused_direction_) incidents.add(incident::drawer_refused);
+    refused_direction_ = refused;
 }
 
 void handling::run_magazine() {

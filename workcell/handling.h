@@ -7,26 +7,32 @@
 
 namespace station {
 
-/// The commands that act on the drawer and the cup in one step.
+/// The commands that act on the drawer and the cup in one millisecond.
 struct handling_step {
-    int drawer;  ///< 1 out, -1 in, 0 stay
-    int cup;     ///< 1 down, -1 up, 0 stay
+    /// 1 out, -1 in, 0 stay.
+    int drawer;
+    /// 1 down, -1 up, 0 stay.
+    int cup;
     bool suction;
 };
 
 class handling {
 public:
+    /// With so many parts in the magazine.
     explicit handling(int magazine) : magazine_(magazine) {}
 
-    /// One millisecond.
+    /// One millisecond: the cup first, then the drawer, the magazine and the suction.
     void step(const handling_step& now, conveyor& belts, incident_log& incidents);
 
-    const cylinder& drawer() const { return drawer_; }  ///< At rest in, at its far end out.
-    const cylinder& cup() const { return cup_; }        ///< At rest high, at its far end low.
+    /// At rest in, at its far end out.
+    const cylinder& drawer() const { return drawer_; }
+    /// At rest high, at its far end low.
+    const cylinder& cup() const { return cup_; }
     bool suction() const { return suction_; }
     bool vacuum() const { return vacuum_ms_ >= vacuum_rise_ms; }
     bool part_in_drawer() const { return part_in_drawer_; }
     bool part_in_cup() const { return part_in_cup_; }
+    /// The parts that the magazine still has, and those that were lost.
     int magazine() const { return magazine_; }
     int lost() const { return lost_; }
 
@@ -40,8 +46,11 @@ private:
     cylinder drawer_{drawer_stroke_ms};
     cylinder cup_{cup_stroke_ms};
     bool suction_ = false, part_in_drawer_ = false, part_in_cup_ = false;
-    int vacuum_ms_ = 0;   ///< How long a held part was sucked.
-    int release_ms_ = 0;  ///< How long a held part was no longer sucked.
+    // Which motion of the drawer was refused in the last millisecond: 1 out, -1 in, 0 none.
+    int refused_direction_ = 0;
+    // For how long a held part was sucked, and for how long it no longer is.
+    int vacuum_ms_ = 0;
+    int release_ms_ = 0;
     int magazine_ms_ = 0;
     int magazine_, lost_ = 0;
 };

@@ -12,7 +12,7 @@ void press::step(int direction, conveyor& belts, incident_log& incidents) {
 }
 
 void press::move(int direction, const conveyor& belts, incident_log& incidents) {
-    const bool refused = direction > 0 && rod_.can_move(direction) &&
+    const bool refused = direction > 0 && rod_.asks_for_motion(direction) &&
                          rod_.place_ms >= press_contact_ms && belts.misplaced_under_press();
     incidents.watch(incident::press_stopped, refused);
     if (!refused) rod_.move(direction);

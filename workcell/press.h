@@ -12,7 +12,9 @@ public:
     /// One millisecond; `direction` is 1 down, -1 up, 0 stay.
     void step(int direction, conveyor& belts, incident_log& incidents);
 
-    const cylinder& rod() const { return rod_; }  ///< At rest high, at its far end low.
+    /// At rest high, at its far end low.
+    const cylinder& rod() const { return rod_; }
+    /// Whether it was low on a base for its ten seconds, and still is.
     bool timer_done() const { return held_ms_ >= press_hold_ms; }
 
 private:

@@ -11,26 +11,29 @@ inline constexpr int waiting_belt_mm = 400;
 inline constexpr int main_belt_mm = 1200;
 inline constexpr int belt_mm_per_s = 100;
 inline constexpr int base_mm = 80;
-inline constexpr int waiting_pitch_mm =
-    100;                               ///< From one leading edge to the next on the waiting belt.
-inline constexpr int presence_mm = 5;  ///< How far from its stop a base still counts as there.
+// From one leading edge to the next on the waiting belt.
+inline constexpr int waiting_pitch_mm = 100;
+// How far from its stop a base still counts as there.
+inline constexpr int presence_mm = 5;
 inline constexpr std::array<int, 3> stop_mm = {300, 600, 900};
 
 // The press's head is centred above a base at its stop, and 10 mm shorter than it at either end.
 inline constexpr int press_head_begin_mm = 830;
 inline constexpr int press_head_end_mm = 890;
 
+// How long each cylinder takes from one end to the other. Places on the way are counted in
+// milliseconds of travel too.
 inline constexpr int blocker_stroke_ms = 300;
 inline constexpr int drawer_stroke_ms = 800;
 inline constexpr int cup_stroke_ms = 600;
 inline constexpr int press_stroke_ms = 1000;
 
-inline constexpr int blocker_touch_ms =
-    150;  ///< Where an extending blocker reaches the bases' path.
-inline constexpr int cup_clear_ms =
-    480;  ///< The lowest place of the cup, 20 %, at which the drawer is free.
-inline constexpr int press_contact_ms =
-    900;  ///< Where a lowering press meets a base that is not at its stop.
+// Where a blocker is in the bases' path.
+inline constexpr int blocker_touch_ms = 150;
+// The lowest place of the cup, 20 % of its height, at which the drawer is free.
+inline constexpr int cup_clear_ms = 480;
+// Where a lowering press meets a base that is not at its stop.
+inline constexpr int press_contact_ms = 900;
 
 inline constexpr int base_loading_ms = 5000;
 inline constexpr int glue_ms = 1000;

@@ -66,6 +66,55 @@ TEST(WaitingBelt, ABaseStepsOverOnlyWhenBothBeltsRunAndTheWholeOfItHasRoom) {
         EXPECT_EQ(bases[i].front_mm, expected_mm[i]) << i;
 }
 
+// The first stands at 159.9 mm, the second waits at the end of the waiting belt.
+TEST(WaitingBelt, BasesThatStepOverOneAfterAnotherAreAHundredAndSixtyMillimetresApart) {
+    station_driver driven;
+    driven.set("MTA=1");
+    driven.run_ms(15'000);
+    driven.set("MT=1");
+    driven.run_ms(1599);
+    EXPECT_EQ(driven.front_mm(0), 159.9);
+    EXPECT_EQ(driven.front_mm(1), 0);
+    driven.run_ms(1);
+    EXPECT_EQ(driven.front_mm(0), 160);
+    EXPECT_EQ(driven.front_mm(1), 0);
+    driven.run_ms(1);
+    EXPECT_EQ(driven.front_mm(0), 160.1);
+    EXPECT_EQ(driven.front_mm(1), 0.1);
+    driven.run_ms(5000);
+    for (std::size_t i = 1; i < 4; ++i)
+        EXPECT_NEAR(driven.front_mm(i - 1) - driven.front_mm(i), 160, 1e-9) << i;
+}
+
+// A base that the press holds stops a closed queue with its last leading edge at exactly 160 mm.
+TEST(WaitingBelt, ABaseStepsOverBehindOneThatStandsAtAHundredAndSixtyMillimetres) {
+    station_driver driven;
+    driven.set("MTA=1 MT=1");
+    driven.wait_front(880);
+    driven.set("MT=0 DESP=1");
+    driven.run_ms(100);
+    driven.set("DESP=0 MT=1");
+    driven.run_ms(60'000);
+    const std::vector<workcell_base> bases = driven.model.state().bases;
+    const auto at_160 =
+        std::ranges::find(bases, 160.0, [](const workcell_base& each) { return each.front_mm; });
+    ASSERT_NE(at_160, bases.end());
+    EXPECT_EQ(at_160[1].front_mm, 80);
+    EXPECT_EQ(at_160[2].front_mm, -20);
+}
+
+TEST(WaitingBelt, KeepsAHundredMillimetresToTheLastBaseOnTheMainBeltToo) {
+    station_driver driven;
+    driven.set("MTA=1");
+    driven.run_ms(15'000);
+    driven.set("MT=1");
+    driven.wait_front(30);
+    driven.set("MT=0");
+    driven.run_ms(5000);
+    EXPECT_EQ(driven.front_mm(0), 30);
+    EXPECT_EQ(driven.front_mm(1), -70);
+}
+
 TEST(MainBelt, RunsAtAHundredMillimetresASecondWithItsCommandOnly) {
     station_driver driven;
     driven.set("MTA=1 MT=1");
@@ -131,11 +180,11 @@ TEST(Blocker, CannotExtendThroughABaseAndStaysWhereItTouches) {
     const struct {
         const char *on, *off, *retracted, *extended;
         double stop_mm;
-        const char* incident;
+        std::string incident;
     } zones[] = {
-        {"BZ1=1", "BZ1=0", "b1e", "b1s", 300, "bloqueur 1 arrêté : un support est au-dessus"},
-        {"BZ2=1", "BZ2=0", "b2e", "b2s", 600, "bloqueur 2 arrêté : un support est au-dessus"},
-        {"BZ3=1", "BZ3=0", "b3e", "b3s", 900, "bloqueur 3 arrêté : un support est au-dessus"},
+        {"BZ1=1", "BZ1=0", "b1e", "b1s", 300, blocker_refused[0]},
+        {"BZ2=1", "BZ2=0", "b2e", "b2s", 600, blocker_refused[1]},
+        {"BZ3=1", "BZ3=0", "b3e", "b3s", 900, blocker_refused[2]},
     };
     for (std::size_t zone = 0; zone < 3; ++zone) {
         const auto& [on, off, retracted, extended, stop_mm, incident] = zones[zone];
@@ -174,7 +223,7 @@ TEST(Blocker, CatchesTheNextOfAClosedQueueAsSoonAsTheFirstHasPassed) {
     EXPECT_GT(bases[0].front_mm, 600);
     EXPECT_EQ(bases[1].front_mm, 300);
     EXPECT_EQ(driven.sensor("b1s"), 1);
-    EXPECT_EQ(driven.incidents(), texts{"bloqueur 1 arrêté : un support est au-dessus"});
+    EXPECT_EQ(driven.incidents(), texts{blocker_refused[0]});
 }
 
 TEST(Blocker, ABaseJustAtItsStopIsNotAboveIt) {

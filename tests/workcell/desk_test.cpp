@@ -5,15 +5,15 @@ namespace {
 
 TEST(Desk, StartAndStopCycleReadOneWhileHeldAndMoveNothing) {
     station_driver driven;
-    driven.model.set_dc(true);
+    driven.model.set_desk({.dc = true});
     EXPECT_EQ(driven.sensor("dc"), 1);
-    driven.model.set_dc(false);
-    driven.model.set_ac(true);
+    EXPECT_EQ(driven.sensor("ac"), 0);
+    driven.model.set_desk({.ac = true});
     EXPECT_EQ(driven.sensor("dc"), 0);
     EXPECT_EQ(driven.sensor("ac"), 1);
     driven.run_ms(2000);
     EXPECT_EQ(driven.sensor("init"), 1);
-    driven.model.set_ac(false);
+    driven.model.set_desk({});
     EXPECT_EQ(driven.sensor("ac"), 0);
 }
 
@@ -58,13 +58,13 @@ TEST(EmergencyStop, EverythingStopsWhereItIsAndGoesOnFromThere) {
     const workcell_state before = stopped.model.state();
     EXPECT_GT(before.blockers_out[0], 0);
     EXPECT_LT(before.blockers_out[0], 1);
-    stopped.model.set_atu(true);
+    stopped.stop(true);
     stopped.run_ms(20'000);
     EXPECT_EQ(stopped.sensor("atu"), 1);
     expect_same_places(stopped.model.state(), before);
     EXPECT_FALSE(stopped.model.state().main_belt_runs);
     EXPECT_EQ(stopped.model.state().time_s, before.time_s + 20);
-    stopped.model.set_atu(false);
+    stopped.stop(false);
     for (const int ms : {1, 100, 400, 10'000}) {
         stopped.run_ms(ms);
         free.run_ms(ms);
@@ -77,12 +77,12 @@ TEST(EmergencyStop, CommandsChangedMeanwhileActOnRelease) {
     station_driver driven;
     driven.set("SORT=1");
     driven.run_ms(400);
-    driven.model.set_atu(true);
+    driven.stop(true);
     driven.set("SORT=0 RENT=1 BZ1=1");
     driven.run_ms(1000);
     EXPECT_EQ(driven.model.state().drawer_out, 0.5);
     EXPECT_EQ(driven.sensor("b1e"), 1);
-    driven.model.set_atu(false);
+    driven.stop(false);
     driven.run_ms(400);
     EXPECT_EQ(driven.model.state().drawer_out, 0);
     EXPECT_EQ(driven.sensor("b1s"), 1);
@@ -91,14 +91,14 @@ TEST(EmergencyStop, CommandsChangedMeanwhileActOnRelease) {
 TEST(EmergencyStop, TheVacuumHoldsThePart) {
     station_driver driven;
     driven.fetch_part();
-    driven.model.set_atu(true);
+    driven.stop(true);
     driven.run_ms(1);
     driven.set("ASPI=0");
     driven.run_ms(60'000);
     EXPECT_EQ(driven.sensor("vide"), 1);
     EXPECT_TRUE(driven.model.state().part_in_cup);
     EXPECT_TRUE(driven.model.state().suction);
-    driven.model.set_atu(false);
+    driven.stop(false);
     driven.run_ms(100);
     EXPECT_EQ(driven.sensor("vide"), 0);
     EXPECT_EQ(driven.incidents(), texts{part_lost});
@@ -109,10 +109,10 @@ TEST(EmergencyStop, APartAlreadyLetGoDoesNotFallEither) {
     driven.fetch_part();
     driven.set("ASPI=0");
     driven.run_ms(99);
-    driven.model.set_atu(true);
+    driven.stop(true);
     driven.run_ms(60'000);
     EXPECT_TRUE(driven.model.state().part_in_cup);
-    driven.model.set_atu(false);
+    driven.stop(false);
     driven.set("ASPI=1");
     driven.run_ms(60'000);
     EXPECT_EQ(driven.sensor("vide"), 1);
@@ -122,11 +122,11 @@ TEST(EmergencyStop, APartAlreadyLetGoDoesNotFallEither) {
 TEST(EmergencyStop, NoneOfTheStationsTimesRuns) {
     station_driver magazine;
     magazine.run_ms(400);
-    magazine.model.set_atu(true);
+    magazine.stop(true);
     magazine.run_ms(10'000);
     EXPECT_EQ(magazine.sensor("pp"), 0);
     EXPECT_EQ(magazine.model.state().bases.size(), 1u);  // Nor is a base loaded.
-    magazine.model.set_atu(false);
+    magazine.stop(false);
     magazine.run_ms(100);
     EXPECT_EQ(magazine.sensor("pp"), 1);
 
@@ -134,9 +134,9 @@ TEST(EmergencyStop, NoneOfTheStationsTimesRuns) {
     glue.bring_to_zone(1);
     glue.set("DEPOSE=1");
     glue.run_ms(900);
-    glue.model.set_atu(true);
+    glue.stop(true);
     glue.run_ms(10'000);
-    glue.model.set_atu(false);
+    glue.stop(false);
     glue.run_ms(99);
     EXPECT_EQ(glue.sensor("colle"), 0);
     glue.run_ms(1);
@@ -146,17 +146,39 @@ TEST(EmergencyStop, NoneOfTheStationsTimesRuns) {
     press.bring_to_zone(3);
     press.play({{"DESP=1", "pb=1"}});
     press.run_ms(5000);
-    press.model.set_atu(true);
+    press.stop(true);
     press.run_ms(10'000);
     EXPECT_EQ(press.sensor("timer10_term"), 0);
-    press.model.set_atu(false);
+    press.stop(false);
     press.run_ms(4999);
     EXPECT_EQ(press.sensor("timer10_term"), 1);
 }
 
+TEST(EmergencyStop, ForInitBeltsAndDispenserAreStoppedAndTheSuctionIsAsItWas) {
+    station_driver driven;
+    driven.set("MT=1 MTA=1 DEPOSE=1");
+    driven.run_ms(1);
+    EXPECT_EQ(driven.sensor("init"), 0);
+    driven.stop(true);
+    driven.set("ASPI=1");
+    driven.run_ms(1);
+    EXPECT_EQ(driven.sensor("init"), 1);
+    driven.stop(false);
+    driven.set("MT=0 MTA=0 DEPOSE=0");
+    driven.run_ms(1);
+    EXPECT_EQ(driven.sensor("init"), 0);
+    driven.stop(true);
+    driven.set("ASPI=0");
+    driven.run_ms(1000);
+    EXPECT_EQ(driven.sensor("init"), 0);
+    driven.stop(false);
+    driven.run_ms(1);
+    EXPECT_EQ(driven.sensor("init"), 1);
+}
+
 TEST(EmergencyStop, NothingSpillsAndNothingIsRefused) {
     station_driver driven;
-    driven.model.set_atu(true);
+    driven.stop(true);
     driven.set("DEPOSE=1 DESV=1 SORT=1 DESP=1 MT=1 MTA=1");
     driven.run_ms(10'000);
     EXPECT_EQ(driven.incidents(), texts{});

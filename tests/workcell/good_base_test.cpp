@@ -51,9 +51,9 @@ TEST(GoodBase, ComesOutOfStepsOfTenMillisecondsToo) {
     station_driver driven;
     for (const auto& [commands, then_wait] : good_base) {
         driven.set(commands);
-        const int index = input_index(then_wait.substr(0, then_wait.find('=')));
+        const int index = checked_place(station_inputs, then_wait.substr(0, then_wait.find('=')));
         int steps = 0;
-        do driven.model.step(0.010);
+        do driven.step(0.010);
         while (driven.model.sensor(index) != then_wait.back() - '0' && ++steps < 6000);
     }
     let_it_leave(driven);

@@ -15,8 +15,8 @@ void add_to_hash(std::uint64_t& hash, std::uint64_t value) {
 
 // Every sensor, and the places that no sensor sees.
 void add_state(std::uint64_t& hash, const workcell_model& model) {
-    for (std::size_t i = 0; i < station_inputs.size(); ++i)
-        add_to_hash(hash, static_cast<std::uint64_t>(model.sensor(static_cast<int>(i))));
+    for (int i = 0; i < place_of(station_input::count); ++i)
+        add_to_hash(hash, static_cast<std::uint64_t>(model.sensor(i)));
     const workcell_state state = model.state();
     for (const workcell_base& each : state.bases)
         add_to_hash(hash, static_cast<std::uint64_t>(std::llround(each.front_mm * 1000)));
@@ -28,32 +28,34 @@ void add_state(std::uint64_t& hash, const workcell_model& model) {
 
 // Sets a few commands at random, as a whole; the same numbers each time.
 void set_at_random(workcell_model& model, std::mt19937_64& random) {
-    for (int i = 0; i < static_cast<int>(station_outputs.size()); ++i)
+    for (int i = 0; i < place_of(station_output::count); ++i)
         if (random() % 4 == 0) model.set_command(i, static_cast<int>(random() % 2));
-    model.set_atu(random() % 10 == 0);
+    model.set_desk({.atu = random() % 10 == 0});
 }
 
+// Ten minutes of random commands, a second of `advance` each.
 template <typename Advance>
 std::uint64_t history(std::uint64_t seed, Advance advance) {
-    workcell_model model(seed);
+    station_driver driven(seed);
     std::mt19937_64 random(99);
     std::uint64_t hash = hash_start;
     for (int second = 0; second < 600; ++second) {
-        set_at_random(model, random);
-        advance(model, hash);
-        add_state(hash, model);
+        set_at_random(driven.model, random);
+        advance(driven, hash);
+        add_state(hash, driven.model);
     }
-    for (const workcell_incident& each : model.take_incidents())
-        for (const char* c = each.text; *c != '\0'; ++c)
-            add_to_hash(hash, static_cast<unsigned char>(*c));
+    for (const station_incident& each : driven.take_incidents()) {
+        add_to_hash(hash, static_cast<std::uint64_t>(each.ms));
+        for (const char c : each.text) add_to_hash(hash, static_cast<unsigned char>(c));
+    }
     return hash;
 }
 
 TEST(History, IsTheSameTwiceAtEveryStep) {
-    const auto every_step = [](workcell_model& model, std::uint64_t& hash) {
+    const auto every_step = [](station_driver& driven, std::uint64_t& hash) {
         for (int i = 0; i < 100; ++i) {
-            model.step(0.010);
-            add_state(hash, model);
+            driven.step(0.010);
+            add_state(hash, driven.model);
         }
     };
     EXPECT_EQ(history(42, every_step), history(42, every_step));
@@ -62,8 +64,8 @@ TEST(History, IsTheSameTwiceAtEveryStep) {
 
 TEST(History, DoesNotDependOnHowTheTimeIsCut) {
     const auto cut = [](double seconds, int times) {
-        return [=](workcell_model& model, std::uint64_t&) {
-            for (int i = 0; i < times; ++i) model.step(seconds);
+        return [=](station_driver& driven, std::uint64_t&) {
+            for (int i = 0; i < times; ++i) driven.step(seconds);
         };
     };
     const std::uint64_t whole = history(42, cut(1.0, 1));
@@ -72,15 +74,15 @@ TEST(History, DoesNotDependOnHowTheTimeIsCut) {
     EXPECT_EQ(history(42, cut(0.0001, 10'000)), whole);
     EXPECT_EQ(history(42, cut(0.0625, 16)), whole);
     EXPECT_EQ(history(42, cut(0.008, 125)), whole);
-    const auto uneven = [](workcell_model& model, std::uint64_t&) {
-        for (const double part : {0.0003, 0.0197, 0.33, 0.1501, 0.4999}) model.step(part);
+    const auto uneven = [](station_driver& driven, std::uint64_t&) {
+        for (const double part : {0.0003, 0.0197, 0.33, 0.1501, 0.4999}) driven.step(part);
     };
     EXPECT_EQ(history(42, uneven), whole);
 }
 
 TEST(Step, NothingHappensForWhatIsNoTime) {
     workcell_model model(1);
-    model.set_command(output_index("BZ1"), 1);
+    model.set_command(place_of(station_output::BZ1), 1);
     for (const double nothing :
          {0.0, -0.0, -1.0, -1e300, std::nan(""), -std::numeric_limits<double>::infinity()})
         model.step(nothing);
@@ -96,27 +98,31 @@ TEST(Step, AdvancesAnHourAtMost) {
     }
 }
 
-TEST(Incidents, CarryTheirTimeAndAreTakenOnce) {
-    station_driver driven;
-    driven.run_ms(1234);
-    driven.set("DEPOSE=1");
-    driven.run_ms(1);
-    const std::vector<workcell_incident> taken = driven.model.take_incidents();
-    ASSERT_EQ(taken.size(), 1u);
-    EXPECT_EQ(taken[0].time_s, 1.235);
-    EXPECT_EQ(taken[0].text, glue_spilled);
-    EXPECT_TRUE(driven.model.take_incidents().empty());
-    EXPECT_EQ(driven.model.state().incidents, 1);
+TEST(Incidents, AreThoseOfTheLastStepEachWithTheEndOfItsMillisecond) {
+    workcell_model model(1);
+    model.step(1.234);
+    EXPECT_TRUE(model.incidents().empty());
+    model.set_command(place_of(station_output::DEPOSE), 1);
+    model.step(0.010);
+    ASSERT_EQ(model.incidents().size(), 1u);
+    EXPECT_EQ(model.incidents()[0].ms, 1235);
+    EXPECT_EQ(model.incidents()[0].text, glue_spilled);
+    EXPECT_EQ(model.state().incidents, 1);
+    for (const double next : {0.010, 0.0}) {
+        model.step(next);
+        EXPECT_TRUE(model.incidents().empty());
+    }
+    EXPECT_EQ(model.state().incidents, 1);
 }
 
 TEST(Supplies, NoneOrFewerLeaveTheStationEmpty) {
     for (const workcell_supplies none : {workcell_supplies{0, 0}, workcell_supplies{-5, -5}}) {
         workcell_model model(1, none);
-        model.set_command(output_index("MTA"), 1);
+        model.set_command(place_of(station_output::MTA), 1);
         model.step(60);
         EXPECT_TRUE(model.state().bases.empty());
         EXPECT_EQ(model.state().bases_in_stock, 0);
-        EXPECT_EQ(model.sensor(input_index("pp")), 0);
+        EXPECT_EQ(model.sensor(place_of(station_input::pp)), 0);
     }
 }
 

@@ -23,7 +23,7 @@ public:
         if (--left_in_mood_ <= 0) change_mood();
         if (chance(2000)) stopped_ = true;
         if (chance(100)) stopped_ = false;
-        driven_.model.set_atu(stopped_);
+        driven_.stop(stopped_);
         if (wild_ ? chance(15) : chance(20'000)) toggle_any();
         if (!wild_) go_on_working();
     }
@@ -163,7 +163,7 @@ TEST(Laws, HoldForTenHoursOfRandomCommands) {
     std::set<std::string> kinds;
     for (int step = 0; step < 10 * 3600 * 100; ++step) {
         hand.before_step();
-        driven.model.step(0.010);
+        driven.step(0.010);
         workcell_state now = driven.model.state();
         ASSERT_TRUE(no_sensor_pair_contradicts(driven)) << now.time_s;
         ASSERT_TRUE(no_two_bases_overlap(now)) << now.time_s;
@@ -176,7 +176,7 @@ TEST(Laws, HoldForTenHoursOfRandomCommands) {
     }
     // The ten hours were not spent standing still: all that can go wrong did, and bases came out,
     // good ones too.
-    EXPECT_EQ(kinds.size(), 9u);
+    EXPECT_EQ(kinds.size(), static_cast<std::size_t>(station::incident::count));
     EXPECT_GT(before.good, 50);
     EXPECT_GT(before.bad, 50);
     RecordProperty("good", before.good);

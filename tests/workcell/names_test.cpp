@@ -1,15 +1,16 @@
+// The names, in the order in which the link carries them.
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "workcell/station_names.h"
+#include "session/station_model.h"
+#include "workcell/workcell_model.h"
 
 namespace {
 
-template <typename Names>
-std::string joined(const Names& names) {
+std::string joined(name_span names) {
     std::string all;
-    for (const char* name : names) all += std::string(name) + ' ';
+    for (const std::string_view name : names) all.append(name) += ' ';
     return all;
 }
 
@@ -21,15 +22,26 @@ TEST(StationNames, AreThePanelsInItsOrderThenTheTimer) {
               "DEPOSE MTA MT ASPI RENT SORT DESV MONV DESP MONP BZ1 BZ2 BZ3 ");
 }
 
-TEST(StationNames, AreFoundByTheirExactSpelling) {
-    for (std::size_t i = 0; i < station_inputs.size(); ++i)
-        EXPECT_EQ(input_index(station_inputs[i]), static_cast<int>(i));
-    for (std::size_t i = 0; i < station_outputs.size(); ++i)
-        EXPECT_EQ(output_index(station_outputs[i]), static_cast<int>(i));
-    for (const char* unknown : {"", "TE", "te ", "t", "tee", "MT", "timer10"})
-        EXPECT_EQ(input_index(unknown), -1) << unknown;
-    for (const char* unknown : {"", "mt", "MT ", "M", "MTAA", "te"})
-        EXPECT_EQ(output_index(unknown), -1) << unknown;
+TEST(StationNames, StandAtTheirEnumeratorsPlace) {
+    EXPECT_EQ(index_of(station_inputs, "b1e"), place_of(station_input::b1e));
+    EXPECT_EQ(index_of(station_inputs, "te"), place_of(station_input::te));
+    EXPECT_EQ(index_of(station_inputs, "timer10_term"), place_of(station_input::timer10_term));
+    EXPECT_EQ(index_of(station_outputs, "DEPOSE"), place_of(station_output::DEPOSE));
+    EXPECT_EQ(index_of(station_outputs, "BZ3"), place_of(station_output::BZ3));
+}
+
+TEST(StationModel, TellsItsNamesAndWithWhatItWasSetUp) {
+    const workcell_model model(29, {12, -5});
+    EXPECT_EQ(model.name(), "zk4");
+    EXPECT_EQ(joined(model.inputs()), joined(station_inputs));
+    EXPECT_EQ(joined(model.outputs()), joined(station_outputs));
+    const std::vector<station_fact> facts = model.facts();
+    ASSERT_EQ(facts.size(), 3u);
+    const char* expected[][2] = {{"graine", "29"}, {"bases", "12"}, {"pieces", "0"}};
+    for (std::size_t i = 0; i < facts.size(); ++i) {
+        EXPECT_EQ(facts[i].name, expected[i][0]);
+        EXPECT_EQ(facts[i].value, expected[i][1]);
+    }
 }
 
 }  // namespace

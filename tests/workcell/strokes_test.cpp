@@ -7,7 +7,7 @@ TEST(Station, StartsAtRestWithOneBaseOnTheWaitingBelt) {
     for (const std::uint64_t seed : {0ull, 1ull, 2ull, 12345ull, ~0ull}) {
         const station_driver at_start(seed);
         for (std::size_t i = 0; i < station_inputs.size(); ++i) {
-            const std::string name = station_inputs[i];
+            const std::string_view name = station_inputs[i];
             const bool set = name == "b1e" || name == "b2e" || name == "b3e" || name == "te" ||
                              name == "vh" || name == "ph" || name == "init";
             EXPECT_EQ(at_start.model.sensor(static_cast<int>(i)), set) << name;
@@ -104,7 +104,7 @@ TEST(Station, ABlockerIsBroughtBackByItsSpring) {
 TEST(Station, OnlyExactlyOneIsOn) {
     for (const std::int32_t value : {0, 2, -1, 255, 257, INT32_MAX, INT32_MIN}) {
         station_driver driven;
-        driven.model.set_command(output_index("BZ1"), value);
+        driven.model.set_command(place_of(station_output::BZ1), value);
         driven.run_ms(400);
         EXPECT_EQ(driven.sensor("b1e"), 1) << value;
     }
@@ -112,10 +112,11 @@ TEST(Station, OnlyExactlyOneIsOn) {
 
 TEST(Station, IndicesThatDoNotExistReadZeroAndSetNothing) {
     station_driver driven;
-    for (const int index : {-1, INT32_MIN, INT32_MAX, 13, 23}) driven.model.set_command(index, 1);
+    const int outputs = place_of(station_output::count), inputs = place_of(station_input::count);
+    for (const int index : {-1, INT32_MIN, INT32_MAX, outputs}) driven.model.set_command(index, 1);
     driven.run_ms(400);
     EXPECT_EQ(driven.sensor("init"), 1);
-    for (const int index : {-1, INT32_MIN, INT32_MAX, 23})
+    for (const int index : {-1, INT32_MIN, INT32_MAX, inputs})
         EXPECT_EQ(driven.model.sensor(index), 0) << index;
 }
 
