@@ -33,7 +33,10 @@ std::map<std::string, int> dictionary(const std::vector<std::string>& names) {
     return all;
 }
 
-const std::vector<std::string> input_names(station_inputs.begin(), station_inputs.begin() + 22);
+// The panel shows all inputs but the last one, the press's timer.
+const std::vector<std::string> input_names(station_inputs.begin(),
+                                           station_inputs.begin() +
+                                               place_of(station_input::timer10_term));
 const std::vector<std::string> output_names(station_outputs.begin(), station_outputs.end());
 
 void receive_with_a_publication(benchmark::State& state) {
@@ -46,7 +49,8 @@ void receive_with_a_publication(benchmark::State& state) {
 BENCHMARK(receive_with_a_publication);
 
 void copy_of_23_values(benchmark::State& state) {
-    std::int32_t from[23] = {}, to[23];
+    constexpr int values = place_of(station_input::count);
+    std::int32_t from[values] = {}, to[values];
     for (auto _ : state) {
         benchmark::DoNotOptimize(from);
         std::memcpy(to, from, sizeof to);

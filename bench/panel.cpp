@@ -92,7 +92,7 @@ void measure_delays(screen& display) {
         std::this_thread::sleep_for(std::chrono::microseconds(100'000 + random() % 150'000));
     };
 
-    const int te = input_index("te"), mt = output_index("MT");
+    constexpr int te = place_of(station_input::te), mt = place_of(station_output::MT);
     std::vector<double> to_pixel_ms, to_segment_ms;
     for (int i = 0; i < delays; ++i) {
         pause();

@@ -8,7 +8,8 @@ namespace station {
 namespace {
 
 constexpr int um_per_mm = 1000;
-constexpr int um_per_step = belt_mm_per_s;  // Millimetres a second are micrometres a millisecond.
+// Millimetres a second are micrometres a millisecond.
+constexpr int um_per_ms = belt_mm_per_s;
 constexpr int base_um = base_mm * um_per_mm;
 constexpr int pitch_um = waiting_pitch_mm * um_per_mm;
 constexpr int belt_end_um = main_belt_mm * um_per_mm;
@@ -48,7 +49,7 @@ bool conveyor::misplaced_under_press() const {
     });
 }
 
-// A blocker at the touching place neither stops a base nor goes further while one is above it.
+// A base above a blocker stops it where it touches.
 void conveyor::move_blockers(const std::array<bool, 3>& extend, incident_log& incidents) {
     constexpr incident refusals[] = {incident::blocker_1_refused, incident::blocker_2_refused,
                                      incident::blocker_3_refused};
@@ -88,7 +89,7 @@ void conveyor::move_bases(const conveyor_step& now, incident_log& incidents) {
 
 // Moves a base by a millisecond's way, up to the limit; false when the press does not let it.
 bool conveyor::move_base(base& moving, int limit_um, bool press_high) {
-    const int target_um = std::min(moving.front_um + um_per_step, limit_um);
+    const int target_um = std::min(moving.front_um + um_per_ms, limit_um);
     if (target_um <= moving.front_um) return true;
     if (press_high || (!under_press(moving.front_um) && !under_press(target_um))) {
         moving.front_um = target_um;

@@ -21,15 +21,16 @@ struct output_row {
     std::string_view name;
 };
 
-// The name is the enumerator's own spelling.
-#define COMMAND(name) \
-    { station_output::name, #name }
+// A name is spelt as its enumerator.
+// clang-format off
+#define COMMAND(name) {station_output::name, #name}
 constexpr output_row output_rows[] = {
     COMMAND(DEPOSE), COMMAND(MTA),  COMMAND(MT),   COMMAND(ASPI), COMMAND(RENT),
     COMMAND(SORT),   COMMAND(DESV), COMMAND(MONV), COMMAND(DESP), COMMAND(MONP),
     COMMAND(BZ1),    COMMAND(BZ2),  COMMAND(BZ3),
 };
 #undef COMMAND
+// clang-format on
 static_assert(one_row_each(output_rows));
 
 }  // namespace
@@ -41,12 +42,8 @@ struct sensor_table {
         bool (*reads)(const workcell_model&);
     };
 
-// The name is the enumerator's own spelling.
-#define SENSOR(name, reading)                                                       \
-    {                                                                               \
-        station_input::name, #name, [](const workcell_model& m) { return reading; } \
-    }
-    // clang-format off
+// clang-format off
+    #define SENSOR(name, reading) {station_input::name, #name, [](const workcell_model& m) { return reading; }}
     static constexpr row rows[] = {
         SENSOR(b1e,          m.belts_.blockers()[0].at_rest()),
         SENSOR(b1s,          m.belts_.blockers()[0].at_far_end()),
@@ -72,8 +69,8 @@ struct sensor_table {
         SENSOR(atu,          m.desk_.atu),
         SENSOR(timer10_term, m.press_.timer_done()),
     };
-// clang-format on
-#undef SENSOR
+    #undef SENSOR
+    // clang-format on
 };
 static_assert(one_row_each(sensor_table::rows));
 

@@ -66,7 +66,6 @@ TEST(WaitingBelt, ABaseStepsOverOnlyWhenBothBeltsRunAndTheWholeOfItHasRoom) {
         EXPECT_EQ(bases[i].front_mm, expected_mm[i]) << i;
 }
 
-// The first stands at 159.9 mm, the second waits at the end of the waiting belt.
 TEST(WaitingBelt, BasesThatStepOverOneAfterAnotherAreAHundredAndSixtyMillimetresApart) {
     station_driver driven;
     driven.set("MTA=1");

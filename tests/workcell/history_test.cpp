@@ -90,6 +90,18 @@ TEST(Step, NothingHappensForWhatIsNoTime) {
     EXPECT_EQ(model.state().blockers_out[0], 0);
 }
 
+TEST(Step, TakesCommandsAndDeskWhenItsFirstWholeMillisecondBegins) {
+    for (const bool stopped : {false, true}) {
+        workcell_model model(1);
+        model.step(0.0004);
+        model.set_command(place_of(station_output::BZ1), 1);
+        model.set_desk({.atu = stopped});
+        model.step(0.0006);
+        EXPECT_EQ(model.state().time_s, 0.001);
+        EXPECT_EQ(model.state().blockers_out[0] > 0, !stopped);
+    }
+}
+
 TEST(Step, AdvancesAnHourAtMost) {
     for (const double much : {3600.0, 3601.0, 1e300, std::numeric_limits<double>::infinity()}) {
         workcell_model model(1, {0, 0});
