@@ -88,6 +88,12 @@ TEST_F(Lecteur, RefusesInOneLine) {
                  {{}, 2, "lecteur: FICHIER is required\n"},
                  {{"a", "b"}, 2, ""},
                  {{"a", "--pdf"}, 2, ""},
+                 {{"a", "--pdf", ""}, 2, "lecteur: --pdf: le nom est vide\n"},
+                 {{"a", "--ps="}, 2, ""},
+                 {{"a", "--txt", ""}, 2, "lecteur: --txt: le nom est vide\n"},
+                 {{"a", "--txt", "o", "--pdf", ""}, 2, "lecteur: --pdf: le nom est vide\n"},
+                 {{"a", "--viewer", ""}, 2, "lecteur: --viewer: le nom est vide\n"},
+                 {{""}, 2, "lecteur: FICHIER: le nom est vide\n"},
                  {{"a", "--what"}, 2, ""}};
     for (const auto& [words, status, why] : cases) {
         const outcome refused = run(words);
