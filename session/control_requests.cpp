@@ -69,8 +69,16 @@ constexpr control_requests::row control_requests::rows[] = {
 // clang-format on
 
 std::optional<control_answer> control_requests::carry_out(const std::string& request, bool over) {
-    static_assert(one_row_each(rows));
     over_ = over;
+    try {
+        return find_and_carry_out(request);
+    } catch (const failure& why) {
+        return control_answer{why.status, why.why + "\n"};
+    }
+}
+
+control_requests::answer control_requests::find_and_carry_out(const std::string& request) {
+    static_assert(one_row_each(rows));
     std::istringstream stream(request);
     words operands{std::istream_iterator<std::string>(stream), {}};
     const std::string word = operands.front();
@@ -79,7 +87,7 @@ std::optional<control_answer> control_requests::carry_out(const std::string& req
         if (each.word != word) continue;
         if (operands.size() < each.least_operands || operands.size() > each.most_operands)
             return misunderstood("demande incomprise: " + request);
-        if (over && each.key != control_word::status)
+        if (over_ && each.key != control_word::status)
             return control_answer{exit_status::session_over, "la session est terminée\n"};
         return (this->*each.carry_out)(operands);
     }
@@ -140,7 +148,10 @@ control_requests::answer control_requests::fault(const words& operands) {
     return done;
 }
 
-control_requests::answer control_requests::diagnose(const words&) {
+control_requests::answer control_requests::diagnose(const words& operands) {
+    for (const std::string& word : operands)
+        if (word.find('=') == std::string::npos)
+            return misunderstood(word + ": NOM=PANNE est attendu");
     return refused("aucun exercice n'est en cours");
 }
 
@@ -162,12 +173,12 @@ control_requests::answer control_requests::speed(const words& operands) {
 
 control_requests::answer control_requests::step(const words& operands) {
     const double wanted_s = number_between("step", operands.front(), step_s, longest_run_s);
-    const double steps = std::round(wanted_s / step_s);
-    if (std::abs(wanted_s / step_s - steps) > 1e-6)
+    const long long steps = std::llround(wanted_s / step_s);
+    if (static_cast<double>(steps * step_ms) / 1000 != wanted_s)
         return misunderstood("step " + operands.front() + ": un multiple de 0.01 est attendu");
     if (!time_.paused()) return refused("la session n'est pas en pause");
     if (time_.steps_left() > 0) return refused("des pas sont déjà en cours");
-    time_.run(static_cast<long long>(steps));
+    time_.run(steps);
     return std::nullopt;
 }
 

@@ -1,0 +1,62 @@
+// A control socket in a folder of the test's own, served step by step at times that the test says.
+#pragma once
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "session/control_address.h"
+#include "session/control_socket.h"
+#include "tests/support/control_client.h"
+
+/// $XDG_RUNTIME_DIR for a test: an empty folder, removed at its end.
+class runtime_folder {
+public:
+    runtime_folder() {
+        std::string pattern = std::filesystem::temp_directory_path() / "quorin_rt_XXXXXX";
+        path = mkdtemp(pattern.data());
+        setenv("XDG_RUNTIME_DIR", path.c_str(), 1);
+    }
+    ~runtime_folder() {
+        unsetenv("XDG_RUNTIME_DIR");
+        std::filesystem::remove_all(path);
+    }
+    runtime_folder(const runtime_folder&) = delete;
+    runtime_folder& operator=(const runtime_folder&) = delete;
+
+    std::filesystem::path path;
+};
+
+struct served_socket {
+    using moment = control_socket::moment;
+
+    /// Does all that there is to do at `ms` after the start.
+    void serve(int ms = 0) {
+        const moment now = start + std::chrono::milliseconds(ms);
+        for (int i = 0; i < 10'000; ++i) {
+            pollfd events{socket.descriptor(), POLLIN, 0};
+            const std::optional<moment> deadline = socket.next_deadline();
+            if (poll(&events, 1, 0) == 0 && !(deadline && *deadline <= now)) return;
+            socket.service(now, carry_out);
+        }
+        ADD_FAILURE() << "it never comes to rest";
+    }
+    /// What a client that sends these bytes is answered.
+    std::string answer_to(const std::string& bytes) {
+        const control_client client(control_path(ident));
+        client.send_bytes(bytes);
+        serve();
+        return client.heard() ? client.answer(0).value_or("still open") : "no answer";
+    }
+
+    static constexpr int ident = 12;
+    runtime_folder folder;
+    control_socket socket{ident};
+    const moment start = std::chrono::steady_clock::now();
+    std::vector<std::string> requests;  ///< All that were carried out.
+    control_socket::handler carry_out = [this](const std::string& request) {
+        requests.push_back(request);
+        return control_answer{exit_status::done, "done: " + request + "\n"};
+    };
+};
