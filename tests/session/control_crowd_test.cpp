@@ -13,7 +13,7 @@ TEST(ControlCrowd, GoodRequestsAreAnsweredBesideAHundredStalledClients) {
     served_socket test;
     std::list<control_client> stalled;
     for (int i = 0; i < 100; ++i) {
-        stalled.emplace_back(control_path(test.ident));
+        stalled.emplace_back(control_socket_path(test.ident));
         ASSERT_TRUE(stalled.back().connected());
         if (i % 2) stalled.back().send_bytes("stat");
         test.serve();
@@ -42,7 +42,8 @@ TEST(ControlCrowd, GoodRequestsAreAnsweredAmongTenThousandMalformedOnes) {
 TEST(ControlCrowd, OneCallDoesABoundedAmountOfWork) {
     served_socket test;
     std::list<control_client> crowd;
-    for (int i = 0; i < 200; ++i) crowd.emplace_back(control_path(test.ident)).send_bytes("x\n");
+    for (int i = 0; i < 200; ++i)
+        crowd.emplace_back(control_socket_path(test.ident)).send_bytes("x\n");
     test.socket.service(test.start, test.carry_out);
     test.socket.service(test.start, test.carry_out);
     EXPECT_LT(test.requests.size(), crowd.size());
@@ -53,12 +54,12 @@ TEST(ControlCrowd, OneCallDoesABoundedAmountOfWork) {
 TEST(ControlCrowd, WhoeverWaitsForAnAnswerKeepsItsPlaceInAnyCrowd) {
     served_socket test;
     test.carry_out = [](const std::string&) { return std::nullopt; };
-    const control_client waiting(control_path(test.ident));
+    const control_client waiting(control_socket_path(test.ident));
     waiting.send_bytes("step 1\n");
     test.serve();
     std::list<control_client> crowd;
     for (int i = 0; i < 600; ++i) {
-        crowd.emplace_back(control_path(test.ident));
+        crowd.emplace_back(control_socket_path(test.ident));
         test.serve();
     }
     EXPECT_FALSE(waiting.heard());
@@ -70,7 +71,7 @@ TEST(ControlCrowd, WhoeverWaitsForAnAnswerKeepsItsPlaceInAnyCrowd) {
 // once there are some again.
 TEST(ControlCrowd, GoesOnOnceDescriptorsThatRanOutAreBack) {
     served_socket test;
-    const control_client waiting(control_path(test.ident));
+    const control_client waiting(control_socket_path(test.ident));
     waiting.send_bytes("status\n");
     rlimit before;
     getrlimit(RLIMIT_NOFILE, &before);
@@ -82,7 +83,7 @@ TEST(ControlCrowd, GoesOnOnceDescriptorsThatRanOutAreBack) {
     for (int i = 0; i < 10; ++i) test.socket.service(test.start, test.carry_out);
     setrlimit(RLIMIT_NOFILE, &before);
     test.serve();
-    const control_client next(control_path(test.ident));
+    const control_client next(control_socket_path(test.ident));
     next.send_bytes("status\n");
     test.serve(100);
     EXPECT_EQ(next.answer(0), "0\ndone: status\n");

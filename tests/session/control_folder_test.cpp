@@ -43,11 +43,10 @@ TEST(ControlFolder, IsInTheUsersRuntimeFolderElseInTmp) {
     {
         const runtime_folder folder;
         EXPECT_EQ(control_folder(), folder.path / "quorin");
-        EXPECT_EQ(control_path(1234567), folder.path / "quorin/1234567");
     }
     EXPECT_EQ(control_folder(), in_tmp);
     setenv("XDG_RUNTIME_DIR", "", 1);
-    EXPECT_EQ(control_path(7), in_tmp + "/7");
+    EXPECT_EQ(control_folder(), in_tmp);
     unsetenv("XDG_RUNTIME_DIR");
 }
 
@@ -57,7 +56,7 @@ TEST(ControlFolder, IsMadeForItsUserAlone) {
     struct stat status;
     ASSERT_EQ(stat(control_folder().c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0700u);
-    ASSERT_EQ(stat(control_path(12).c_str(), &status), 0);
+    ASSERT_EQ(stat(control_socket_path(12).c_str(), &status), 0);
     EXPECT_TRUE(S_ISSOCK(status.st_mode));
     EXPECT_EQ(status.st_mode & 077, 0u);
 }
@@ -68,7 +67,7 @@ TEST(ControlFolder, OneThatOthersMayEnterIsRefusedInOneLine) {
         mkdir(control_folder().c_str(), 0700);
         chmod(control_folder().c_str(), mode);
         EXPECT_TRUE(is_refused(control_folder())) << std::oct << mode;
-        EXPECT_FALSE(files::exists(control_path(12)));
+        EXPECT_FALSE(files::exists(control_socket_path(12)));
         chmod(control_folder().c_str(), 0700);
         EXPECT_EQ(refusal_of_a_socket(), "");
     }
@@ -117,26 +116,26 @@ TEST(ControlFolder, TheSocketIsGoneWithItsObject) {
 TEST(ControlFolder, SocketsOfDeadSessionsGoWhenTheNextStartsAndOnlyThose) {
     const runtime_folder folder;
     const control_socket living(1);
-    leave_a_dead_socket(control_path(2));
-    leave_a_dead_socket(control_path(12));
+    leave_a_dead_socket(control_socket_path(2));
+    leave_a_dead_socket(control_socket_path(12));
     std::ofstream(control_folder() + "/3") << "no socket";
     {
         const control_socket next(12);
-        EXPECT_TRUE(control_client(control_path(12)).connected());
-        EXPECT_FALSE(files::exists(control_path(2)));
-        EXPECT_TRUE(files::exists(control_path(3)));
+        EXPECT_TRUE(control_client(control_socket_path(12)).connected());
+        EXPECT_FALSE(files::exists(control_socket_path(2)));
+        EXPECT_TRUE(files::exists(control_socket_path(3)));
     }
-    EXPECT_TRUE(control_client(control_path(1)).connected());
+    EXPECT_TRUE(control_client(control_socket_path(1)).connected());
 }
 
 TEST(ControlFolder, OneDeadSocketIsRemovedAloneAndALivingOneNever) {
     const runtime_folder folder;
     const control_socket living(1);
-    for (const int ident : {2, 3}) leave_a_dead_socket(control_path(ident));
-    for (const int ident : {1, 2, 4}) remove_dead_socket(control_path(ident));
-    EXPECT_TRUE(control_client(control_path(1)).connected());
-    EXPECT_FALSE(files::exists(control_path(2)));
-    EXPECT_TRUE(files::exists(control_path(3)));
+    for (const int ident : {2, 3}) leave_a_dead_socket(control_socket_path(ident));
+    for (const int ident : {1, 2, 4}) remove_dead_socket(control_socket_path(ident));
+    EXPECT_TRUE(control_client(control_socket_path(1)).connected());
+    EXPECT_FALSE(files::exists(control_socket_path(2)));
+    EXPECT_TRUE(files::exists(control_socket_path(3)));
 }
 
 // Each of several processes makes its socket again and again: none may take another's for dead
@@ -151,7 +150,7 @@ TEST(ControlFolder, SessionsThatStartAtOnceDoNotRemoveOneAnother) {
         for (int i = 0; i < 150; ++i) {
             const std::string why = refusal_of_a_socket(child);
             const control_socket socket(child);
-            all = all && why.empty() && control_client(control_path(child)).connected();
+            all = all && why.empty() && control_client(control_socket_path(child)).connected();
         }
         _exit(all ? 0 : 1);
     }

@@ -65,7 +65,7 @@ TEST(ControlSocket, WhatIsNoRequestIsMisuseAndNeverCarriedOut) {
 TEST(ControlSocket, ALineThatTheClientNeverEndsIsMisuse) {
     served_socket test;
     for (const std::string bytes : {"status", "s", "desk atu=1"}) {
-        const control_client client(control_path(test.ident));
+        const control_client client(control_socket_path(test.ident));
         client.send_bytes(bytes);
         client.finish();
         test.serve();
@@ -76,7 +76,7 @@ TEST(ControlSocket, ALineThatTheClientNeverEndsIsMisuse) {
 
 TEST(ControlSocket, AClientThatSaysNothingAtAllIsAnsweredNothing) {
     served_socket test;
-    const control_client client(control_path(test.ident));
+    const control_client client(control_socket_path(test.ident));
     client.finish();
     test.serve();
     EXPECT_EQ(client.answer(0), "");
@@ -85,7 +85,7 @@ TEST(ControlSocket, AClientThatSaysNothingAtAllIsAnsweredNothing) {
 
 TEST(ControlSocket, ARequestMayComeInPieces) {
     served_socket test;
-    const control_client client(control_path(test.ident));
+    const control_client client(control_socket_path(test.ident));
     for (const char* const piece : {"st", "at", "us", "\n"}) {
         EXPECT_FALSE(client.heard());
         client.send_bytes(piece);
@@ -96,7 +96,7 @@ TEST(ControlSocket, ARequestMayComeInPieces) {
 
 TEST(ControlSocket, AClientThatDripsIsDroppedAfterASecond) {
     served_socket test;
-    const control_client client(control_path(test.ident));
+    const control_client client(control_socket_path(test.ident));
     test.serve();
     int ms = 0;
     for (; ms < 1000; ms += 100) {
@@ -112,9 +112,9 @@ TEST(ControlSocket, AClientThatDripsIsDroppedAfterASecond) {
 
 TEST(ControlSocket, ASilentClientIsDroppedAfterASecondAndNoneBefore) {
     served_socket test;
-    const control_client early(control_path(test.ident));
+    const control_client early(control_socket_path(test.ident));
     test.serve(0);
-    const control_client late(control_path(test.ident));
+    const control_client late(control_socket_path(test.ident));
     test.serve(500);
     EXPECT_EQ(test.socket.next_deadline(), test.start + std::chrono::seconds(1));
     test.serve(999);
@@ -129,7 +129,7 @@ TEST(ControlSocket, ASilentClientIsDroppedAfterASecondAndNoneBefore) {
 
 TEST(ControlSocket, AClientThatOnlySendsNoMoreStillGetsItsAnswer) {
     served_socket test;
-    const control_client client(control_path(test.ident));
+    const control_client client(control_socket_path(test.ident));
     client.send_bytes("status\n");
     client.finish();
     test.serve();
@@ -141,7 +141,7 @@ TEST(ControlSocket, AnswersThatComeLaterReachAllWhoWaitHoweverLong) {
     test.carry_out = [](const std::string&) { return std::nullopt; };
     std::list<control_client> waiting;
     for (const bool half_closed : {false, true, false}) {
-        waiting.emplace_back(control_path(test.ident)).send_bytes("step 1\n");
+        waiting.emplace_back(control_socket_path(test.ident)).send_bytes("step 1\n");
         if (half_closed) waiting.back().finish();
     }
     test.serve();
@@ -160,7 +160,7 @@ TEST(ControlSocket, OthersAreAnsweredWhileOneWaits) {
     test.carry_out = [&](const std::string& request) {
         return request == "step 1" ? std::nullopt : at_once(request);
     };
-    const control_client waiting(control_path(test.ident));
+    const control_client waiting(control_socket_path(test.ident));
     waiting.send_bytes("step 1\n");
     test.serve();
     EXPECT_EQ(test.answer_to("status\n"), "0\ndone: status\n");
@@ -175,12 +175,12 @@ TEST(ControlSocket, ClientsThatVanishAreForgotten) {
             return control_answer{exit_status::done, std::string(3000, 'x') + "\n"};
         };
         {
-            const control_client client(control_path(test.ident));
+            const control_client client(control_socket_path(test.ident));
             if (bytes.size() % 2) test.serve();
             client.send_bytes(bytes);
         }
         test.serve();
-        { const control_client other(control_path(test.ident)); }
+        { const control_client other(control_socket_path(test.ident)); }
         test.serve(2000);
         EXPECT_FALSE(test.socket.next_deadline()) << bytes;
     }
@@ -197,7 +197,8 @@ TEST(ControlSocket, AnAnswerThatNobodyReadsHoldsNobodyUp) {
         return control_answer{exit_status::done, std::string(length, 'x') + "\n"};
     };
     std::list<control_client> deaf;
-    for (int i = 0; i < 20; ++i) deaf.emplace_back(control_path(test.ident)).send_bytes("all\n");
+    for (int i = 0; i < 20; ++i)
+        deaf.emplace_back(control_socket_path(test.ident)).send_bytes("all\n");
     test.serve();
     EXPECT_EQ(test.answer_to("one\n"), "0\nx\n");
     test.serve(10'000);

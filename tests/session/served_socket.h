@@ -2,31 +2,12 @@
 #pragma once
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <string>
+#include <vector>
 
-#include "session/control_address.h"
 #include "session/control_socket.h"
 #include "tests/support/control_client.h"
-
-/// $XDG_RUNTIME_DIR for a test: an empty folder, removed at its end.
-class runtime_folder {
-public:
-    runtime_folder() {
-        std::string pattern = std::filesystem::temp_directory_path() / "quorin_rt_XXXXXX";
-        path = mkdtemp(pattern.data());
-        setenv("XDG_RUNTIME_DIR", path.c_str(), 1);
-    }
-    ~runtime_folder() {
-        unsetenv("XDG_RUNTIME_DIR");
-        std::filesystem::remove_all(path);
-    }
-    runtime_folder(const runtime_folder&) = delete;
-    runtime_folder& operator=(const runtime_folder&) = delete;
-
-    std::filesystem::path path;
-};
+#include "tests/support/runtime_folder.h"
 
 struct served_socket {
     using moment = control_socket::moment;
@@ -44,7 +25,7 @@ struct served_socket {
     }
     /// What a client that sends these bytes is answered.
     std::string answer_to(const std::string& bytes) {
-        const control_client client(control_path(ident));
+        const control_client client(control_socket_path(ident));
         client.send_bytes(bytes);
         serve();
         return client.heard() ? client.answer(0).value_or("still open") : "no answer";

@@ -6,9 +6,18 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
+#include <cstdlib>
 #include <optional>
 #include <string>
+
+/// The control socket of a session of this user, in the runtime folder of the test.
+inline std::string control_socket_path(const std::string& ident) {
+    const char* const folder = std::getenv("XDG_RUNTIME_DIR");
+    return std::string(folder ? folder : "/nowhere") + "/quorin/" + ident;
+}
+inline std::string control_socket_path(int ident) {
+    return control_socket_path(std::to_string(ident));
+}
 
 class control_client {
 public:
