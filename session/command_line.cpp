@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "ioshare/io_printable.h"
 #include "session/failure.h"
 #include "session/whole_number.h"
 
@@ -17,49 +18,74 @@ struct given_values {
 };
 
 bool asks(const std::vector<std::string>& words, std::string_view one, std::string_view other) {
-    const auto end = std::ranges::find(words, "--");
-    return std::any_of(words.begin(), end,
-                       [&](const std::string& word) { return word == one || word == other; });
+    return std::ranges::any_of(
+        words, [&](const std::string& word) { return word == one || word == other; });
+}
+
+/// CLI11 takes a word such as "[a,b]" for a list of two; a NUL at its end, which no command line
+/// can hold, keeps it whole.
+std::string guarded(const std::string& word) { return word.ends_with(']') ? word + '\0' : word; }
+std::string unguarded(std::string word) {
+    if (word.ends_with('\0')) word.pop_back();
+    return word;
+}
+
+void add_option(CLI::App& app, given_values& given) {
+    const command_option& option = *given.option;
+    if (option.value_name.empty()) {
+        app.add_flag(option.name, given.times);
+        return;
+    }
+    app.add_option(option.name, given.values)
+        ->expected(1, option.several ? CLI::detail::expected_max_vector_size : 1)
+        ->allow_extra_args(option.several)
+        ->multi_option_policy(option.repeatable || option.several ? CLI::MultiOptionPolicy::TakeAll
+                                                                  : CLI::MultiOptionPolicy::Throw);
 }
 
 void describe(CLI::App& app, const command_line& line, std::vector<given_values>& given,
               std::vector<std::string>& operands) {
-    app.set_help_flag("--help,-h", "affiche cette aide");
-    app.set_version_flag("--version", line.program + " " QUORIN_VERSION, "affiche la version");
+    app.set_help_flag();  // Help and version are asked for before anything is parsed.
     for (const command_option& each : line.options) given.push_back({&each, {}});
-    for (given_values& each : given) {
-        if (each.option->value_name.empty()) {
-            app.add_flag(each.option->name, each.times, each.option->meaning);
-            continue;
-        }
-        app.add_option(each.option->name, each.values, each.option->meaning)
-            ->type_name(each.option->value_name)
-            ->expected(1)
-            ->multi_option_policy(each.option->repeatable ? CLI::MultiOptionPolicy::TakeAll
-                                                          : CLI::MultiOptionPolicy::Throw);
-    }
-    if (!line.operands.empty()) app.add_option("operands", operands)->group("");
+    for (given_values& each : given) add_option(app, each);
+    if (!line.operands.empty()) app.add_option("operands", operands);
 }
 
-std::string help(const CLI::App& app, const command_line& line) {
+std::string help_row(std::string name, const std::string& meaning) {
+    name.resize(std::max<std::size_t>(name.size() + 2, 30), ' ');
+    return "  " + name + meaning + "\n";
+}
+
+std::string help(const command_line& line) {
     const std::string operands = line.operands.empty() ? "" : " " + line.operands;
-    std::string text =
-        line.description + "\nUsage: " + line.program + operands + " [OPTIONS]\n\n" + "Options:\n";
-    for (const CLI::Option* each : app.get_options()) {
-        if (each->get_name() == "operands") continue;
-        std::string names = each->get_name(false, true);
-        if (each->get_type_size() > 0) names += " " + each->get_type_name();
-        names.resize(std::max<std::size_t>(names.size() + 2, 30), ' ');
-        text += "  " + names + each->get_description() + "\n";
+    std::string text = line.description + "\nUsage: " + line.program + operands + " [OPTIONS]\n\n" +
+                       "Options:\n" + help_row("-h,--help", "affiche cette aide") +
+                       help_row("--version", "affiche la version");
+    for (const command_option& each : line.options) {
+        const std::string value = each.value_name.empty() ? "" : " " + each.value_name;
+        text += help_row(each.name + value + (each.several ? "..." : ""), each.meaning);
     }
     return text + line.notes;
 }
 
+constexpr char misunderstood[] = "ligne de commande incomprise: ";
+
+/// `--option=` with nothing behind it, for which CLI11 would take the next word, and a flag that is
+/// given a value.
+void refuse_odd_values(const command_line& line, const std::vector<std::string>& words) {
+    for (const std::string& word : words) {
+        const std::string name = word.substr(0, word.find('='));
+        const auto option = std::ranges::find(line.options, name, &command_option::name);
+        if (option == line.options.end() || name == word) continue;
+        if (option->value_name.empty()) throw misuse(misunderstood + io_printable(word));
+        if (word.size() == name.size() + 1) throw misuse(name + ": une valeur est attendue");
+    }
+}
+
 /// What is wrong, in one French line: CLI11's own words are English.
 std::string misunderstanding(const CLI::App& app, const CLI::ParseError& error) {
-    constexpr char misunderstood[] = "ligne de commande incomprise: ";
     const std::vector<std::string> unexpected = app.remaining(true);
-    if (!unexpected.empty()) return misunderstood + unexpected.front();
+    if (!unexpected.empty()) return misunderstood + io_printable(unguarded(unexpected.front()));
     const std::string words = error.what();  // They begin with the option and a colon.
     return misunderstood + words.substr(0, words.find(':'));
 }
@@ -67,27 +93,41 @@ std::string misunderstanding(const CLI::App& app, const CLI::ParseError& error) 
 void hand_over(const given_values& given) {
     const command_option& option = *given.option;
     for (int i = 0; i < given.times; ++i) option.take("");
-    for (const std::string& value : given.values) {
+    for (const std::string& each : given.values) {
+        const std::string value = unguarded(each);
         if (value.empty()) throw misuse("une valeur est attendue");
         option.take(value);
+    }
+}
+
+void parse(CLI::App& app, const std::vector<std::string>& words) {
+    std::vector<std::string> backwards;  // CLI11 takes the words from the last to the first.
+    for (auto word = words.rbegin(); word != words.rend(); ++word)
+        backwards.push_back(guarded(*word));
+    try {
+        app.parse(backwards);
+    } catch (const CLI::ParseError& error) {
+        throw misuse(misunderstanding(app, error));
     }
 }
 
 }  // namespace
 
 command_words read_command_line(const command_line& line, const std::vector<std::string>& words) {
+    const auto dashes = std::ranges::find(words, "--");
+    const std::vector<std::string> before(words.begin(), dashes);
+    if (asks(before, "--help", "-h")) return {{}, help(line)};
+    if (asks(before, "--version", "--version")) return {{}, line.program + " " QUORIN_VERSION "\n"};
+    refuse_odd_values(line, before);
     CLI::App app(line.description, line.program);
     std::vector<given_values> given;
     command_words read;
     describe(app, line, given, read.operands);
-    if (asks(words, "--help", "-h")) return {{}, help(app, line)};
-    if (asks(words, "--version", "--version")) return {{}, app.version() + "\n"};
-    try {
-        // CLI11 takes the words from the last to the first.
-        app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
-    } catch (const CLI::ParseError& error) {
-        throw misuse(misunderstanding(app, error));
-    }
+    parse(app, before);
+    for (std::string& each : read.operands) each = unguarded(each);
+    if (dashes != words.end()) read.operands.insert(read.operands.end(), dashes + 1, words.end());
+    if (line.operands.empty() && !read.operands.empty())
+        throw misuse(misunderstood + io_printable(read.operands.front()));
     for (const given_values& each : given) {
         try {
             hand_over(each);
@@ -102,5 +142,5 @@ double number_between(const std::string& value, double least, double most) {
     const std::optional<double> number = whole_number<double>(value);
     if (number && *number >= least && *number <= most) return *number;
     throw misuse("un nombre de " + CLI::detail::to_string(least) + " à " +
-                 CLI::detail::to_string(most) + " est attendu, pas " + value);
+                 CLI::detail::to_string(most) + " est attendu, pas " + io_printable(value));
 }

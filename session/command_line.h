@@ -16,8 +16,10 @@ struct command_option {
     /// French, one line, without an end of line
     std::string meaning;
     bool repeatable = false;
+    /// Whether it takes all the words up to the next option or "--".
+    bool several = false;
     /// Takes a value (empty for a flag), or throws `misuse`, without the option's name. An empty
-    /// value never gets here.
+    /// value never gets here. Called once for each word of an option that takes several.
     std::function<void(const std::string& value)> take;
 };
 
@@ -73,6 +75,6 @@ template <class Rows, class Options>
 void add_options(command_line& line, const Rows& rows, Options& options) {
     for (const auto& row : rows)
         line.options.push_back(
-            {row.name, row.value_name, row.meaning, row.repeatable,
+            {row.name, row.value_name, row.meaning, row.repeatable, false,
              [&options, take = row.take](const std::string& value) { take(options, value); }});
 }

@@ -68,8 +68,16 @@ constexpr control_requests::row control_requests::rows[] = {
 // clang-format on
 
 std::optional<control_answer> control_requests::carry_out(const std::string& request, bool over) {
-    static_assert(one_row_each(rows));
     over_ = over;
+    try {
+        return find_and_carry_out(request);
+    } catch (const failure& why) {
+        return control_answer{why.status, why.why + "\n"};
+    }
+}
+
+control_requests::answer control_requests::find_and_carry_out(const std::string& request) {
+    static_assert(one_row_each(rows));
     std::istringstream stream(request);
     words operands{std::istream_iterator<std::string>(stream), {}};
     const std::string word = operands.front();
@@ -78,7 +86,7 @@ std::optional<control_answer> control_requests::carry_out(const std::string& req
         if (each.word != word) continue;
         if (operands.size() < each.least_operands || operands.size() > each.most_operands)
             return misunderstood("demande incomprise: " + request);
-        if (over && each.key != control_word::status) return session_is_over;
+        if (over_ && each.key != control_word::status) return session_is_over;
         return (this->*each.carry_out)(operands);
     }
     return misunderstood("demande incomprise: " + word);
@@ -138,7 +146,10 @@ control_requests::answer control_requests::fault(const words& operands) {
     return done;
 }
 
-control_requests::answer control_requests::diagnose(const words&) {
+control_requests::answer control_requests::diagnose(const words& operands) {
+    for (const std::string& word : operands)
+        if (word.find('=') == std::string::npos)
+            return misunderstood(word + ": NOM=PANNE est attendu");
     return refused("aucun exercice n'est en cours");
 }
 
@@ -160,13 +171,13 @@ control_requests::answer control_requests::speed(const words& operands) {
 
 control_requests::answer control_requests::step(const words& operands) {
     const double wanted_s = number_between(operands.front(), step_s, longest_run_s);
-    const double steps = std::round(wanted_s / step_s);
-    if (std::abs(wanted_s / step_s - steps) > 1e-6)
+    const long long steps = std::llround(wanted_s / step_s);
+    if (static_cast<double>(steps * step_ms) / 1000 != wanted_s)
         return misunderstood("un multiple de 0.01 est attendu, pas " + operands.front());
     if (!time_.paused()) return refused("la session n'est pas en pause");
     if (time_.steps_left() > 0) return refused("des pas sont déjà en cours");
-    time_.run(static_cast<long long>(steps));
-    goal_ms_ = run_.ms() + static_cast<std::int64_t>(steps) * step_ms;
+    time_.run(steps);
+    goal_ms_ = run_.ms() + steps * step_ms;
     return std::nullopt;
 }
 

@@ -15,8 +15,9 @@ public:
     control_requests(station_run& run, step_clock& time, const session_options& options)
         : run_(run), time_(time), options_(options) {}
 
-    /// Carries out a request, words with a blank between two. Nothing when the answer has to wait
-    /// for steps that it asked for. Once the session is `over`, only its status is told.
+    /// Carries out a request, words with a blank between two; never throws. Nothing when the answer
+    /// has to wait for steps that it asked for. Once the session is `over`, only its status is
+    /// told.
     std::optional<control_answer> carry_out(const std::string& request, bool over);
     /// The answer for who waits for steps, once it is known.
     [[nodiscard]] std::optional<control_answer> later_answer(bool over) const;
@@ -27,6 +28,7 @@ private:
     using words = std::vector<std::string>;
     using answer = std::optional<control_answer>;
 
+    answer find_and_carry_out(const std::string& request);
     answer status(const words& operands);
     answer desk(const words& operands);
     answer fault(const words& operands);

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 
 #include "session/control_folder.h"
 
@@ -96,11 +97,17 @@ void control_socket::accept_clients(moment now) {
             close(client);
             continue;
         }
-        // The oldest makes room: it has been silent for longest.
-        if (clients_.size() >= most_clients) drop(clients_.begin());
+        if (clients_.size() >= most_clients) make_room();
         clients_.push_back({client, now + patience});
         listen_for(client, EPOLLIN, EPOLL_CTL_ADD);
     }
+}
+
+// The oldest goes that has been silent for longest. One that waits for its answer is not silent.
+void control_socket::make_room() {
+    const auto oldest = std::ranges::find_if(
+        clients_, [](const connection& each) { return each.at != stage::waiting; });
+    if (oldest != clients_.end()) drop(oldest);
 }
 
 void control_socket::take_bytes(connection& client, bool gone, moment now,

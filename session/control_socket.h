@@ -57,6 +57,7 @@ private:
 
     void listen_for(int descriptor, unsigned events, int change) const;
     void accept_clients(moment now);
+    void make_room();
     void take_bytes(connection& client, bool gone, moment now, const handler& carry_out);
     void take_request(connection& client, moment now, const handler& carry_out, bool at_end);
     void answer(connection& client, moment now, const control_answer& answer);

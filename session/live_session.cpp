@@ -108,13 +108,8 @@ live_session::duration live_session::service() {
 
 void live_session::serve_requests(moment now) {
     if (!control_) return;
-    control_->service(now, [this](const std::string& request) -> std::optional<control_answer> {
-        try {
-            return requests_.carry_out(request, over());
-        } catch (const failure& why) {
-            return control_answer{why.status, why.why + "\n"};
-        }
-    });
+    control_->service(
+        now, [this](const std::string& request) { return requests_.carry_out(request, over()); });
 }
 
 void live_session::make_due_steps() {

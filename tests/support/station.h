@@ -58,6 +58,9 @@ public:
         process = std::make_unique<program>(options);
         ident = wait_for_ident(*process);
     }
+    /// One that was started otherwise.
+    explicit station(std::unique_ptr<program> started)
+        : process(std::move(started)), ident(wait_for_ident(*process)) {}
 
     /// Runs quorin-io on its segment.
     outcome io(std::vector<std::string> words) const {
