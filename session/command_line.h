@@ -13,7 +13,9 @@ struct command_option {
     std::string value_name;  ///< "X"; empty for a flag
     std::string meaning;     ///< French, one line, without an end of line
     bool repeatable = false;
-    /// Takes a value (empty for a flag), or throws `misuse`. An empty value never gets here.
+    bool several = false;  ///< Takes all the words up to the next option, or up to "--".
+    /// Takes a value (empty for a flag), or throws `misuse`. An empty value never gets here. Called
+    /// once for each word of an option that takes several.
     std::function<void(const std::string& value)> take;
 };
 
@@ -21,15 +23,17 @@ struct command_option {
 struct command_line {
     std::string program;      ///< "zk4sim"
     std::string description;  ///< French, one line
-    std::string operands;     ///< How the usage shows what is no option: "<ident> COMMANDE"; empty: nothing else is taken.
+    std::string operands;     ///< How the usage shows what is no option: "<ident> COMMANDE"; empty:
+                              ///< nothing else is taken.
     std::vector<command_option> options;
     std::string notes;  ///< More lines of help, after the options; each ends with an end of line.
 };
 
 /// What is left to do once a command line was read.
 struct command_words {
-    std::vector<std::string> operands;      ///< The words that are no options, in their order.
-    std::optional<std::string> answer = {};  ///< What --help or --version prints instead of all else.
+    std::vector<std::string> operands;  ///< The words that are no options, in their order.
+    std::optional<std::string> answer =
+        {};  ///< What --help or --version prints instead of all else.
 };
 
 /// Reads the words after the program's name, in any order, and calls `take` for each option given,

@@ -1,12 +1,7 @@
 // The segment that zk4sim serves: made so that nothing of it is left, however the program ends.
 #pragma once
-#include <sys/types.h>
-
-#include <chrono>
-#include <ctime>
 #include <list>
 #include <string>
-#include <utility>
 
 #include "ioshare/io_server.h"
 
@@ -20,18 +15,3 @@ inline constexpr unsigned long station_holders = 2;
 using name_list = std::list<std::string>;
 
 IOsharemem_server make_station_server(const name_list& inputs, const name_list& outputs);
-
-/// Tells for how long a segment has had no client, by who is attached besides its own holders.
-class client_watch {
-public:
-    /// `holders` processes hold the segment without being clients.
-    client_watch(int ident, unsigned long holders);
-    /// Looks. Seconds since a client was last attached, or since the watch began.
-    double seconds_alone();
-
-private:
-    int ident_;
-    unsigned long holders_;
-    std::pair<std::time_t, pid_t> last_leaving_{};
-    std::chrono::steady_clock::time_point last_seen_;
-};

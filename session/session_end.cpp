@@ -8,11 +8,13 @@
 #include <cerrno>
 #include <csignal>
 
+#include "ioshare/io_clocks.h"
+
 namespace {
 
 // The handler reads and writes these: each is lock-free.
 std::atomic<bool> asked_to_end = false, child_ended = false;
-std::atomic<volatile std::int64_t*> served_clock = nullptr;
+std::atomic<io_segment*> served = nullptr;
 std::array<std::atomic<pid_t>, 2> children = {};
 static_assert(std::atomic<pid_t>::is_always_lock_free && std::atomic<void*>::is_always_lock_free);
 
@@ -25,8 +27,8 @@ bool is_over(pid_t child) {
 }
 
 void announce_when_due() {
-    volatile std::int64_t* const clock = served_clock;
-    if (session_end::due() && clock) *clock = -1;
+    io_segment* const segment = served;
+    if (session_end::due() && segment) io_end_session(*segment);
 }
 
 void note(int number) {
@@ -53,7 +55,7 @@ void session_end::watch() {
 }
 
 void session_end::announce_on(io_segment& segment) {
-    served_clock = &segment.inputs_clock;
+    served = &segment;
     announce_when_due();
 }
 

@@ -15,7 +15,7 @@
 #include <ctime>
 #include <initializer_list>
 
-#include "ioshare/io_segment.h"
+#include "ioshare/io_clocks.h"
 #include "session/served_segment.h"
 
 namespace {
@@ -42,11 +42,6 @@ bool read_whole(int from, std::int32_t& value) {
     return got == sizeof value;
 }
 
-void end_session(io_segment* segment) {
-    volatile std::int64_t& clock = segment->inputs_clock;
-    if (clock >= 0) clock = -1;
-}
-
 /// Holds nothing of the simulator's but the pipe: whoever reads the simulator's output must see its
 /// end.
 void let_go_of_everything_but(int descriptor) {
@@ -62,7 +57,7 @@ void let_go_of_everything_but(int descriptor) {
 class dead_lock_watch {
 public:
     void look(io_segment& segment, int ident) {
-        const std::int64_t clock = *const_cast<volatile std::int64_t*>(&segment.inputs_clock);
+        const std::int64_t clock = io_read_clock(segment.inputs_clock);
         const bool taken = taken_by_no_client(segment, ident);
         if (taken && taken_before_ && clock == clock_before_) sem_post(&segment.lock);
         taken_before_ = taken;
@@ -106,7 +101,7 @@ void await_simulator(int line, io_segment* segment, int ident) {
         segment = static_cast<io_segment*>(address);
         if (write(simulator_line, &ident, sizeof ident) != sizeof ident) break;
     }
-    if (segment) end_session(segment);
+    if (segment) io_end_session(*segment);
     remove_segments_of(simulator, start);
     _exit(0);
 }

@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 
+#include "session/client_watch.h"
 #include "session/panel_process.h"
 #include "session/served_segment.h"
 #include "session/session_end.h"
