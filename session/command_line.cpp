@@ -18,24 +18,22 @@ struct given_values {
 };
 
 bool asks(const std::vector<std::string>& words, std::string_view one, std::string_view other) {
-    const auto end = std::ranges::find(words, "--");
-    return std::any_of(words.begin(), end,
-                       [&](const std::string& word) { return word == one || word == other; });
+    return std::ranges::any_of(
+        words, [&](const std::string& word) { return word == one || word == other; });
 }
 
 /// CLI11 takes a word such as "[a,b]" for a list of two; a NUL at its end, which no command line
 /// can hold, keeps it whole.
-std::string guarded(const std::string& word) {
-    return word.size() > 1 && word.front() == '[' && word.back() == ']' ? word + '\0' : word;
-}
-void unguard(std::string& word) {
-    if (!word.empty() && word.back() == '\0') word.pop_back();
+std::string guarded(const std::string& word) { return word.ends_with(']') ? word + '\0' : word; }
+std::string unguarded(std::string word) {
+    if (word.ends_with('\0')) word.pop_back();
+    return word;
 }
 
 void add_option(CLI::App& app, given_values& given) {
     const command_option& option = *given.option;
     if (option.value_name.empty()) {
-        app.add_flag(option.name, given.times)->disable_flag_override();
+        app.add_flag(option.name, given.times);
         return;
     }
     app.add_option(option.name, given.values)
@@ -70,19 +68,24 @@ std::string help(const command_line& line) {
     return text + line.notes;
 }
 
-/// `--option=` without anything behind it: CLI11 would take the next word for its value.
-void refuse_empty_values(const command_line& line, const std::vector<std::string>& words) {
-    const auto end = std::ranges::find(words, "--");
-    for (const command_option& each : line.options)
-        if (std::find(words.begin(), end, each.name + "=") != end)
-            throw misuse(each.name + ": une valeur est attendue");
+constexpr char misunderstood[] = "ligne de commande incomprise: ";
+
+/// `--option=` with nothing behind it, for which CLI11 would take the next word, and a flag that is
+/// given a value.
+void refuse_odd_values(const command_line& line, const std::vector<std::string>& words) {
+    for (const std::string& word : words) {
+        const std::string name = word.substr(0, word.find('='));
+        const auto option = std::ranges::find(line.options, name, &command_option::name);
+        if (option == line.options.end() || name == word) continue;
+        if (option->value_name.empty()) throw misuse(misunderstood + io_printable(word));
+        if (word.size() == name.size() + 1) throw misuse(name + ": une valeur est attendue");
+    }
 }
 
 /// What is wrong, in one French line: CLI11's own words are English.
 std::string misunderstanding(const CLI::App& app, const CLI::ParseError& error) {
-    constexpr char misunderstood[] = "ligne de commande incomprise: ";
     const std::vector<std::string> unexpected = app.remaining(true);
-    if (!unexpected.empty()) return misunderstood + io_printable(unexpected.front());
+    if (!unexpected.empty()) return misunderstood + io_printable(unguarded(unexpected.front()));
     const std::string words = error.what();  // They begin with the option and a colon.
     return misunderstood + words.substr(0, words.find(':'));
 }
@@ -90,15 +93,14 @@ std::string misunderstanding(const CLI::App& app, const CLI::ParseError& error) 
 void hand_over(const given_values& given) {
     const command_option& option = *given.option;
     for (int i = 0; i < given.times; ++i) option.take("");
-    for (std::string value : given.values) {
-        unguard(value);
+    for (const std::string& each : given.values) {
+        const std::string value = unguarded(each);
         if (value.empty()) throw misuse(option.name + ": une valeur est attendue");
         option.take(value);
     }
 }
 
-void parse(CLI::App& app, const command_line& line, const std::vector<std::string>& words) {
-    refuse_empty_values(line, words);
+void parse(CLI::App& app, const std::vector<std::string>& words) {
     std::vector<std::string> backwards;  // CLI11 takes the words from the last to the first.
     for (auto word = words.rbegin(); word != words.rend(); ++word)
         backwards.push_back(guarded(*word));
@@ -112,14 +114,20 @@ void parse(CLI::App& app, const command_line& line, const std::vector<std::strin
 }  // namespace
 
 command_words read_command_line(const command_line& line, const std::vector<std::string>& words) {
-    if (asks(words, "--help", "-h")) return {{}, help(line)};
-    if (asks(words, "--version", "--version")) return {{}, line.program + " " QUORIN_VERSION "\n"};
+    const auto dashes = std::ranges::find(words, "--");
+    const std::vector<std::string> before(words.begin(), dashes);
+    if (asks(before, "--help", "-h")) return {{}, help(line)};
+    if (asks(before, "--version", "--version")) return {{}, line.program + " " QUORIN_VERSION "\n"};
+    refuse_odd_values(line, before);
     CLI::App app(line.description, line.program);
     std::vector<given_values> given;
     command_words read;
     describe(app, line, given, read.operands);
-    parse(app, line, words);
-    for (std::string& each : read.operands) unguard(each);
+    parse(app, before);
+    for (std::string& each : read.operands) each = unguarded(each);
+    if (dashes != words.end()) read.operands.insert(read.operands.end(), dashes + 1, words.end());
+    if (line.operands.empty() && !read.operands.empty())
+        throw misuse(misunderstood + io_printable(read.operands.front()));
     for (const given_values& each : given) hand_over(each);
     return read;
 }

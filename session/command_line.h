@@ -13,7 +13,7 @@ struct command_option {
     std::string value_name;  ///< "X"; empty for a flag
     std::string meaning;     ///< French, one line, without an end of line
     bool repeatable = false;
-    bool several = false;  ///< Takes all the words up to the next option, or up to "--".
+    bool several = false;  ///< Takes all the words up to the next option or "--".
     /// Takes a value (empty for a flag), or throws `misuse`. An empty value never gets here. Called
     /// once for each word of an option that takes several.
     std::function<void(const std::string& value)> take;

@@ -122,7 +122,7 @@ std::string shown(const std::string& text) {
 void ask_session(int ident, const std::vector<std::string>& words) {
     const std::string line = request_line(words);
     const connection session(control_path(control_folder(), ident));
-    if (!session) refuse_without_answer(ident, "cette session n'a pas de prise de commande");
+    if (!session) refuse_without_answer(ident, "cette session n'a pas de socket de contrôle");
     session.send_all(line);
     const std::optional<answer> got = read_answer(session.receive_all());
     if (!got) refuse_without_answer(ident, "la session n'a pas répondu");

@@ -375,7 +375,8 @@ TEST_F(Zk4sim, AfterTheCommanderTimeoutCommandsCountAsZeroAndItSaysSoOnce) {
     ASSERT_TRUE(wait_until([&] { return running.process->err() == said; }, seconds(3)));
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
     EXPECT_EQ(running.value("b3e"), "1") << "the blocker's spring took it back";
-    EXPECT_EQ(running.io({"wait", "b3s=1", "--timeout", "5"}).status, 0)
+    EXPECT_EQ(running.io({"wait", "b3s=1", "--timeout", "1"}).status, 3) << "an observer does not";
+    EXPECT_EQ(running.io({"set", "BZ3=1", "--until", "b3s=1", "--timeout", "5"}).status, 0)
         << "a client that stays commands again";
     EXPECT_EQ(running.process->err(), said);
 }
