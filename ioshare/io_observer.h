@@ -32,9 +32,8 @@ public:
     io_observer(const io_observer&) = delete;
     io_observer& operator=(const io_observer&) = delete;
 
-    /// Why it could not attach, in one French line without an end of line ("segment 12: il n'existe
-    /// pas"); empty when it could. With a problem there are no signals, and the session counts as
-    /// over.
+    /// Why it could not attach, in one French line without an end of line: "segment 12: il n'existe
+    /// pas". Empty when it could. With a problem there are no signals, and the session is over.
     [[nodiscard]] const std::string& problem() const { return problem_; }
 
     /// Whether the session has ended, as the segment says now.

@@ -24,8 +24,7 @@ bool may_be_a_session(int ident, const shmid_ds& status) {
 }  // namespace
 
 std::optional<int> io_youngest_session() {
-    // Among those of one second the greater identifier is the younger one: the system counts
-    // upwards.
+    // Of those made in one second the younger one has the greater identifier.
     std::optional<std::pair<std::time_t, int>> youngest;
     shm_info unused;
     const int last = shmctl(0, SHM_INFO, reinterpret_cast<shmid_ds*>(&unused));

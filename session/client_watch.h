@@ -28,8 +28,8 @@ public:
     /// somebody else attached after it.
     [[nodiscard]] double seconds_alone();
 
-    /// Readable when an announcement waits, for whoever likes to look at once; -1 without a place
-    /// for them.
+    /// Readable when an announcement waits, for whoever likes to look at once; -1 when it goes on
+    /// without announcements.
     [[nodiscard]] int descriptor() const { return line_; }
 
 private:

@@ -23,8 +23,8 @@ struct command_option {
 struct command_line {
     std::string program;      ///< "zk4sim"
     std::string description;  ///< French, one line
-    std::string operands;     ///< How the usage shows what is no option: "<ident> COMMANDE"; empty:
-                              ///< nothing else is taken.
+    /// How the usage shows what is no option: "<ident> COMMANDE". Empty: nothing else is taken.
+    std::string operands;
     std::vector<command_option> options;
     std::string notes;  ///< More lines of help, after the options; each ends with an end of line.
 };

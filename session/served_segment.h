@@ -5,8 +5,7 @@
 
 #include "ioshare/io_server.h"
 
-/// The processes that hold a served segment without being clients: the simulator and its
-/// supervisor.
+/// Those that hold a served segment without being clients: the simulator and its supervisor.
 inline constexpr unsigned long station_holders = 2;
 
 /// A server of these names whose segment is marked for removal as soon as it exists:

@@ -20,8 +20,7 @@ struct assignment {
 class condition {
 public:
     /// From NAME=VALUE or NAME!=VALUE: `word` has a "=". Throws `refusal` for a value that is no
-    /// 32-bit integer, and for a name that the segment does not have. `segment` must outlive the
-    /// condition.
+    /// 32-bit integer, and for a name that `segment` does not have; that one must outlive this.
     condition(const io_observer& segment, const std::string& word);
 
     /// Whether it holds, as of the segment's last look.

@@ -1,8 +1,7 @@
 // What quorin-io does on a segment, one function for each command.
 //
 // Each works on a segment that was attached, prints what it is asked for, and throws a `failure`
-// for whatever else ends it. Names and values that are wrong are refused before anything is
-// written.
+// for whatever else ends it. Wrong names and values are refused before anything is written.
 #pragma once
 #include "programs/quorin_io/request.h"
 

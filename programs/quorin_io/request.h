@@ -27,7 +27,6 @@ struct io_request {
 
 /// Understands the words after the program's name. The identifier may stand in front of the
 /// command, or in `environment`, the value of QUORIN_IDENT (empty when it is not set). Throws
-/// `misuse` with one French line. A number that is no 32-bit integer is not misuse: see
-/// read_value().
+/// `misuse` with one French line. The values of NAME=VALUE words are not looked at here.
 [[nodiscard]] io_request read_request(const std::vector<std::string>& words,
                                       const std::string& environment);

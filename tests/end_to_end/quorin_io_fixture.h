@@ -38,8 +38,7 @@ protected:
     test_server server{{"te", "ts", "te", "x=y", "both"}, {"RENT", "SORT", "RENT", "both", "o=p"}};
 };
 
-/// The program refused: one line on the standard error stream under its name, nothing on the other
-/// one.
+/// The program refused: one line on the standard error stream, under its name, and nothing else.
 inline void expect_one_line(const outcome& end, int status) {
     EXPECT_EQ(end.status, status);
     EXPECT_EQ(end.out, "");

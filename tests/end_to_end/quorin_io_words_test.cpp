@@ -47,7 +47,7 @@ TEST(QuorinIoWords, EachCommandStandsInTheHelpTheManPageAndTheDocs) {
     const std::string man = man_page(), docs = contents("docs/quorin_io.md");
     for (const command_row& each : command_table()) {
         EXPECT_TRUE(has_word(help, std::string("  ") + each.word)) << each.word;
-        EXPECT_TRUE(has_word(man, std::string("\\.B ") + each.word)) << each.word;
+        EXPECT_TRUE(has_word(man, std::string("\\.(B|BI|BR) ") + each.word)) << each.word;
         EXPECT_TRUE(has_word(docs, std::string("quorin-io 12 ") + each.word)) << each.word;
         EXPECT_NE(std::string(each.meaning), "");
     }
