@@ -18,7 +18,7 @@ sockaddr_un io_announcement_address(int ident, socklen_t& size) {
 }
 
 void io_announce(int ident, io_access access) {
-    constexpr int tries = 100;
+    constexpr int tries = 500;
     constexpr useconds_t pause_us = 2'000;
     const int line = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     if (line < 0) return;

@@ -15,6 +15,6 @@ enum class io_access : char { read = 'r', write = 'w' };
 /// and sendto() take.
 [[nodiscard]] sockaddr_un io_announcement_address(int ident, socklen_t& size);
 
-/// Announces this process. Returns at once when nobody listens, and within 0.2 s in any case: a
+/// Announces this process. Returns at once when nobody listens, and within a second in any case: a
 /// listener whose queue is full takes from it ten times a second.
 void io_announce(int ident, io_access access);

@@ -10,8 +10,8 @@
 
 /// Tells whether a segment has clients, by who holds it besides its own holders. Observers for
 /// reading are none: they announce themselves (`ioshare/io_announcement.h`), and their mappings are
-/// told from a client's by being for reading only. To be looked at about ten times a second while
-/// it lives: observers wait for a place in its queue.
+/// told from a client's by being for reading only. Look about ten times a second while it lives,
+/// and make none where nobody looks: observers wait up to a second for a place in its queue.
 class client_watch {
 public:
     /// Begins to watch segment `ident`, which `holders` processes hold without being clients. Make

@@ -22,26 +22,13 @@ struct option_row {
     const char* meaning;  ///< French
 };
 
+// clang-format off
 enum class command_key {
-    list,
-    get,
-    set,
-    reset,
-    wait,
-    expect,
-    pulse,
-    watch,
-    status,
-    desk,
-    fault,
-    diagnose,
-    pause,
-    resume,
-    speed,
-    step,
-    end,
+    list, get, set, reset, wait, expect, pulse, watch,
+    status, desk, fault, diagnose, pause, resume, speed, step, end,
     count
 };
+// clang-format on
 
 /// What a command works on: the segment, or the session through its control socket.
 enum class works_on { values_to_read, outputs_to_write, session };
@@ -55,9 +42,9 @@ struct command_row {
     word_form form;        ///< What each of them must look like.
     unsigned options;      ///< A bit for each option that it takes: see takes().
     works_on on;
-    void (*carry_out)(io_observer& segment,
-                      const io_request& asked);  ///< Null for those on the session.
-    const char* meaning;                         ///< French
+    /// Null for those that the session carries out.
+    void (*carry_out)(io_observer& segment, const io_request& asked);
+    const char* meaning;  ///< French
 };
 
 /// Every option, in the order of the help.

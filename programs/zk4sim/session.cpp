@@ -117,7 +117,9 @@ public:
         : options_(options),
           server_(make_station_server({station_inputs.begin(), station_inputs.end()},
                                       {station_outputs.begin(), station_outputs.end()})),
-          clients_(server_.ident, station_holders) {}
+          clients_(options.commander_timeout_s
+                       ? std::make_unique<client_watch>(server_.ident, station_holders)
+                       : nullptr) {}
 
     int run() {
         if (!supervisor_.watch(server_.ident)) {
@@ -187,11 +189,11 @@ private:
 
     /// Whether the commands count. Without a client for too long they do not, until one comes back.
     bool commanded() {
-        if (!options_.commander_timeout_s) return true;
+        if (!clients_) return true;
         const auto now = steady::now();
         if (now - last_look_ >= std::chrono::duration<double>(client_look_s)) {
             last_look_ = now;
-            alone_ = clients_.seconds_alone() > *options_.commander_timeout_s;
+            alone_ = clients_->seconds_alone() > *options_.commander_timeout_s;
             if (alone_ && !said_alone_)
                 said_alone_ = say("aucun client depuis trop longtemps: les commandes valent 0");
         }
@@ -206,7 +208,7 @@ private:
     const zk4sim_options& options_;
     supervisor supervisor_;  // Forked before the segment is made.
     IOsharemem_server server_;
-    client_watch clients_;
+    std::unique_ptr<client_watch> clients_;  // Only where it is looked at.
     std::unique_ptr<panel_process> panel_;
     steady::time_point last_look_;
     bool alone_ = false, said_alone_ = false;

@@ -24,13 +24,16 @@ TEST_F(QuorinIo, TakesTheIdentifierFromItsEnvironmentWhereNoneStandsInFront) {
 }
 
 TEST_F(QuorinIo, LastIsTheYoungestLivingSessionOfThisUser) {
-    // Other tests may serve segments at the same time: a name tells these from theirs.
+    // Other tests may make a session at the same moment: the name tells, and one is made anew.
     const auto last_has = [](const std::string& name) {
         return bare({"--last", "get", name}).status == 0;
     };
     std::optional<test_server> younger;
-    younger.emplace(std::list<std::string>{"younger of the test"}, std::list<std::string>{});
-    bool found = wait_until([&] { return last_has("younger of the test"); });
+    const auto found = wait_until([&] {
+        younger.reset();
+        younger.emplace(std::list<std::string>{"younger of the test"}, std::list<std::string>{});
+        return last_has("younger of the test");
+    });
     EXPECT_TRUE(found);
     (*younger)->sharing_terminate();
     EXPECT_FALSE(last_has("younger of the test"));

@@ -9,19 +9,35 @@
 namespace {
 
 TEST_F(QuorinIo, WatchTellsEachChangeUntilTheEnd) {
-    program all(command({"watch"})), one(command({"watch", "ts"}));
-    ASSERT_TRUE(looking(all) && looking(one));
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    program all(command({"watch", "--initial"})), one(command({"watch", "ts", "--initial"}));
+    ASSERT_TRUE(wait_until([&] { return !all.out().empty() && !one.out().empty(); }));
+    const std::string before = all.out();
     publish(1, 3);
-    ASSERT_TRUE(wait_until([&] { return all.out() == "ts=3\n" && one.out() == "ts=3\n"; }));
+    ASSERT_TRUE(
+        wait_until([&] { return all.out() == before + "ts=3\n" && one.out() == "ts=0\nts=3\n"; }));
     server->segment->output_values[1] = -2;
-    ASSERT_TRUE(wait_until([&] { return all.out() == "ts=3\nSORT=-2\n"; }));
+    ASSERT_TRUE(wait_until([&] { return all.out() == before + "ts=3\nSORT=-2\n"; }));
     publish(1, 4);
     server->sharing_terminate();
     EXPECT_EQ(all.wait(), 0);
     EXPECT_EQ(one.wait(), 0);
-    EXPECT_EQ(all.out(), "ts=3\nSORT=-2\nts=4\n") << "the last change before the end is told";
-    EXPECT_EQ(one.out(), "ts=3\nts=4\n");
+    EXPECT_EQ(all.out(), before + "ts=3\nSORT=-2\nts=4\n")
+        << "the last change before the end is told";
+    EXPECT_EQ(one.out(), "ts=0\nts=3\nts=4\n");
+}
+
+TEST_F(QuorinIo, WatchTellsNothingButChangesWhereNothingElseIsAskedFor) {
+    program watching(command({"watch"}));
+    int value = 0;
+    // It looks for the first time at a moment of its own.
+    ASSERT_TRUE(wait_until([&] {
+        publish(1, ++value);
+        return !watching.out().empty();
+    }));
+    server->sharing_terminate();
+    EXPECT_EQ(watching.wait(), 0);
+    EXPECT_TRUE(std::regex_match(watching.out(), std::regex("(ts=[1-9][0-9]*\n)+")))
+        << watching.out();
 }
 
 TEST_F(QuorinIo, WatchTellsThePresentValuesFirstWhereAskedTo) {
@@ -73,20 +89,22 @@ TEST_F(QuorinIo, AWatchEndsWithItsReaderThoughNothingChanges) {
 TEST_F(QuorinIo, AWatchEndsWhenItsOutputTakesNothingMore) {
     program watching(
         {"sh", "-c", "exec " + built("quorin-io") + " " + ident() + " watch >/dev/full"});
-    ASSERT_TRUE(looking(watching));
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    publish(1, 1);
+    int value = 0;
+    ASSERT_TRUE(wait_until([&] {
+        publish(1, ++value);
+        return !watching.running();
+    }));
     EXPECT_EQ(watching.wait(), 1);
     EXPECT_EQ(watching.err(), "quorin-io: la sortie standard ne prend rien\n");
 }
 
 TEST_F(QuorinIo, PulsesEveryOutputOfTheNameForItsTime) {
     const auto start = std::chrono::steady_clock::now();
-    program pulse(command({"pulse", "RENT", "--for", "0.5"}));
+    program pulse(command({"pulse", "RENT", "--for", "1.5"}));
     ASSERT_TRUE(
         wait_until([&] { return server->output_value(0) == 1 && server->output_value(2) == 1; }));
     EXPECT_EQ(pulse.wait(), 0);
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1500));
     EXPECT_EQ(server->output_value(0), 0);
     EXPECT_EQ(server->output_value(2), 0);
     EXPECT_EQ(server->output_value(1), 0);

@@ -96,7 +96,6 @@ TEST_F(ClientWatch, ObserversThatComeAndGoAllTheTimeAreNoClients) {
     }
     EXPECT_FALSE(seen());
     EXPECT_EQ(loop.wait(), 0);
-    EXPECT_GT(looks, 1);
 }
 
 TEST_F(ClientWatch, AnObserverThatAnnouncedItselfLongAgoIsStillKnown) {

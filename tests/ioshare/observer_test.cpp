@@ -1,28 +1,10 @@
 // An observer beside the link: what it reads, writes and leaves alone.
 #include "ioshare/io_observer.h"
 
-#include <cstdlib>
-#include <new>
-
 #include "ioshare/io_clocks.h"
 #include "ioshare/io_printable.h"
+#include "tests/ioshare/counted_allocations.h"
 #include "tests/ioshare/test_segment.h"
-
-namespace {
-
-long allocations = 0;
-
-}  // namespace
-
-// Every allocation of this program is counted.
-void* operator new(std::size_t size) {
-    ++allocations;
-    void* const place = std::malloc(size ? size : 1);
-    if (!place) throw std::bad_alloc();
-    return place;
-}
-void operator delete(void* place) noexcept { std::free(place); }
-void operator delete(void* place, std::size_t) noexcept { std::free(place); }
 
 namespace {
 
@@ -63,7 +45,7 @@ TEST(Observer, ALookTellsWhatChangedSinceTheLookBefore) {
 TEST(Observer, LooksWithoutAllocating) {
     test_server server;
     io_observer observer(server->memory_ident(), io_access::read);
-    const long before = allocations;
+    const long before = counted_allocations();
     bool changed = false;
     for (int i = 0; i < 1000; ++i) {
         changed |= observer.look();
@@ -71,7 +53,7 @@ TEST(Observer, LooksWithoutAllocating) {
     }
     server->segment->input_values[0] = 1;
     changed |= observer.look();
-    const long after = allocations;
+    const long after = counted_allocations();
     EXPECT_TRUE(changed);
     EXPECT_EQ(after, before);
     EXPECT_GT(before, 0) << "allocations are counted";
