@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "ioshare/io_clocks.h"
 #include "ioshare/io_lock.h"
 #include "ioshare/io_report.h"
 #include "ioshare/io_slots.h"
@@ -23,7 +24,7 @@ bool long_enough(int ident_mem) {
 }
 
 io_segment* attach(int ident_mem) {
-    if (ident_mem == 0) io_refuse("ident_mem ==0 !");
+    if (io_ident_refused(ident_mem)) io_refuse("ident_mem ==0 !");
     std::cerr << "ident_mem=" << ident_mem << std::endl;
     void* const address = shmat(ident_mem, nullptr, 0);
     if (address == reinterpret_cast<void*>(-1) || !long_enough(ident_mem)) {
@@ -38,7 +39,7 @@ int within(std::int32_t count, int limit) { return std::clamp(count, 0, limit); 
 }  // namespace
 
 IOsharemem_client::IOsharemem_client(int ident_mem) : segment(attach(ident_mem)), last_clock(0) {
-    segment->outputs_clock = 0;
+    io_write_clock(segment->outputs_clock, 0);
     nb_inputs = segment->nb_inputs;
     nb_outputs = segment->nb_outputs;
     inputs = new std::int32_t[static_cast<std::size_t>(
@@ -47,7 +48,7 @@ IOsharemem_client::IOsharemem_client(int ident_mem) : segment(attach(ident_mem))
 
 int IOsharemem_client::receive() {
     const std::int64_t clock = io_read_clock(segment->inputs_clock);
-    if (clock < 0) return -1;
+    if (io_over(clock)) return -1;
     if (clock <= last_clock) {
         usleep(idle_pause_us);
         return 0;

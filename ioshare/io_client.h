@@ -1,8 +1,7 @@
-// The panel's half of the link: takes the inputs that a simulator publishes, writes outputs by
-// name.
+// The panel's half of the link: takes what a simulator publishes, writes outputs by name.
 //
 // Construct once; then call receive() repeatedly, and read the inputs after each 1 that it returns.
-// Outputs may be written at any time. One thread.
+// Outputs may be written at any time. One thread. docs/segment.md walks through an exchange.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -14,8 +13,8 @@ public:
     std::int32_t nb_inputs;   ///< Input count, read from the segment at attach time.
     std::int32_t nb_outputs;  ///< Output count, read from the segment at attach time.
     io_segment* segment;      ///< The attached segment.
-    std::int32_t* inputs;     ///< nb_inputs values (none when negative, 1126 at most): the last
-                              ///< publication taken.
+    /// The last publication taken: nb_inputs values, none when that is negative, 1126 at most.
+    std::int32_t* inputs;
     std::int64_t last_clock;  ///< inputs_clock at the last publication taken; 0 after attach.
 
     /// Attaches to the segment `ident_mem`, and zeroes its outputs_clock. Prints "ident_mem=" and
@@ -34,16 +33,12 @@ public:
 
     /// The value of the input called `name` (exact comparison) in the last publication taken: not
     /// in the segment. The last one wins when several bear the name; 0 when none does.
-    ///
-    ///     if (client.receive() == 1 && client.input_is_set("te") == 1) { ... }  // the drawer is
-    ///     in
     int input_is_set(const std::string& name);
 
     /// Writes `value` into the segment for every output called `name`, at once and without the
     /// lock. An unknown name writes nothing.
     void setreset_output(const std::string& name, int value);
 
-    /// Raises outputs_clock, under the lock: tells a server that waits for it that outputs have
-    /// changed.
+    /// Raises outputs_clock, under the lock: a server that waits for it learns of new outputs.
     void outputs_refresh();
 };

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include "ioshare/io_clocks.h"
+
 namespace {
 
 // The lock is held for well under a microsecond at a time: one slice nearly always does.
@@ -9,7 +11,7 @@ constexpr useconds_t slice_us = 200;
 
 bool take(io_segment& segment) {
     while (sem_trywait(&segment.lock) != 0) {
-        if (io_read_clock(segment.inputs_clock) < 0) return false;
+        if (io_session_over(segment)) return false;
         usleep(slice_us);
     }
     return true;

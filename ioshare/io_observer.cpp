@@ -4,10 +4,12 @@
 #include <sys/shm.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <ranges>
 
-#include "ioshare/io_lock.h"
+#include "ioshare/io_clocks.h"
 
 namespace {
 
@@ -20,13 +22,30 @@ std::string refusal(int error) {
 
 }  // namespace
 
-segment_view::segment_view(int ident, access wanted) {
+io_observer::io_observer(int ident, io_access access) : access_(access) {
+    attach(ident);
+    if (!segment_) return;
+    read_names(io_direction::input, segment_->nb_inputs);
+    inputs_ = signals_.size();
+    read_names(io_direction::output, segment_->nb_outputs);
+    now_.resize(signals_.size());
+    again_.resize(signals_.size());
+    look();
+    for (io_signal& each : signals_) each.changed = false;
+}
+
+io_observer::~io_observer() {
+    if (segment_) shmdt(segment_);
+}
+
+void io_observer::attach(int ident) {
     const std::string segment = "segment " + std::to_string(ident) + ": ";
-    if (ident == 0) {
+    if (io_ident_refused(ident)) {
         problem_ = segment + "identifiant refusé";
         return;
     }
-    void* const address = shmat(ident, nullptr, wanted == access::read ? SHM_RDONLY : 0);
+    io_announce(ident, access_);
+    void* const address = shmat(ident, nullptr, access_ == io_access::read ? SHM_RDONLY : 0);
     if (address == reinterpret_cast<void*>(-1)) {
         problem_ = segment + refusal(errno);
         return;
@@ -40,47 +59,60 @@ segment_view::segment_view(int ident, access wanted) {
     segment_ = static_cast<io_segment*>(address);
 }
 
-segment_view::~segment_view() {
-    if (segment_) shmdt(segment_);
+void io_observer::read_names(io_direction direction, std::int32_t count) {
+    const int present = std::min(count, io_name_limit(direction));
+    for (int i = 0; i < present; ++i)
+        signals_.push_back({direction, std::string(io_name(*segment_, direction, i)), 0, false});
 }
 
-bool segment_view::session_over() const { return io_read_clock(segment_->inputs_clock) < 0; }
+bool io_observer::session_over() const { return !segment_ || io_session_over(*segment_); }
 
-std::vector<io_entry> segment_view::entries() const {
+bool io_observer::look() {
     // A simulator publishes every 10 ms or so; one that never rests is taken as it is.
     constexpr int tries = 1000;
-    std::vector<io_entry> now = read_once();
+    if (!segment_) return false;
+    read_values(now_);
     for (int i = 0; i < tries; ++i) {
         const std::int64_t clock = io_read_clock(segment_->inputs_clock);
-        std::vector<io_entry> again = read_once();
-        const bool still = again == now && io_read_clock(segment_->inputs_clock) == clock;
-        now = std::move(again);
+        read_values(again_);
+        const bool still = again_ == now_ && io_read_clock(segment_->inputs_clock) == clock;
+        now_.swap(again_);
         if (still) break;
     }
-    return now;
+    bool any = false;
+    for (std::size_t i = 0; i < signals_.size(); ++i) {
+        signals_[i].changed = signals_[i].value != now_[i];
+        signals_[i].value = now_[i];
+        any |= signals_[i].changed;
+    }
+    return any;
 }
 
-std::vector<io_entry> segment_view::read_once() const {
-    std::vector<io_entry> all;
-    append(all, io_direction::input, segment_->nb_inputs);
-    append(all, io_direction::output, segment_->nb_outputs);
-    return all;
-}
-
-void segment_view::append(std::vector<io_entry>& to, io_direction direction,
-                          std::int32_t count) const {
-    const int present = std::min(count, io_name_limit(direction));
-    for (int i = 0; i < present; ++i) {
-        to.push_back({direction, std::string(io_name(*segment_, direction, i)),
-                      io_value(*segment_, direction, i)});
+void io_observer::read_values(std::vector<std::int32_t>& to) const {
+    // Two readings in a row are two: the compiler may not take the first for the second.
+    std::atomic_signal_fence(std::memory_order_seq_cst);
+    for (std::size_t i = 0; i < signals_.size(); ++i) {
+        const io_direction direction = signals_[i].direction;
+        const std::size_t index = direction == io_direction::input ? i : i - inputs_;
+        to[i] = io_value(*segment_, direction, static_cast<int>(index));
     }
 }
 
-void segment_view::write_output(const std::string& name, std::int32_t value) {
-    const int present = std::min(segment_->nb_outputs, io_name_limit(io_direction::output));
-    for (int i = 0; i < present; ++i) {
-        if (io_name(*segment_, io_direction::output, i) == name) {
-            io_store_value(*segment_, io_direction::output, i, value);
-        }
+const io_signal* io_observer::find(std::string_view name) const {
+    const io_signal* const input = find(io_direction::input, name);
+    return input ? input : find(io_direction::output, name);
+}
+
+const io_signal* io_observer::find(io_direction direction, std::string_view name) const {
+    for (const io_signal& each : std::views::reverse(signals_))
+        if (each.direction == direction && each.name == name) return &each;
+    return nullptr;
+}
+
+void io_observer::write(std::string_view name, std::int32_t value) {
+    if (access_ != io_access::write) return;
+    for (std::size_t i = inputs_; i < signals_.size(); ++i) {
+        if (signals_[i].name == name)
+            io_store_value(*segment_, io_direction::output, static_cast<int>(i - inputs_), value);
     }
 }

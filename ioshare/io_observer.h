@@ -1,50 +1,72 @@
-// Looking at a shared I/O segment from beside the link: by identifier, without a client's effect on
-// it.
+// Looking at a shared I/O segment from beside the link, by its identifier, without a client's
+// effects on it: the process is never ended, no clock moves, and a session does not take an
+// observer for the one who commands.
+//
+// Open it, ask problem(), then look() at will. The names are those at the opening. One thread.
 #pragma once
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "ioshare/io_announcement.h"
 #include "ioshare/io_slots.h"
 
-/// One input or output as it stands.
-struct io_entry {
+/// One input or output, as the last look found it.
+struct io_signal {
     io_direction direction;
-    std::string name;
+    std::string name;  ///< Any bytes but NUL; io_printable() makes them fit to be shown.
     std::int32_t value;
-    bool operator==(const io_entry&) const = default;
+    bool changed;  ///< Whether `value` differs from the look before. False after the opening.
 };
 
-class segment_view {
+class io_observer {
 public:
-    enum class access { read, write };
+    /// Attaches to segment `ident` until this object goes, reads the names, and looks for the first
+    /// time. Announces it first: opened for reading it never counts as a commander (`zk4sim
+    /// --commander-timeout`), opened for writing it does. A failure is told by `problem()`.
+    io_observer(int ident, io_access access);
+    ~io_observer();
+    io_observer(const io_observer&) = delete;
+    io_observer& operator=(const io_observer&) = delete;
 
-    /// Attaches to segment `ident`; detaches at the end. `problem()` tells when that could not be
-    /// done.
-    segment_view(int ident, access wanted);
-    ~segment_view();
-    segment_view(const segment_view&) = delete;
-    segment_view& operator=(const segment_view&) = delete;
+    /// Why it could not attach, in one French line without an end of line: "segment 12: il n'existe
+    /// pas". Empty when it could. With a problem there are no signals, and the session is over.
+    [[nodiscard]] const std::string& problem() const { return problem_; }
 
-    /// Why it could not attach, in one line without an end of line; empty when it could. Nothing
-    /// else may be called then.
-    const std::string& problem() const { return problem_; }
+    /// Whether the session has ended, as the segment says now.
+    [[nodiscard]] bool session_over() const;
 
-    bool session_over() const;
+    /// Takes the values as they stand now. Returns whether any differs from the look before;
+    /// `changed` says which. The inputs are those of one publication, as far as can be told without
+    /// the lock: they were read twice, alike, under an unmoved clock. Allocates nothing.
+    bool look();
 
-    /// Every input, then every output, in the order of the segment. The inputs are those of one
-    /// publication, as far as can be told without the lock: they were read twice, alike, under an
-    /// unmoved clock.
-    std::vector<io_entry> entries() const;
+    /// Every input, then every output, each in the order of the segment; those whose names begin
+    /// inside the segment. Valid as long as the observer.
+    [[nodiscard]] std::span<const io_signal> signals() const { return signals_; }
 
-    /// Writes `value` for every output of that name. Only with access::write.
-    void write_output(const std::string& name, std::int32_t value);
+    /// The signal that a name means: an input before an output, the last of those named alike, as
+    /// the panel reads them. Null when there is none. Valid as long as the observer.
+    [[nodiscard]] const io_signal* find(std::string_view name) const;
+    /// The same among the signals of one direction.
+    [[nodiscard]] const io_signal* find(io_direction direction, std::string_view name) const;
+
+    /// Writes `value` for every output of that name, at once and without the lock; nothing when
+    /// there is none, or when the observer was opened for reading. Safe in a signal handler.
+    void write(std::string_view name, std::int32_t value);
 
 private:
-    std::vector<io_entry> read_once() const;
-    void append(std::vector<io_entry>& to, io_direction direction, std::int32_t count) const;
+    void attach(int ident);
+    void read_names(io_direction direction, std::int32_t count);
+    void read_values(std::vector<std::int32_t>& to) const;
 
+    io_access access_;
     io_segment* segment_ = nullptr;
     std::string problem_;
+    std::vector<io_signal> signals_;
+    std::size_t inputs_ = 0;                 // How many of the signals are inputs.
+    std::vector<std::int32_t> now_, again_;  // The values of two readings, as long as the signals.
 };

@@ -3,6 +3,7 @@
 #include <sys/ipc.h>
 #include <sys/shm.h>
 
+#include "ioshare/io_clocks.h"
 #include "ioshare/io_lock.h"
 #include "ioshare/io_report.h"
 #include "ioshare/io_slots.h"
@@ -37,13 +38,13 @@ IOsharemem_server::IOsharemem_server(const std::list<std::string>& inputs,
     segment->nb_outputs = static_cast<std::int32_t>(outputs.size());
     describe(*segment, io_direction::input, inputs);
     describe(*segment, io_direction::output, outputs);
-    segment->inputs_clock = 0;
+    io_write_clock(segment->inputs_clock, 0);
     sem_post(&segment->lock);
 }
 
 int IOsharemem_server::memory_ident() { return ident; }
 
-void IOsharemem_server::inputs_go() { io_raise_clock(segment->inputs_clock); }
+void IOsharemem_server::inputs_go() { io_publish(*segment); }
 
 void IOsharemem_server::setreset_input(int index, int value) {
     if (index < 0 || index >= segment->nb_inputs) return;
@@ -61,4 +62,4 @@ std::int64_t IOsharemem_server::get_outputs_clock() {
     return io_read_clock(segment->outputs_clock);
 }
 
-void IOsharemem_server::sharing_terminate() { segment->inputs_clock = -1; }
+void IOsharemem_server::sharing_terminate() { io_end_session(*segment); }

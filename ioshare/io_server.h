@@ -21,8 +21,6 @@ public:
     /// names or lists are not detected, and run on into what follows in the segment (never beyond
     /// its end). A segment that cannot be made or attached ends the process: a report on the
     /// standard error stream, status 1.
-    ///
-    ///     IOsharemem_server server({"te", "ts"}, {"RENT", "SORT"});
     IOsharemem_server(const std::list<std::string>& inputs, const std::list<std::string>& outputs);
 
     /// Does nothing: the segment stays, attached and existing. Removing it is the caller's (shmctl
@@ -47,7 +45,7 @@ public:
     /// read under the lock.
     std::int64_t get_outputs_clock();
 
-    /// Announces the end of the session: every client stops at its next receive(). Publish nothing
-    /// afterwards.
+    /// Announces the end of the session: every client stops at its next receive(). A publication
+    /// after it would open the session again.
     void sharing_terminate();
 };

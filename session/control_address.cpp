@@ -4,10 +4,16 @@
 
 #include <cstdlib>
 
-std::string control_folder() {
-    const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
-    if (runtime && *runtime) return std::string(runtime) + "/quorin";
-    return "/tmp/quorin-" + std::to_string(geteuid());
+std::string control_folder(std::string_view runtime_folder, unsigned user) {
+    if (runtime_folder.starts_with('/')) return std::string(runtime_folder) + "/quorin";
+    return "/tmp/quorin-" + std::to_string(user);
 }
 
-std::string control_path(int ident) { return control_folder() + '/' + std::to_string(ident); }
+std::string control_folder() {
+    const char* const runtime_folder = std::getenv("XDG_RUNTIME_DIR");
+    return control_folder(runtime_folder ? runtime_folder : "", geteuid());
+}
+
+std::string control_path(const std::string& folder, int ident) {
+    return folder + "/" + std::to_string(ident);
+}

@@ -1,10 +1,23 @@
-// Where a session's control socket is.
+// Where a session's control socket is: a Unix domain socket in a folder of its user's own.
 #pragma once
+#include <cstddef>
 #include <string>
+#include <string_view>
 
-/// The user's folder of control sockets: "quorin" in $XDG_RUNTIME_DIR, else "/tmp/quorin-" and the
-/// user's id.
-std::string control_folder();
+/// The folder of the control sockets of user `user`, whose environment has `runtime_folder` as
+/// XDG_RUNTIME_DIR (empty when it has none). A folder that does not begin with "/" is none.
+///
+///     control_folder("/run/user/1000", 1000)  // "/run/user/1000/quorin"
+///     control_folder("", 1000)  // "/tmp/quorin-1000"
+[[nodiscard]] std::string control_folder(std::string_view runtime_folder, unsigned user);
 
-/// The control socket of the session on segment `ident`.
-std::string control_path(int ident);
+/// The folder of this process's user and environment.
+[[nodiscard]] std::string control_folder();
+
+/// The control socket, in such a folder, of the session on segment `ident`.
+///
+///     control_path("/run/user/1000/quorin", 32769)  // "/run/user/1000/quorin/32769"
+[[nodiscard]] std::string control_path(const std::string& folder, int ident);
+
+/// The longest request, its newline included.
+inline constexpr std::size_t control_request_limit = 4096;

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr auto patience = std::chrono::seconds(1);
-constexpr std::size_t longest_request = 4096, most_clients = 256;
+constexpr std::size_t longest_request = control_request_limit, most_clients = 256;
 constexpr int most_at_once = 64;
 
 const control_answer no_request = {exit_status::misuse,
@@ -40,7 +40,7 @@ bool allowed(int client) {
 }  // namespace
 
 control_socket::control_socket(int ident)
-    : path_(control_path(ident)), events_(epoll_create1(EPOLL_CLOEXEC)) {
+    : path_(control_path(control_folder(), ident)), events_(epoll_create1(EPOLL_CLOEXEC)) {
     try {
         prepare_control_folder();
         listener_ = listen_at(path_);

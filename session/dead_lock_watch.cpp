@@ -1,18 +1,13 @@
 #include "session/dead_lock_watch.h"
 
-#include <sys/shm.h>
-
-#include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 
-#include "ioshare/io_lock.h"
+#include "ioshare/io_clocks.h"
+#include "ioshare/io_holders.h"
 #include "session/served_segment.h"
 
 namespace {
-
-namespace files = std::filesystem;
 
 constexpr auto alone_limit = std::chrono::milliseconds(500);
 constexpr auto attended_limit = std::chrono::seconds(2);
@@ -36,37 +31,14 @@ bool is_taken(io_segment& segment) {
     return sem_getvalue(&segment.lock, &count) == 0 && count == 0;
 }
 
-/// A line of /proc/PID/maps: "FIRST-LAST rw-s OFFSET DEVICE INODE /SYSV00000000 (deleted)", where
-/// the inode of a segment is its identifier.
-bool maps_for_writing(const std::string& line, int ident) {
-    if (line.find("/SYSV") == std::string::npos) return false;
-    std::istringstream fields(line);
-    std::string range, rights, offset, device, inode;
-    fields >> range >> rights >> offset >> device >> inode;
-    return rights.size() > 1 && rights[1] == 'w' && inode == std::to_string(ident);
-}
-
-/// Whether only the station's own processes could hold the lock. Mappings that could not be seen
-/// count as somebody's.
+/// Whether only the station's own processes could hold the lock: whoever else is attached may only
+/// read.
 bool nobody_else(int ident) {
-    shmid_ds status;
-    if (shmctl(ident, IPC_STAT, &status) != 0) return false;
-    return status.shm_nattch <= station_holders || writable_mappings(ident) <= station_holders;
+    const std::optional<io_holding> held = io_held(ident);
+    return held && held->attached <= station_holders + io_all_reading_attachments(ident);
 }
 
 }  // namespace
-
-unsigned long writable_mappings(int ident) {
-    unsigned long count = 0;
-    std::error_code error;
-    for (const files::directory_entry& each : files::directory_iterator("/proc", error)) {
-        const std::string name = each.path().filename();
-        if (name.find_first_not_of("0123456789") != std::string::npos) continue;
-        std::ifstream maps(each.path() / "maps");
-        for (std::string line; std::getline(maps, line);) count += maps_for_writing(line, ident);
-    }
-    return count;
-}
 
 void dead_lock_watch::look(io_segment& segment, int ident, moment now) {
     const std::int64_t clock = io_read_clock(segment.inputs_clock);

@@ -26,7 +26,3 @@ private:
     std::optional<moment> taken_since_;
     std::int64_t clock_ = 0;
 };
-
-/// How many mappings of segment `ident` there are, in processes that this user may look at, through
-/// which it can be written.
-unsigned long writable_mappings(int ident);

@@ -11,13 +11,14 @@
 #include <csignal>
 #include <cstring>
 
+#include "ioshare/io_clocks.h"
 #include "session/failure.h"
 
 namespace {
 
 // The handler reads and writes these: each is lock-free.
 std::atomic<bool> asked_to_end = false, child_ended = false;
-std::atomic<volatile std::int64_t*> served_clock = nullptr;
+std::atomic<io_segment*> served = nullptr;
 std::array<std::atomic<pid_t>, 2> children = {};
 int wake_up[2] = {-1, -1};
 static_assert(std::atomic<pid_t>::is_always_lock_free && std::atomic<void*>::is_always_lock_free);
@@ -31,8 +32,8 @@ bool is_over(pid_t child) {
 }
 
 void announce_when_due() {
-    volatile std::int64_t* const clock = served_clock;
-    if (end_signals::due() && clock) *clock = -1;
+    io_segment* const segment = served;
+    if (end_signals::due() && segment) io_end_session(*segment);
 }
 
 /// A pipe that is full already wakes whoever waits.
@@ -64,7 +65,7 @@ void end_signals::watch() {
 }
 
 void end_signals::announce_on(io_segment& segment) {
-    served_clock = &segment.inputs_clock;
+    served = &segment;
     announce_when_due();
 }
 

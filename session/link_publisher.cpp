@@ -1,11 +1,11 @@
 #include "session/link_publisher.h"
 
-#include "ioshare/io_lock.h"
+#include "ioshare/io_clocks.h"
 #include "session/end_signals.h"
 
 void link_publisher::read(std::span<const station_event> events) {
     // An end stays one: a raised counter would open the session again.
-    const bool over = io_read_clock(server_.segment->inputs_clock) < 0;
+    const bool over = io_session_over(*server_.segment);
     if (!store_changes(events) || over || end_signals::due()) return;
     server_.inputs_go();
     if (end_signals::due()) server_.sharing_terminate();  // It came in between.

@@ -17,7 +17,7 @@ using steady = std::chrono::steady_clock;
 // How long the steps of one call may keep the rest waiting.
 constexpr auto most_at_once = std::chrono::milliseconds(5);
 constexpr auto farewell = std::chrono::seconds(3);
-constexpr auto client_look = std::chrono::milliseconds(100);
+constexpr auto farewell_look = std::chrono::milliseconds(100);
 // Also in a pause, an end that somebody else wrote into the segment is noticed.
 constexpr auto longest_rest = std::chrono::milliseconds(500);
 
@@ -42,7 +42,7 @@ live_session::live_session(station_model& model, const session_options& options,
       run_(model),
       server_(make_station_server(as_list(model.inputs()), as_list(model.outputs()))),
       publisher_(server_),
-      clients_(server_.ident, station_holders),
+      commander_(server_.ident, options.commander_timeout_s),
       time_(options.speed, options.paused, steady::now()),
       end_(options.duration_s, supervisor_, *server_.segment),
       requests_(run_, time_, options),
@@ -99,6 +99,8 @@ void live_session::start_child() {
 live_session::duration live_session::service() {
     end_signals::settle();
     serve_requests(steady::now());
+    if (commander_.found_missing(steady::now()))
+        messages_.say("aucun client depuis trop longtemps: les commandes valent 0");
     make_due_steps();
     look_for_the_end();
     answer_those_who_wait(steady::now());
@@ -116,7 +118,7 @@ void live_session::make_due_steps() {
     const moment start = steady::now();
     for (moment now = start; !over() && !end_.due(run_.ms()) && time_.due(now);
          now = steady::now()) {
-        step(commanded());
+        step(commander_.present());
         time_.stepped();
         if (now - start > most_at_once) return;
     }
@@ -125,19 +127,6 @@ void live_session::make_due_steps() {
 void live_session::step(bool commanded) {
     run_.step([&](int output) { return commanded ? server_.output_value(output) : 0; });
     report_.print(messages_);
-}
-
-bool live_session::commanded() {
-    if (!options_.commander_timeout_s) return true;
-    const moment now = steady::now();
-    if (now - last_look_ >= client_look) {
-        last_look_ = now;
-        alone_ = clients_.seconds_alone() > *options_.commander_timeout_s;
-        if (alone_ && !said_alone_)
-            messages_.say("aucun client depuis trop longtemps: les commandes valent 0");
-        said_alone_ = said_alone_ || alone_;
-    }
-    return !alone_;
 }
 
 void live_session::look_for_the_end() {
@@ -159,6 +148,7 @@ live_session::duration live_session::rest(moment now) const {
     duration least = std::min<duration>(time_.until_due(now).value_or(longest_rest), longest_rest);
     const auto deadline = control_ ? control_->next_deadline() : std::nullopt;
     if (deadline) least = std::min(least, *deadline - now);
+    if (const auto look = commander_.rest()) least = std::min<duration>(least, *look);
     return std::max(least, duration::zero());
 }
 
@@ -166,7 +156,7 @@ void live_session::wait_for_child() {
     if (!child_) return;
     if (!options_.command.empty() && !child_->ended()) kill(-child_->id(), SIGTERM);
     for (const moment last = steady::now() + farewell; !child_->ended() && steady::now() < last;) {
-        wait_for(events_, std::min<duration>(last - steady::now(), client_look));
+        wait_for(events_, std::min<duration>(last - steady::now(), farewell_look));
         service();
     }
     if (!options_.command.empty() && !child_->ended()) end_child_by_force();

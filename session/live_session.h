@@ -9,6 +9,7 @@
 
 #include "ioshare/io_server.h"
 #include "session/child_process.h"
+#include "session/commander.h"
 #include "session/control_requests.h"
 #include "session/control_socket.h"
 #include "session/link_publisher.h"
@@ -64,7 +65,6 @@ private:
     void serve_requests(moment now);
     void make_due_steps();
     void step(bool commanded);
-    bool commanded();
     void look_for_the_end();
     void answer_those_who_wait(moment now);
     duration rest(moment now) const;
@@ -78,15 +78,13 @@ private:
     IOsharemem_server server_;
     link_publisher publisher_;
     session_report report_;
-    client_watch clients_;
+    commander commander_;
     step_clock time_;
     session_end end_;
     control_requests requests_;
     std::unique_ptr<control_socket> control_;
     std::unique_ptr<child_process> child_;
     int events_ = -1;
-    moment last_look_;
-    bool alone_ = false, said_alone_ = false;
 };
 
 /// Runs a session to its end, waiting by poll. The program's status.

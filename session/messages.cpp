@@ -39,9 +39,10 @@ void print_at_once(const std::string& text) {
         throw refusal("la sortie standard ne prend rien");
 }
 
-void open_closed_streams() {
+void open_closed_streams(closed_stream closed) {
+    const int mode = closed == closed_stream::swallows ? O_RDWR : O_RDONLY;
     int opened;
-    while ((opened = open("/dev/null", O_RDWR)) >= 0 && opened <= STDERR_FILENO) {
+    while ((opened = open("/dev/null", mode)) >= 0 && opened <= STDERR_FILENO) {
     }
     if (opened >= 0) close(opened);
 }

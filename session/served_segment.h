@@ -1,37 +1,17 @@
-// The segment that zk4sim serves: made so that nothing of it is left, however the program ends.
+// The segment that a session serves: made so that nothing of it is left, however the program ends.
 #pragma once
-#include <sys/types.h>
-
-#include <chrono>
-#include <ctime>
 #include <list>
 #include <string>
-#include <utility>
 
 #include "ioshare/io_server.h"
 
-/// The processes that hold a served segment without being clients: the simulator and its
-/// supervisor.
+/// Those that hold a served segment without being clients: the simulator and its supervisor.
 inline constexpr unsigned long station_holders = 2;
 
-/// A server of these names whose segment is marked for removal as soon as it exists:
-/// clients still attach by its identifier while someone holds it, and the system frees it when the
-/// last one lets go. Never on identifier 0, which clients refuse.
 using name_list = std::list<std::string>;
 
-IOsharemem_server make_station_server(const name_list& inputs, const name_list& outputs);
-
-/// Tells for how long a segment has had no client, by who is attached besides its own holders.
-class client_watch {
-public:
-    /// `holders` processes hold the segment without being clients.
-    client_watch(int ident, unsigned long holders);
-    /// Looks. Seconds since a client was last attached, or since the watch began.
-    double seconds_alone();
-
-private:
-    int ident_;
-    unsigned long holders_;
-    std::pair<std::time_t, pid_t> last_leaving_{};
-    std::chrono::steady_clock::time_point last_seen_;
-};
+/// A server of these names whose segment is marked for removal as soon as it exists: clients still
+/// attach by its identifier while someone holds it, and the system frees it when the last one lets
+/// go. Never on identifier 0, which clients refuse.
+[[nodiscard]] IOsharemem_server make_station_server(const name_list& inputs,
+                                                    const name_list& outputs);

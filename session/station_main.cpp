@@ -50,8 +50,9 @@ void tell(const std::string& program, const failure& why) {
 
 }  // namespace
 
-int program_main(const std::string& program, const std::function<int()>& work) {
-    open_closed_streams();
+int program_main(const std::string& program, closed_stream closed,
+                 const std::function<int()>& work) {
+    open_closed_streams(closed);
     try {
         return work();
     } catch (const failure& why) {
@@ -62,7 +63,7 @@ int program_main(const std::string& program, const std::function<int()>& work) {
 
 int station_main(int argc, char** argv, command_line line,
                  const std::function<std::unique_ptr<station_model>()>& make_model) {
-    return program_main(line.program, [&] {
+    return program_main(line.program, closed_stream::swallows, [&] {
         session_options options;
         add_session_options(line, options);
         const command_words words = read_command_line(line, {argv + 1, argv + argc});

@@ -5,11 +5,13 @@
 #include <string>
 
 #include "session/command_line.h"
+#include "session/messages.h"
 #include "session/station_model.h"
 
 /// The main of a program: opens closed standard streams, does its work, and turns a `failure` into
 /// lines on the standard error stream, each after the program's name. The program's status.
-int program_main(const std::string& program, const std::function<int()>& work);
+int program_main(const std::string& program, closed_stream closed,
+                 const std::function<int()>& work);
 
 /// The main of a station's program, whose session has everything that sessions have: the panel's
 /// process or a command, faults, speed, duration, pause, control by scripts. `line` has the

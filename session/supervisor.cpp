@@ -15,7 +15,7 @@
 #include <ctime>
 #include <initializer_list>
 
-#include "ioshare/io_segment.h"
+#include "ioshare/io_clocks.h"
 #include "session/control_folder.h"
 #include "session/dead_lock_watch.h"
 #include "session/failure.h"
@@ -45,11 +45,6 @@ bool read_whole(int from, std::int32_t& value) {
     while ((got = read(from, &value, sizeof value)) < 0 && errno == EINTR) {
     }
     return got == sizeof value;
-}
-
-void end_session(io_segment* segment) {
-    volatile std::int64_t& clock = segment->inputs_clock;
-    if (clock >= 0) clock = -1;
 }
 
 /// Holds nothing of the simulator's but the pipe: whoever reads the simulator's output must see its
@@ -88,8 +83,8 @@ void await_simulator(int line, pid_t simulator, io_segment* segment, int ident) 
         if (write(simulator_line, &ident, sizeof ident) != sizeof ident) break;
     }
     if (segment) {
-        end_session(segment);
-        remove_dead_socket(control_path(ident));
+        io_end_session(*segment);
+        remove_dead_socket(control_path(control_folder(), ident));
     }
     remove_segments_of(simulator, start);
     _exit(0);

@@ -1,32 +1,9 @@
-// quorin-io against a segment of the test's own: what it prints, writes, waits for, and its
-// statuses.
-#include <signal.h>
+// quorin-io on a segment: what it reads and writes, what it refuses, and its statuses.
 #include <unistd.h>
 
-#include <thread>
-
-#include "tests/ioshare/test_segment.h"
+#include "tests/end_to_end/quorin_io_fixture.h"
 
 namespace {
-
-class QuorinIo : public testing::Test {
-protected:
-    std::vector<std::string> command(std::vector<std::string> words) {
-        words.insert(words.begin(), {built("quorin-io"), std::to_string(server->memory_ident())});
-        return words;
-    }
-    outcome io(const std::vector<std::string>& words) { return run_program(command(words)); }
-
-    leaves_nothing nothing_;
-    test_server server{{"te", "ts", "te", "x=y", "both"}, {"RENT", "SORT", "RENT", "both", "o=p"}};
-};
-
-void expect_one_line(const outcome& end, int status) {
-    EXPECT_EQ(end.status, status);
-    EXPECT_EQ(end.out, "");
-    EXPECT_EQ(std::count(end.err.begin(), end.err.end(), '\n'), 1) << end.err;
-    EXPECT_EQ(end.err.rfind("quorin-io: ", 0), 0u) << end.err;
-}
 
 TEST_F(QuorinIo, ListsEveryInputAndOutput) {
     server->segment->input_values[1] = INT32_MIN;
@@ -74,8 +51,16 @@ TEST_F(QuorinIo, RefusesBadNamesAndValuesAndWritesNothing) {
                                                         {"set", "RENT=0x1"},
                                                         {"set", "RENT=+1"},
                                                         {"set", "RENT= 1"},
-                                                        {"wait", "RENT=1"},
+                                                        {"set", "RENT=1", "--until", "nothing=1"},
+                                                        {"set", "RENT=1", "--until", "te=x"},
+                                                        {"wait", "nothing=1"},
+                                                        {"wait", "=1"},
                                                         {"wait", "te=high"},
+                                                        {"wait", "te!="},
+                                                        {"wait", "te=0", "--unless", "nothing=1"},
+                                                        {"wait", "te=0", "--unless", "te=1.0"},
+                                                        {"expect", "nothing!=1"},
+                                                        {"expect", "te=2147483648"},
                                                         {"pulse", "te"},
                                                         {"pulse", "nothing"},
                                                         {"watch", "nothing"}};
@@ -109,6 +94,42 @@ TEST_F(QuorinIo, DoesNotUnderstandOtherCommandLines) {
                                                {"pulse", "RENT", "SORT"},
                                                {"pulse", "RENT", "--for", "long"},
                                                {"pulse", "RENT", "--for", "0,5"},
+                                               {"pulse", "RENT", "--for", ""},
+                                               {"pulse", "RENT", "--for="},
+                                               {"pulse", "RENT", "--timeout", "1"},
+                                               {"pulse", "RENT", "--for", "1", "--for", "2"},
+                                               {"reset", "RENT"},
+                                               {"set", "RENT=1", "--timeout", "1"},
+                                               {"set", "RENT=1", "--until"},
+                                               {"set", "RENT=1", "--until", ""},
+                                               {"set", "RENT=1", "--until", "te"},
+                                               {"set", "--until", "te=1"},
+                                               {"set", "RENT=x", "SORT"},
+                                               {"wait", "te=1", "--any=1"},
+                                               {"wait", "te=0", "--unless"},
+                                               {"wait", "te=0", "--unless=", "ts=0"},
+                                               {"wait", "te=0", "--unless", "ts"},
+                                               {"wait", "te=0", "--timeout", "1e10"},
+                                               {"wait", "te=0", "--timeout", "nan"},
+                                               {"wait", "te=0", "--for", "1"},
+                                               {"expect"},
+                                               {"expect", "te"},
+                                               {"expect", "te=0", "--any"},
+                                               {"watch", "--time=1"},
+                                               {"watch", "--initial", "--unknown"},
+                                               {"--timeout", "1", "wait", "te=0"},
+                                               {"list", "--last"},
+                                               {""},
+                                               {"status", "all"},
+                                               {"desk"},
+                                               {"fault"},
+                                               {"fault", "te=dead", "ts=dead"},
+                                               {"diagnose"},
+                                               {"pause", "1"},
+                                               {"speed"},
+                                               {"step"},
+                                               {"step", "1", "2"},
+                                               {"end", "--timeout", "1"},
                                                {"wait", "te=1", "--timeout", "-1"},
                                                {"wait", "te=1", "--timeout"},
                                                {"list", "--unknown"}}) {
@@ -132,6 +153,20 @@ TEST_F(QuorinIo, SaysInFrenchWhatItRefuses) {
                 {{ident, "get"}, "ligne de commande incomplète (voir --help)"},
                 {{ident, "frob"}, "ligne de commande incomprise: frob"},
                 {{ident, "list", "--x"}, "ligne de commande incomprise: --x"},
+                {{ident, "list", "te"}, "ligne de commande incomprise: te"},
+                {{"frob"}, "ligne de commande incomprise: frob"},
+                {{"a\nb", "list"}, "a\\x0Ab: l'identifiant d'un segment est un nombre entier"},
+                {{ident, "a\tb"}, "ligne de commande incomprise: a\\x09b"},
+                {{ident, "get", "a\x1B"}, "nom inconnu: a\\x1B"},
+                {{ident, "set", "te=1"}, "sortie inconnue: te"},
+                {{ident, "set", "RENT"}, "RENT: NOM=VALEUR est attendu"},
+                {{ident, "set", "RENT=x"}, "RENT=x: la valeur n'est pas un entier de 32 bits"},
+                {{ident, "wait", "te=0", "--unless="}, "--unless: une valeur est attendue"},
+                {{ident, "wait", "te=0", "--timeout", ""}, "--timeout: une valeur est attendue"},
+                {{ident, "wait", "te=0", "--timeout", "5s"},
+                 "--timeout 5s: un nombre de secondes est attendu"},
+                {{ident, "set", "RENT=1", "--timeout", "1"}, "--timeout: --until est attendu"},
+                {{"list"}, "list: il manque l'identifiant du segment, --last ou QUORIN_IDENT"},
                 {{ident, "wait", "te=1", "--timeout"}, "ligne de commande incomprise: --timeout"},
                 {{"0", "list"}, "segment 0: identifiant refusé"},
                 {{"2147483647", "list"}, "segment 2147483647: il n'existe pas"}};
@@ -153,91 +188,56 @@ TEST_F(QuorinIo, RefusesSomeoneElsesSegment) {
     EXPECT_EQ(end.err, "quorin-io: segment " + ident + ": accès refusé\n");
 }
 
-TEST_F(QuorinIo, DoesNotCallDoneWhatItCouldNotPrint) {
-    const std::string ident = std::to_string(server->memory_ident());
-    const outcome end =
-        run_program({"sh", "-c", built("quorin-io") + " " + ident + " list >/dev/full"});
-    expect_one_line(end, 1);
+TEST_F(QuorinIo, ResetsEveryOutputAndNothingElse) {
+    server->segment->outputs_clock = 3;
+    server->segment->input_values[0] = 5;
+    const std::string expected = bytes_at(server.bytes(), 0, 4561);
+    for (int i = 0; i < 5; ++i) server->segment->output_values[i] = i - 2;
+    const outcome end = io({"reset"});
+    EXPECT_EQ(end.status, 0);
+    EXPECT_EQ(end.out + end.err, "");
+    EXPECT_EQ(bytes_at(server.bytes(), 0, 4561), expected);
 }
 
-TEST_F(QuorinIo, ShowsItsHelpAndVersion) {
-    const outcome help = run_program({built("quorin-io"), "--help"});
-    EXPECT_EQ(help.status, 0);
-    for (const char* const word : {"list", "get", "set", "wait", "pulse", "watch"}) {
-        EXPECT_NE(help.out.find(word), std::string::npos) << word;
-    }
-    EXPECT_EQ(run_program({built("quorin-io"), "--version"}).out, "quorin-io 0.1.0\n");
+TEST_F(QuorinIo, TakesAnyNameAsItStandsBehindTwoDashes) {
+    test_server odd({"[te]", "--time", "[a,b]", "te!"}, {"-o", "[x]"});
+    odd->setreset_input(2, 3);
+    EXPECT_EQ(io_on(odd, {"get", "[te]", "[a,b]"}).out, "0\n3\n");
+    EXPECT_EQ(io_on(odd, {"get", "--", "--time", "-o"}).out, "0\n0\n");
+    EXPECT_EQ(io_on(odd, {"set", "[x]=1", "--until", "[a,b]=3", "[te]=0", "--", "-o=2"}).status, 0);
+    EXPECT_EQ(odd->output_value(0), 2);
+    EXPECT_EQ(odd->output_value(1), 1);
+    EXPECT_EQ(io_on(odd, {"set", "[x]=3", "--until=[a,b]=3"}).status, 0);
+    EXPECT_EQ(io_on(odd, {"get", "te!"}).status, 0);
+}
+
+TEST_F(QuorinIo, ShowsControlBytesOfNamesAsEscapes) {
+    test_server odd({"a\tb", "\x1B[2J",
+                     "pi\xC3\xA8"
+                     "ce"},
+                    {"l\nf\x7F"});
+    EXPECT_EQ(io_on(odd, {"list"}).out,
+              "entree\ta\\x09b\t0\nentree\t\\x1B[2J\t0\nentree\tpi\xC3\xA8"
+              "ce\t0\nsortie\tl\\x0Af\\x7F\t0\n");
+    EXPECT_EQ(io_on(odd, {"get", "a\tb"}).out, "0\n");
+    EXPECT_EQ(io_on(odd, {"wait", "a\tb=1", "--timeout", "0"}).err,
+              "quorin-io: délai écoulé, il manque: a\\x09b=1 (valeur 0)\n");
+    EXPECT_EQ(io_on(odd, {"expect", "l\nf\x7F=1"}).err,
+              "quorin-io: ne tient pas: l\\x0Af\\x7F=1 (valeur 0)\n");
 }
 
 TEST_F(QuorinIo, LooksWithoutWriting) {
     server->segment->outputs_clock = 9;
     server->inputs_go();
     const std::string before = bytes_at(server.bytes(), 0, 4561);
-    io({"list"});
-    io({"get", "te"});
-    io({"wait", "te=0"});
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"list"},
+                                                  {"get", "te"},
+                                                  {"wait", "te=0"},
+                                                  {"expect", "te=0", "--for", "0.01"}})
+        EXPECT_EQ(io(words).status, 0);
     program watcher(command({"watch"}));
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    ASSERT_TRUE(looking(watcher));
     EXPECT_EQ(bytes_at(server.bytes(), 0, 4561), before);
-}
-
-TEST_F(QuorinIo, WaitsUntilAllInputsHaveTheirValuesAtOnce) {
-    program waiting(command({"wait", "te=1", "ts=1", "--timeout", "10"}));
-    server->setreset_input(2, 1);
-    server->inputs_go();
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    server->setreset_input(2, 0);
-    server->setreset_input(1, 1);
-    server->inputs_go();
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    EXPECT_TRUE(waiting.running()) << "each had its value, but never both";
-    server->setreset_input(2, 1);
-    server->inputs_go();
-    EXPECT_EQ(waiting.wait(seconds(1)), 0);
-    EXPECT_EQ(io({"wait", "te=1"}).status, 0) << "at once when it is so already";
-}
-
-TEST_F(QuorinIo, AWaitEndsWithItsTimeOrWithTheSession) {
-    expect_one_line(io({"wait", "te=1", "--timeout", "0.1"}), 3);
-    expect_one_line(io({"wait", "te=1", "--timeout", "0"}), 3);
-    EXPECT_EQ(io({"wait", "te=0", "--timeout", "0"}).status, 0);
-    program waiting(command({"wait", "te=1"}));
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    server->sharing_terminate();
-    EXPECT_EQ(waiting.wait(seconds(1)), 4);
-}
-
-TEST_F(QuorinIo, PulsesAnOutputForItsTimeAlsoWhenInterrupted) {
-    program pulse(command({"pulse", "RENT", "--for", "0.3"}));
-    ASSERT_TRUE(
-        wait_until([&] { return server->output_value(0) == 1 && server->output_value(2) == 1; }));
-    EXPECT_EQ(pulse.wait(), 0);
-    EXPECT_EQ(server->output_value(0), 0);
-    EXPECT_EQ(server->output_value(2), 0);
-    for (const int number : {SIGINT, SIGTERM}) {
-        program endless(command({"pulse", "SORT", "--for", "1000"}));
-        ASSERT_TRUE(wait_until([&] { return server->output_value(1) == 1; }));
-        endless.signal(number);
-        EXPECT_EQ(endless.wait(seconds(1)), 0);
-        EXPECT_EQ(server->output_value(1), 0);
-    }
-}
-
-TEST_F(QuorinIo, WatchTellsEachChangeUntilTheEnd) {
-    program all(command({"watch"})), one(command({"watch", "ts"}));
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    server->setreset_input(1, 3);
-    server->inputs_go();
-    ASSERT_TRUE(wait_until([&] { return all.out() == "ts=3\n"; }));
-    server->segment->output_values[1] = -2;
-    ASSERT_TRUE(wait_until([&] { return all.out() == "ts=3\nSORT=-2\n"; }));
-    server->setreset_input(1, 4);
-    server->inputs_go();
-    server->sharing_terminate();
-    EXPECT_EQ(all.wait(seconds(1)), 0);
-    EXPECT_EQ(one.wait(seconds(1)), 0);
-    EXPECT_EQ(all.out(), "ts=3\nSORT=-2\nts=4\n") << "the last change before the end is told";
-    EXPECT_EQ(one.out(), "ts=3\nts=4\n");
 }
 
 TEST_F(QuorinIo, AfterTheEndValuesAreReadButNothingIsWritten) {
@@ -245,9 +245,16 @@ TEST_F(QuorinIo, AfterTheEndValuesAreReadButNothingIsWritten) {
     EXPECT_EQ(io({"get", "te"}).status, 0);
     EXPECT_EQ(io({"list"}).status, 0);
     EXPECT_EQ(io({"watch"}).status, 0);
-    expect_one_line(io({"set", "RENT=1"}), 4);
-    expect_one_line(io({"pulse", "RENT"}), 4);
-    expect_one_line(io({"wait", "te=0"}), 4);
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"set", "RENT=1"},
+                                                  {"set", "RENT=1", "--until", "te=0"},
+                                                  {"reset"},
+                                                  {"pulse", "RENT"},
+                                                  {"wait", "te=0"},
+                                                  {"wait", "te=1", "--unless", "te=0"},
+                                                  {"expect", "te=0"}}) {
+        SCOPED_TRACE(testing::PrintToString(words));
+        expect_one_line(io(words), 4);
+    }
     EXPECT_EQ(server->output_value(0), 0);
 }
 

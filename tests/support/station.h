@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "ioshare/io_lock.h"
-#include "ioshare/io_segment.h"
+#include "ioshare/io_clocks.h"
 #include "tests/support/programs.h"
 
 /// The identifier that a zk4sim has printed on its first line; empty while it has not.
@@ -44,7 +43,7 @@ public:
     explicit operator bool() const { return segment_; }
     io_segment& operator*() const { return *segment_; }
     io_segment* operator->() const { return segment_; }
-    bool session_over() const { return io_read_clock(segment_->inputs_clock) < 0; }
+    bool session_over() const { return io_session_over(*segment_); }
 
 private:
     io_segment* segment_ = nullptr;

@@ -1,0 +1,134 @@
+#include "programs/quorin_io/control_client.h"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <optional>
+
+#include "ioshare/io_observer.h"
+#include "ioshare/io_printable.h"
+#include "programs/quorin_io/output.h"
+#include "session/control_address.h"
+#include "session/failure.h"
+#include "session/whole_number.h"
+
+namespace {
+
+/// A connection to a session; none when there is no socket, or when its session is not this user's.
+class connection {
+public:
+    explicit connection(const std::string& path);
+    ~connection() {
+        if (line_ >= 0) close(line_);
+    }
+    connection(const connection&) = delete;
+    connection& operator=(const connection&) = delete;
+
+    explicit operator bool() const { return line_ >= 0; }
+    void send_all(const std::string& text) const;
+    /// All that comes until the session closes the connection.
+    std::string receive_all() const;
+
+private:
+    bool from_this_user() const;
+    int line_ = -1;
+};
+
+connection::connection(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) return;
+    std::memcpy(address.sun_path, path.data(), path.size());
+    line_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (connect(line_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+        from_this_user())
+        return;
+    close(line_);
+    line_ = -1;
+}
+
+/// Another user may have been there first with a folder of that name.
+bool connection::from_this_user() const {
+    ucred server{};
+    socklen_t size = sizeof server;
+    return getsockopt(line_, SOL_SOCKET, SO_PEERCRED, &server, &size) == 0 &&
+           (server.uid == geteuid() || server.uid == 0);
+}
+
+void connection::send_all(const std::string& text) const {
+    for (std::size_t sent = 0; sent < text.size();) {
+        const ssize_t more = send(line_, text.data() + sent, text.size() - sent, MSG_NOSIGNAL);
+        if (more <= 0) return;  // The session may have answered without reading to the end.
+        sent += static_cast<std::size_t>(more);
+    }
+}
+
+std::string connection::receive_all() const {
+    constexpr std::size_t most = 1 << 20;
+    std::string all;
+    char part[4096];
+    for (ssize_t got; all.size() < most && (got = recv(line_, part, sizeof part, 0)) > 0;)
+        all.append(part, static_cast<std::size_t>(got));
+    return all;
+}
+
+std::string request_line(const std::vector<std::string>& words) {
+    std::string line;
+    for (const std::string& each : words) line += (line.empty() ? "" : " ") + each;
+    if (line.find('\n') != std::string::npos) throw misuse("une fin de ligne dans un mot");
+    line += '\n';
+    if (line.size() > control_request_limit)
+        throw misuse("demande de plus de " + std::to_string(control_request_limit) + " octets");
+    return line;
+}
+
+/// Ends the command where no session answers: with the segment's own problem, or with `why`.
+[[noreturn]] void refuse_without_answer(int ident, const std::string& why) {
+    const io_observer segment(ident, io_access::read);
+    if (!segment.problem().empty()) throw refusal(segment.problem());
+    if (segment.session_over()) throw failure{exit_status::session_over, "la session est terminée"};
+    throw refusal("segment " + std::to_string(ident) + ": " + why);
+}
+
+struct answer {
+    exit_status status;
+    std::string text;
+};
+
+/// The status on the first line, and the lines after it; nothing when that is no status.
+std::optional<answer> read_answer(const std::string& bytes) {
+    const std::size_t end = bytes.find('\n');
+    if (end == std::string::npos) return std::nullopt;
+    const std::optional<int> status = whole_number<int>(std::string_view(bytes).substr(0, end));
+    if (!status || *status < 0 || *status > 255) return std::nullopt;
+    return answer{static_cast<exit_status>(*status), bytes.substr(end + 1)};
+}
+
+/// The lines of an answer, fit to be shown, each with its end.
+std::string shown(const std::string& text) {
+    std::string all;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        all += io_printable(text.substr(start, end - start)) + '\n';
+        start = end + 1;
+    }
+    return all;
+}
+
+}  // namespace
+
+void ask_session(int ident, const std::vector<std::string>& words) {
+    const std::string line = request_line(words);
+    const connection session(control_path(control_folder(), ident));
+    if (!session) refuse_without_answer(ident, "cette session n'a pas de socket de contrôle");
+    session.send_all(line);
+    const std::optional<answer> got = read_answer(session.receive_all());
+    if (!got) refuse_without_answer(ident, "la session n'a pas répondu");
+    std::string text = shown(got->text);
+    if (got->status == exit_status::done) return print(text);
+    if (text.empty()) text = "la session a refusé\n";
+    text.pop_back();
+    throw failure{got->status, text};
+}

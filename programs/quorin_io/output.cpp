@@ -1,0 +1,30 @@
+#include "programs/quorin_io/output.h"
+
+#include <poll.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <iostream>
+
+#include "session/failure.h"
+
+namespace {
+
+constexpr int look_pause_ms = 2;
+
+[[noreturn]] void refuse() { throw refusal("la sortie standard ne prend rien"); }
+
+}  // namespace
+
+void print(const std::string& text) {
+    std::signal(SIGPIPE, SIG_IGN);
+    if (!(std::cout << text).flush()) refuse();
+}
+
+void pause_between_looks() { usleep(look_pause_ms * 1000); }
+
+void pause_between_printed_looks() {
+    pollfd output{STDOUT_FILENO, 0,
+                  0};  // Asked for nothing, it still tells that its reader has gone.
+    if (poll(&output, 1, look_pause_ms) > 0) refuse();
+}
