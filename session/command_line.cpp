@@ -95,8 +95,12 @@ void hand_over(const given_values& given) {
     for (int i = 0; i < given.times; ++i) option.take("");
     for (const std::string& each : given.values) {
         const std::string value = unguarded(each);
-        if (value.empty()) throw misuse("une valeur est attendue");
-        option.take(value);
+        if (value.empty()) throw misuse(option.name + ": une valeur est attendue");
+        try {
+            option.take(value);
+        } catch (const failure& why) {
+            throw misuse(option.name + " " + io_printable(value) + ": " + why.why);
+        }
     }
 }
 
@@ -128,13 +132,7 @@ command_words read_command_line(const command_line& line, const std::vector<std:
     if (dashes != words.end()) read.operands.insert(read.operands.end(), dashes + 1, words.end());
     if (line.operands.empty() && !read.operands.empty())
         throw misuse(misunderstood + io_printable(read.operands.front()));
-    for (const given_values& each : given) {
-        try {
-            hand_over(each);
-        } catch (const failure& why) {
-            throw misuse(each.option->name + ": " + why.why);
-        }
-    }
+    for (const given_values& each : given) hand_over(each);
     return read;
 }
 
@@ -142,5 +140,5 @@ double number_between(const std::string& value, double least, double most) {
     const std::optional<double> number = whole_number<double>(value);
     if (number && *number >= least && *number <= most) return *number;
     throw misuse("un nombre de " + CLI::detail::to_string(least) + " à " +
-                 CLI::detail::to_string(most) + " est attendu, pas " + io_printable(value));
+                 CLI::detail::to_string(most) + " est attendu");
 }

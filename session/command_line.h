@@ -18,8 +18,9 @@ struct command_option {
     bool repeatable = false;
     /// Whether it takes all the words up to the next option or "--".
     bool several = false;
-    /// Takes a value (empty for a flag), or throws `misuse`, without the option's name. An empty
-    /// value never gets here. Called once for each word of an option that takes several.
+    /// Takes a value (empty for a flag), or throws `misuse` with what is wrong about it: the option
+    /// and the value are told before that. An empty value never gets here. Called once for each
+    /// word of an option that takes several.
     std::function<void(const std::string& value)> take;
 };
 

@@ -72,7 +72,7 @@ std::optional<control_answer> control_requests::carry_out(const std::string& req
     try {
         return find_and_carry_out(request);
     } catch (const failure& why) {
-        return control_answer{why.status, why.why + "\n"};
+        return control_answer{why.status, request + ": " + why.why + "\n"};
     }
 }
 
@@ -173,7 +173,7 @@ control_requests::answer control_requests::step(const words& operands) {
     const double wanted_s = number_between(operands.front(), step_s, longest_run_s);
     const long long steps = std::llround(wanted_s / step_s);
     if (static_cast<double>(steps * step_ms) / 1000 != wanted_s)
-        return misunderstood("un multiple de 0.01 est attendu, pas " + operands.front());
+        return misunderstood("step " + operands.front() + ": un multiple de 0.01 est attendu");
     if (!time_.paused()) return refused("la session n'est pas en pause");
     if (time_.steps_left() > 0) return refused("des pas sont déjà en cours");
     time_.run(steps);

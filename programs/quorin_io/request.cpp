@@ -44,14 +44,13 @@ front take_front(const std::vector<std::string>& words) {
     return taken;
 }
 
-void check_form(word_form form, const std::string& option, const std::string& word) {
-    const bool equals = word.find('=') != std::string::npos;
-    if ((form == word_form::assignment || form == word_form::condition) && !equals)
-        throw misuse(io_printable(word) + ": NOM=VALEUR est attendu");
-    if (form != word_form::seconds) return;
+/// What is wrong with a word of that form; empty when nothing is.
+std::string objection(word_form form, const std::string& word) {
+    const bool pair = form == word_form::assignment || form == word_form::condition;
+    if (pair && word.find('=') == std::string::npos) return "NOM=VALEUR est attendu";
+    if (form != word_form::seconds) return "";
     const std::optional<double> value = whole_number<double>(word);
-    if (!value || *value < 0 || *value > 1e9)
-        throw misuse(option + " " + io_printable(word) + ": un nombre de secondes est attendu");
+    return value && *value >= 0 && *value <= 1e9 ? "" : "un nombre de secondes est attendu";
 }
 
 std::string command_help() {
@@ -76,7 +75,8 @@ command_line line_of(const command_row* command, io_request& asked) {
     for (const io_option_row& row : option_table()) {
         if (command && !takes(*command, row.key)) continue;
         const auto take = [&asked, &row](const std::string& value) {
-            check_form(row.form, row.word, value);
+            const std::string why = objection(row.form, value);
+            if (!why.empty()) throw misuse(why);
             asked.options[static_cast<std::size_t>(row.key)].push_back(value);
         };
         line.options.push_back(
@@ -107,7 +107,10 @@ void check_operands(const io_request& asked) {
     if (asked.operands.size() < command.least) throw misuse(incomplete);
     if (asked.operands.size() > command.most)
         throw misuse(misunderstood + io_printable(asked.operands[command.most]));
-    for (const std::string& each : asked.operands) check_form(command.form, "", each);
+    for (const std::string& each : asked.operands) {
+        const std::string why = objection(command.form, each);
+        if (!why.empty()) throw misuse(io_printable(each) + ": " + why);
+    }
     if (command.key == command_key::set && asked.given(option_key::timeout) &&
         !asked.given(option_key::until))
         throw misuse("--timeout: --until est attendu");

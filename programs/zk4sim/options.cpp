@@ -10,15 +10,16 @@ constexpr int most_supplies = 1'000'000;
 
 enum class zk4sim_option { seed, bases, parts, count };
 
-template <class Number>
-Number whole_up_to(const std::string& value, Number most) {
-    const std::optional<Number> number = whole_number<Number>(value);
-    if (number && *number <= most) return *number;
-    throw misuse("un entier de 0 à " + std::to_string(most) + " est attendu, pas " + value);
+std::uint64_t seed(const std::string& value) {
+    const std::optional<std::uint64_t> number = whole_number<std::uint64_t>(value);
+    if (!number) throw misuse("un entier positif est attendu");
+    return *number;
 }
 
 int supplies(const std::string& value) {
-    return static_cast<int>(whole_up_to<std::uint32_t>(value, most_supplies));
+    const std::optional<int> number = whole_number<int>(value);
+    if (number && *number >= 0 && *number <= most_supplies) return *number;
+    throw misuse("un entier de 0 à " + std::to_string(most_supplies) + " est attendu");
 }
 
 using row = option_row<zk4sim_option, zk4sim_options>;
@@ -26,7 +27,7 @@ using row = option_row<zk4sim_option, zk4sim_options>;
 // clang-format off
 constexpr row rows[] = {
     {zk4sim_option::seed, "--seed", "N", "choisit la place de la première base (0)", false,
-     [](zk4sim_options& o, const std::string& value) { o.seed = whole_up_to<std::uint64_t>(value, UINT64_MAX); }},
+     [](zk4sim_options& o, const std::string& value) { o.seed = seed(value); }},
     {zk4sim_option::bases, "--bases", "N", "bases en réserve, de 0 à 1000000 (1000)", false,
      [](zk4sim_options& o, const std::string& value) { o.supplies.bases = supplies(value); }},
     {zk4sim_option::parts, "--parts", "N", "pièces en réserve, de 0 à 1000000 (1000)", false,

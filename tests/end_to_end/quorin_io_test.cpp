@@ -80,59 +80,28 @@ TEST_F(QuorinIo, RefusesASegmentThatDoesNotExist) {
         run_program({built("quorin-io"), std::to_string(too_short.ident), "set", "RENT=1"}), 1);
 }
 
+// clang-format off
+const std::vector<std::vector<std::string>> not_understood = {
+    {}, {"frob"}, {"list", "te"}, {"get"}, {"set"}, {"set", "RENT"}, {"wait"}, {"wait", "te"},
+    {"pulse"}, {"pulse", "RENT", "SORT"}, {"pulse", "RENT", "--for", "long"},
+    {"pulse", "RENT", "--for", "0,5"}, {"pulse", "RENT", "--for", ""},
+    {"pulse", "RENT", "--for="}, {"pulse", "RENT", "--timeout", "1"},
+    {"pulse", "RENT", "--for", "1", "--for", "2"}, {"reset", "RENT"},
+    {"set", "RENT=1", "--timeout", "1"}, {"set", "RENT=1", "--until"},
+    {"set", "RENT=1", "--until", ""}, {"set", "RENT=1", "--until", "te"},
+    {"set", "--until", "te=1"}, {"set", "RENT=x", "SORT"}, {"wait", "te=1", "--any=1"},
+    {"wait", "te=0", "--unless"}, {"wait", "te=0", "--unless=", "ts=0"},
+    {"wait", "te=0", "--unless", "ts"}, {"wait", "te=0", "--timeout", "1e10"},
+    {"wait", "te=0", "--timeout", "nan"}, {"wait", "te=0", "--for", "1"}, {"expect"},
+    {"expect", "te"}, {"expect", "te=0", "--any"}, {"watch", "--time=1"},
+    {"watch", "--initial", "--unknown"}, {"--timeout", "1", "wait", "te=0"}, {"list", "--last"},
+    {""}, {"status", "all"}, {"desk"}, {"fault"}, {"fault", "te=dead", "ts=dead"}, {"diagnose"},
+    {"pause", "1"}, {"speed"}, {"step"}, {"step", "1", "2"}, {"end", "--timeout", "1"},
+    {"wait", "te=1", "--timeout", "-1"}, {"wait", "te=1", "--timeout"}, {"list", "--unknown"}};
+// clang-format on
+
 TEST_F(QuorinIo, DoesNotUnderstandOtherCommandLines) {
-    for (const std::vector<std::string>& words :
-         std::vector<std::vector<std::string>>{{},
-                                               {"frob"},
-                                               {"list", "te"},
-                                               {"get"},
-                                               {"set"},
-                                               {"set", "RENT"},
-                                               {"wait"},
-                                               {"wait", "te"},
-                                               {"pulse"},
-                                               {"pulse", "RENT", "SORT"},
-                                               {"pulse", "RENT", "--for", "long"},
-                                               {"pulse", "RENT", "--for", "0,5"},
-                                               {"pulse", "RENT", "--for", ""},
-                                               {"pulse", "RENT", "--for="},
-                                               {"pulse", "RENT", "--timeout", "1"},
-                                               {"pulse", "RENT", "--for", "1", "--for", "2"},
-                                               {"reset", "RENT"},
-                                               {"set", "RENT=1", "--timeout", "1"},
-                                               {"set", "RENT=1", "--until"},
-                                               {"set", "RENT=1", "--until", ""},
-                                               {"set", "RENT=1", "--until", "te"},
-                                               {"set", "--until", "te=1"},
-                                               {"set", "RENT=x", "SORT"},
-                                               {"wait", "te=1", "--any=1"},
-                                               {"wait", "te=0", "--unless"},
-                                               {"wait", "te=0", "--unless=", "ts=0"},
-                                               {"wait", "te=0", "--unless", "ts"},
-                                               {"wait", "te=0", "--timeout", "1e10"},
-                                               {"wait", "te=0", "--timeout", "nan"},
-                                               {"wait", "te=0", "--for", "1"},
-                                               {"expect"},
-                                               {"expect", "te"},
-                                               {"expect", "te=0", "--any"},
-                                               {"watch", "--time=1"},
-                                               {"watch", "--initial", "--unknown"},
-                                               {"--timeout", "1", "wait", "te=0"},
-                                               {"list", "--last"},
-                                               {""},
-                                               {"status", "all"},
-                                               {"desk"},
-                                               {"fault"},
-                                               {"fault", "te=dead", "ts=dead"},
-                                               {"diagnose"},
-                                               {"pause", "1"},
-                                               {"speed"},
-                                               {"step"},
-                                               {"step", "1", "2"},
-                                               {"end", "--timeout", "1"},
-                                               {"wait", "te=1", "--timeout", "-1"},
-                                               {"wait", "te=1", "--timeout"},
-                                               {"list", "--unknown"}}) {
+    for (const std::vector<std::string>& words : not_understood) {
         SCOPED_TRACE(testing::PrintToString(words));
         expect_one_line(io(words), 2);
     }
