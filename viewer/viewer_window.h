@@ -58,8 +58,7 @@ public:
     /// Shows the first page of `count` lines, under `title`, and serves the window until the user
     /// cancels or closes it; Escape closes it too. (A window that the program hides is served until
     /// the next event of one of its widgets.) The parent is active again on return, even if it was
-    /// not before. Returns at once when `lines` is null. Shows one empty page for a `count`
-    /// below 1.
+    /// not before. Returns at once when `lines` is null. A `count` below 1 shows an empty page.
     ///
     /// The lines are not copied. A caller who uses the functions below after this one has returned
     /// must keep them until the next activation.

@@ -21,7 +21,8 @@ namespace {
 /// What is written without a window. The table below is in this order.
 enum class document { pdf, postscript, text };
 
-using writer = void (*)(std::fstream& out, const lines& text);
+/// A reference, so that a row without a function does not compile.
+using writer = void (&)(std::fstream& out, const lines& text);
 
 /// Plain text is laid out for print; the viewer's own markup is printed as it stands.
 template <void (OFD_afficheur_filtre_impression::*print)(std::fstream&)>
@@ -53,7 +54,7 @@ constexpr std::size_t export_count = static_cast<std::size_t>(document::text) + 
 
 consteval bool one_row_each() {
     for (std::size_t row = 0; row < std::size(exports); ++row)
-        if (exports[row].kind != static_cast<document>(row) || !exports[row].write) return false;
+        if (exports[row].kind != static_cast<document>(row)) return false;
     return std::size(exports) == export_count;
 }
 static_assert(one_row_each());

@@ -63,6 +63,7 @@ TEST_F(Lecteur, AnEmptyFileIsAnEmptyDocument) {
     EXPECT_EQ(bytes_of("e.txt"), "");
 }
 
+// What it is asked, and the status and the line that answer; "" for any line.
 const struct {
     std::vector<std::string> words;
     int status;
