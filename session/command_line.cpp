@@ -136,7 +136,6 @@ double number_between(std::string_view option, const std::string& value, double 
                       double most) {
     const std::optional<double> number = whole_number<double>(value);
     if (number && *number >= least && *number <= most) return *number;
-    throw misuse(std::string(option) + " " + value + ": un nombre de " +
-                 CLI::detail::to_string(least) + " à " + CLI::detail::to_string(most) +
-                 " est attendu");
+    throw misuse(std::string(option) + " " + io_printable(value) + ": un nombre de " +
+                 number_text(least) + " à " + number_text(most) + " est attendu");
 }

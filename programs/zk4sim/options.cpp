@@ -1,5 +1,6 @@
 #include "programs/zk4sim/options.h"
 
+#include "ioshare/io_printable.h"
 #include "session/failure.h"
 #include "session/keyed_rows.h"
 #include "session/whole_number.h"
@@ -14,7 +15,7 @@ template <class Number>
 Number whole_between(const char* option, const std::string& value, Number most) {
     const std::optional<Number> number = whole_number<Number>(value);
     if (number && *number <= most) return *number;
-    throw misuse(std::string(option) + " " + value + ": un entier de 0 à " + std::to_string(most) +
+    throw misuse(std::string(option) + " " + io_printable(value) + ": un entier de 0 à " + std::to_string(most) +
                  " est attendu");
 }
 
