@@ -139,6 +139,5 @@ command_words read_command_line(const command_line& line, const std::vector<std:
 double number_between(const std::string& value, double least, double most) {
     const std::optional<double> number = whole_number<double>(value);
     if (number && *number >= least && *number <= most) return *number;
-    throw misuse("un nombre de " + CLI::detail::to_string(least) + " à " +
-                 CLI::detail::to_string(most) + " est attendu");
+    throw misuse("un nombre de " + number_text(least) + " à " + number_text(most) + " est attendu");
 }

@@ -1,7 +1,5 @@
 #include "session/control_requests.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <sstream>
 
@@ -20,13 +18,6 @@ const control_answer session_is_over = {exit_status::session_over, "la session e
 
 control_answer refused(const std::string& why) { return {exit_status::refused, why + "\n"}; }
 control_answer misunderstood(const std::string& why) { return {exit_status::misuse, why + "\n"}; }
-
-/// The shortest text that reads back as the number.
-std::string number_text(double number) {
-    std::array<char, 32> text;
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-    return {text.data(), end};
-}
 
 const desk_row* desk_button_named(const std::string& name) {
     for (const desk_row& each : desk_rows)

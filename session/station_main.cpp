@@ -1,5 +1,6 @@
 #include "session/station_main.h"
 
+#include "ioshare/io_printable.h"
 #include "ioshare/link_capacity.h"
 #include "session/end_signals.h"
 #include "session/failure.h"
@@ -22,7 +23,7 @@ std::vector<station_fault> understood_faults(const station_model& model,
     for (const std::string& text : texts) {
         std::string reason;
         const auto fault = parse_fault(text, model.inputs(), model.outputs(), reason);
-        if (!fault) throw misuse("--fault " + reason);
+        if (!fault) throw misuse("--fault " + io_printable(reason));
         faults.push_back(*fault);
     }
     return faults;

@@ -1,8 +1,10 @@
 // Numbers on command lines: whole words only, with a point, whatever the locale.
 #pragma once
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <type_traits>
 
@@ -20,4 +22,14 @@ std::optional<number> whole_number(std::string_view text) {
         if (!std::isfinite(value)) return std::nullopt;
     }
     return value;
+}
+
+/// The shortest text that reads back as the number.
+///
+///     number_text(0.1)  // "0.1"
+///     number_text(1e9)  // "1e+09"
+inline std::string number_text(double number) {
+    std::array<char, 32> text;
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+    return {text.data(), end};
 }

@@ -1,5 +1,6 @@
 // kill -9 of each process of a session, and of two at once, at a hundred random moments each:
-// nobody hangs, whoever is left knows within a second, and no segment or process stays behind.
+// nobody hangs, whoever is left knows, and no segment or process stays behind. How soon they know
+// is for a test that is alone on the machine: zk4sim_pace_test.cpp.
 #include <gtest/gtest.h>
 #include <signal.h>
 
@@ -21,12 +22,12 @@ void sleep_ms(double ms) {
 
 /// Keeps the station busy publishing: everything moves.
 void command_everything(const attached_segment& segment) {
-    for (int i = 0; segment && i < 13; ++i) segment->output_values[i] = 1;
+    for (int i = 0; segment && i < segment->nb_outputs; ++i) segment->output_values[i] = 1;
 }
 
-/// Within a second. A session that had not begun is over.
-bool ends_soon(const attached_segment& segment) {
-    return wait_until([&] { return !segment || segment.session_over(); }, seconds(1));
+/// A session that had not begun is over.
+bool ends(const attached_segment& segment) {
+    return wait_until([&] { return !segment || segment.session_over(); });
 }
 
 class KillDashNine : public testing::Test {
@@ -54,12 +55,11 @@ protected:
                 }
                 return false;
             },
-            seconds(10));
+            seconds(30));
     }
 
     void expect_nothing_left() {
-        wait_until([] { return leftovers::processes().empty() && leftovers::segments().empty(); },
-                   seconds(3));
+        wait_until([] { return leftovers::processes().empty() && leftovers::segments().empty(); });
         EXPECT_EQ(leftovers::processes(), std::set<pid_t>());
         EXPECT_EQ(leftovers::segments(), std::set<int>());
     }
@@ -90,9 +90,9 @@ TEST_F(KillDashNine, OfThePanelEndsTheStation) {
             command_everything(segment);
             sleep_ms(random_ms());
             ::kill(panel, SIGKILL);
-            EXPECT_TRUE(ends_soon(segment));
+            EXPECT_TRUE(ends(segment));
         }
-        EXPECT_EQ(running->wait(seconds(1)), 0);
+        EXPECT_EQ(running->wait(), 0);
         EXPECT_NE(running->err().find("zk4sim: panneau terminé (signal 9)"), std::string::npos);
         expect_nothing_left();
     }
@@ -110,7 +110,7 @@ TEST_F(KillDashNine, OfTheSimulatorEndsTheSessionForThePanel) {
             command_everything(segment);
             sleep_ms(moment_ms / 2);
             running->signal(SIGKILL);
-            EXPECT_TRUE(ends_soon(segment));
+            EXPECT_TRUE(ends(segment));
         }
         EXPECT_TRUE(all_end_when_messages_are_dismissed())
             << "the panel must say that the session is over";
@@ -130,7 +130,7 @@ TEST_F(KillDashNine, OfTheSupervisorMakesTheStationEndTheSession) {
         sleep_ms(random_ms());
         const attached_segment segment(printed_ident(*running));
         ::kill(supervisor, SIGKILL);
-        EXPECT_TRUE(ends_soon(segment));
+        EXPECT_TRUE(ends(segment));
         EXPECT_TRUE(all_end_when_messages_are_dismissed());
         // One killed before it held the segment is a failed start.
         EXPECT_LE(running->wait().value_or(-1), 1) << running->err();
