@@ -11,8 +11,8 @@
 /// The number that `text` is from its first byte to its last; nothing for any other text, for one
 /// beyond the type's range, and for an infinity.
 ///
-///     whole_number<double>("0.5")       // 0.5
-///     whole_number<std::int32_t>("5s")  // nothing
+///     whole_number<double>("0.5")  // 0.5
+///     whole_number<std::int32_t>("5s").has_value()  // false
 template <typename number>
 std::optional<number> whole_number(std::string_view text) {
     number value{};
