@@ -62,8 +62,7 @@ struct option_row {
 template <class Rows, class Options>
 void add_options(command_line& line, const Rows& rows, Options& options) {
     for (const auto& row : rows)
-        line.options.push_back({row.name, row.value_name, row.meaning, row.repeatable, false,
-                                [&options, take = row.take](const std::string& value) {
-                                    take(options, value);
-                                }});
+        line.options.push_back(
+            {row.name, row.value_name, row.meaning, row.repeatable, false,
+             [&options, take = row.take](const std::string& value) { take(options, value); }});
 }

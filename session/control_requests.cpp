@@ -27,16 +27,14 @@ const desk_row* desk_button_named(const std::string& name) {
 std::string fault_texts(const std::vector<station_fault>& faults) {
     std::string text;
     for (const station_fault& each : faults)
-        text += (text.empty() ? "" : " ") + each.name + "=" +
-                std::string(fault_kind_word(each.kind));
+        text +=
+            (text.empty() ? "" : " ") + each.name + "=" + std::string(fault_kind_word(each.kind));
     return text;
 }
 
 }  // namespace
 
-enum class control_word {
-    status, desk, fault, diagnose, pause, resume, speed, step, end, count
-};
+enum class control_word { status, desk, fault, diagnose, pause, resume, speed, step, end, count };
 
 struct control_requests::row {
     control_word key;

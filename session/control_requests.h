@@ -15,8 +15,8 @@ public:
     control_requests(station_run& run, step_clock& time, const session_options& options)
         : run_(run), time_(time), options_(options) {}
 
-    /// Carries out a request, words with a blank between two; never throws. Nothing when the answer
-    /// has to wait for steps that it asked for. Once the session is `over`, only its status is told.
+    /// Carries out a request, words with a blank between two. Never throws. Nothing when the answer
+    /// has to wait for steps that it asked for. Once the session is `over`, only `status` is done.
     std::optional<control_answer> carry_out(const std::string& request, bool over);
 
 private:

@@ -149,8 +149,7 @@ void control_socket::take_request(connection& client, moment now, const handler&
 // A socket that is closed with bytes unread takes the answer away from its reader: it is read to
 // its end first, for as long as the patience goes.
 void control_socket::answer(connection& client, moment now, const control_answer& answer) {
-    const std::string bytes =
-        std::to_string(static_cast<int>(answer.status)) + '\n' + answer.text;
+    const std::string bytes = std::to_string(static_cast<int>(answer.status)) + '\n' + answer.text;
     send(client.descriptor, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
     shutdown(client.descriptor, SHUT_WR);
     client.at = stage::answered;

@@ -108,9 +108,8 @@ std::optional<live_session::duration> live_session::service() {
 
 void live_session::serve_requests(moment now) {
     if (!control_) return;
-    control_->service(now, [this](const std::string& request) {
-        return requests_.carry_out(request, over());
-    });
+    control_->service(
+        now, [this](const std::string& request) { return requests_.carry_out(request, over()); });
 }
 
 void live_session::make_due_steps() {

@@ -38,8 +38,8 @@ void step_clock::resume(moment now) {
 }
 
 void step_clock::set_speed(double speed, moment now) {
-    // What is left of the coming step is left at the new speed: however often the speed changes, the
-    // step comes.
+    // What is left of the coming step is left at the new speed: however often the speed changes,
+    // the step comes.
     const duration left = std::clamp(next_ - now, duration::zero(), interval());
     const double share = std::chrono::duration<double>(left) / interval();
     speed_ = speed;

@@ -15,8 +15,8 @@ template <class Number>
 Number whole_between(const char* option, const std::string& value, Number most) {
     const std::optional<Number> number = whole_number<Number>(value);
     if (number && *number <= most) return *number;
-    throw misuse(std::string(option) + " " + io_printable(value) + ": un entier de 0 à " + std::to_string(most) +
-                 " est attendu");
+    throw misuse(std::string(option) + " " + io_printable(value) + ": un entier de 0 à " +
+                 std::to_string(most) + " est attendu");
 }
 
 int supplies(const char* option, const std::string& value) {

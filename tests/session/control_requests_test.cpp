@@ -55,69 +55,31 @@ TEST(ControlRequests, StatusTellsTheSession) {
                   end);
 }
 
+// clang-format off
+constexpr struct {
+    const char* request;
+    int status;
+} refusals[] = {
+    {"unknown", 2}, {"Status", 2}, {"statu", 2}, {"status x", 2}, {"desk", 2}, {"desk atu", 2},
+    {"desk atu=2", 1}, {"desk atu=", 1}, {"desk atu=01", 1}, {"desk atu=on", 1},
+    {"desk ATU=1", 1}, {"desk init=1", 1}, {"desk =1", 1}, {"desk dc=1 x=1", 1},
+    {"desk dc=1 ac", 2}, {"desk dc=1 ac=7", 1}, {"fault", 2}, {"fault s1", 2},
+    {"fault s1=dead", 1}, {"fault C1=stuck0", 1}, {"fault s1=broken", 1},
+    {"fault none=stuck0", 1}, {"fault none=", 1}, {"fault =", 1}, {"fault =stuck0", 1},
+    {"fault s1=stuck0 s2=stuck0", 2}, {"fault S1=stuck0", 1}, {"diagnose", 2},
+    {"diagnose s1=stuck0", 1}, {"diagnose s1", 2}, {"diagnose s1=stuck0 s2", 2}, {"pause now", 2},
+    {"resume now", 2}, {"end now", 2}, {"speed", 2}, {"speed fast", 2}, {"speed 0.09", 2},
+    {"speed 100.1", 2}, {"speed 0,5", 2}, {"speed nan", 2}, {"speed 1 2", 2}, {"step", 2},
+    {"step 0", 2}, {"step -1", 2}, {"step 0.001", 2}, {"step 0.015", 2}, {"step 0.01000001", 2},
+    {"step 1.0000000001", 2}, {"step 1000000.01", 2}, {"step 1e7", 2}, {"step inf", 2},
+    {"step 1s", 2}, {"step 1 1", 2}, {"step 1", 1},
+};
+// clang-format on
+
 TEST(ControlRequests, EveryRefusalHasItsStatusAndOneLineAndChangesNothing) {
-    const struct {
-        const char* request;
-        int status;
-    } rows[] = {
-        {"unknown", 2},
-        {"Status", 2},
-        {"statu", 2},
-        {"status x", 2},
-        {"desk", 2},
-        {"desk atu", 2},
-        {"desk atu=2", 1},
-        {"desk atu=", 1},
-        {"desk atu=01", 1},
-        {"desk atu=on", 1},
-        {"desk ATU=1", 1},
-        {"desk init=1", 1},
-        {"desk =1", 1},
-        {"desk dc=1 x=1", 1},
-        {"desk dc=1 ac", 2},
-        {"desk dc=1 ac=7", 1},
-        {"fault", 2},
-        {"fault s1", 2},
-        {"fault s1=dead", 1},
-        {"fault C1=stuck0", 1},
-        {"fault s1=broken", 1},
-        {"fault none=stuck0", 1},
-        {"fault none=", 1},
-        {"fault =", 1},
-        {"fault =stuck0", 1},
-        {"fault s1=stuck0 s2=stuck0", 2},
-        {"fault S1=stuck0", 1},
-        {"diagnose", 2},
-        {"diagnose s1=stuck0", 1},
-        {"diagnose s1", 2},
-        {"diagnose s1=stuck0 s2", 2},
-        {"pause now", 2},
-        {"resume now", 2},
-        {"end now", 2},
-        {"speed", 2},
-        {"speed fast", 2},
-        {"speed 0.09", 2},
-        {"speed 100.1", 2},
-        {"speed 0,5", 2},
-        {"speed nan", 2},
-        {"speed 1 2", 2},
-        {"step", 2},
-        {"step 0", 2},
-        {"step -1", 2},
-        {"step 0.001", 2},
-        {"step 0.015", 2},
-        {"step 0.01000001", 2},
-        {"step 1.0000000001", 2},
-        {"step 1000000.01", 2},
-        {"step 1e7", 2},
-        {"step inf", 2},
-        {"step 1s", 2},
-        {"step 1 1", 2},
-        {"step 1", 1},
-    };
     asked_session test;
     const std::string before = test.ask("status");
-    for (const auto& [request, status] : rows)
+    for (const auto& [request, status] : refusals)
         EXPECT_EQ(test.status_of(request), status) << request;
     EXPECT_EQ(test.ask("status"), before);
     EXPECT_EQ(test.run.desk(), station_desk());
