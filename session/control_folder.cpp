@@ -55,6 +55,15 @@ bool maker_is_gone(const std::string& name) {
     return maker && kill(*maker, 0) != 0 && errno == ESRCH;
 }
 
+void remove_dead_sockets(const std::string& folder) {
+    std::error_code error;
+    for (files::directory_iterator each(folder, error), end; !error && each != end;
+         each.increment(error)) {
+        const std::string name = each->path().filename();
+        if (name.rfind(unfinished, 0) != 0 || maker_is_gone(name)) remove_dead_socket(each->path());
+    }
+}
+
 }  // namespace
 
 void remove_dead_socket(const std::string& path) {
@@ -71,11 +80,7 @@ void prepare_control_folder() {
     if (status.st_uid != geteuid()) throw refused(folder, "le dossier est à un autre");
     if ((status.st_mode & 077) != 0)
         throw refused(folder, "d'autres peuvent entrer dans le dossier");
-    std::error_code error;
-    for (const files::directory_entry& each : files::directory_iterator(folder, error)) {
-        const std::string name = each.path().filename();
-        if (name.rfind(unfinished, 0) != 0 || maker_is_gone(name)) remove_dead_socket(each.path());
-    }
+    remove_dead_sockets(folder);
 }
 
 int listen_at(const std::string& path) {

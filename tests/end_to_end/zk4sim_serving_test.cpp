@@ -132,6 +132,18 @@ TEST_F(Zk4sim, AfterTheCommanderTimeoutCommandsCountAsZeroAndItSaysSoOnce) {
     EXPECT_EQ(running.process->err(), said);
 }
 
+TEST_F(Zk4sim, WhoOnlyLooksIsNoCommander) {
+    station running({"--no-panel", "--speed", "5", "--commander-timeout", "1"});
+    program watcher({built("quorin-io"), running.ident, "watch"});
+    EXPECT_EQ(running.io({"set", "BZ3=1", "--until", "b3s=1", "--timeout", "20"}).status, 0);
+    const std::string said = "zk4sim: aucun client depuis trop longtemps: les commandes valent 0\n";
+    EXPECT_TRUE(wait_until([&] { return running.process->err() == said; }));
+    EXPECT_TRUE(watcher.running());
+    EXPECT_EQ(running.io({"wait", "b3s=0", "--timeout", "20"}).status, 0);
+    EXPECT_EQ(running.io({"set", "BZ3=1", "--until", "b3s=1", "--timeout", "20"}).status, 0)
+        << "one who writes is, while it is there";
+}
+
 TEST_F(Zk4sim, AForeignClientThatDiedWithTheLockDoesNotHoldTheStationUp) {
     station running({"--no-panel", "--speed", "20"});
     run_in_child([&running] {
