@@ -12,6 +12,7 @@
 #include <FL/Fl_Window.H>
 #include <FL/forms.H>
 
+#include "forms/browser_formats.h"
 #include "forms/hide_when_closed.h"
 #include "forms/widget_shortcuts.h"
 #include "strings/record_scanning.h"
@@ -46,7 +47,8 @@ message_viewer make_viewer(int width) {
 
 void add_lines(Fl_Browser* browser, const std::string& text) {
     std::string rest = text;
-    while (!rest.empty()) fl_add_browser_Sline(browser, next_record(rest, '\n', rest));
+    while (!rest.empty())
+        fl_add_browser_Sline(browser, without_unsafe_formats(next_record(rest, '\n', rest)));
 }
 
 void save_text(const std::string& text) {
