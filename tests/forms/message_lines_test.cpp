@@ -56,6 +56,23 @@ TEST(MessageLines, TakesOutFormatsThatWouldEndTheProgram) {
                          80);
 }
 
+// A display takes so much at once, and no more: the line is whole in the browser, and not all of it
+// is drawn. Tabs are drawn as eight blanks each, control characters as two letters.
+TEST(MessageLines, ShowsALineOfAMegabyte) {
+    for (const char each : {'x', '\t', '\x01', '\xE9'}) {
+        const strings line = {std::string(1'000'000, each)};
+        robot user;
+        user.at("Messages")
+            .until("one line",
+                   [&](Fl_Window& window) {
+                       EXPECT_TRUE(texts_of(window) == line) << int{each};
+                       return true;
+                   })
+            .click("Quit");
+        fl_show_Sbigmessages(line[0], 80);
+    }
+}
+
 TEST(MessageLines, ShowsThousandsOfLines) {
     std::string text;
     std::vector<std::string> lines;
