@@ -28,6 +28,7 @@ public:
     /// Sets the four edges.
     void resize(int x, int y, int w, int h);
 
+    /// A line from a to b, both ends drawn.
     void ofl_line(int ax, int ay, int bx, int by, unsigned line_colour) const;
     /// A dashed line of the thinnest width. The line style is the solid one afterwards.
     void ofl_dash_line(int ax, int ay, int bx, int by, unsigned line_colour) const;
@@ -35,6 +36,7 @@ public:
     /// pushed to either side by half the length of the segment. Divisions truncate toward zero.
     void ofl_break_line(int ax, int ay, int bx, int by, unsigned line_colour) const;
 
+    /// The outline of a rectangle, then a filled one.
     void ofl_rect(int x, int y, int w, int h, unsigned line_colour) const;
     void ofl_rectf(int x, int y, int w, int h, unsigned fill_colour) const;
     /// Filled, then outlined in FL_BLACK.

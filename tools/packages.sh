@@ -1,20 +1,67 @@
-# Debian packages, by what needs them; sourced by run and check.
+# shellcheck shell=bash
+# What building, the virtual display and the tests need; sourced by run and check.
 
-build_packages=(g++ cmake ninja-build libfltk1.3-dev libcli11-dev fonts-liberation)
-display_packages=(xvfb openbox xdotool imagemagick x11-utils)
-test_packages=(libgtest-dev libbenchmark-dev libxtst-dev locales procps util-linux
-               poppler-utils mupdf-tools ghostscript qpdf man-db)
+# Who needs it, the Debian package, and what shows that the machine has it, wherever it comes from: a program of the
+# PATH, a header of the compiler, or a file.
+packages='
+build    g++               program  g++
+build    cmake             program  cmake
+build    ninja-build       program  ninja
+build    libfltk1.3-dev    header   FL/forms.H
+build    libcli11-dev      header   CLI/CLI.hpp
+build    fonts-liberation  file     LiberationSans-Regular.ttf  /usr/share/fonts /usr/local/share/fonts
+display  xvfb              program  Xvfb
+display  openbox           program  openbox
+display  xdotool           program  xdotool
+display  imagemagick       program  import
+display  x11-utils         program  xprop
+test     python3           program  python3
+test     libgtest-dev      header   gtest/gtest.h
+test     libbenchmark-dev  header   benchmark/benchmark.h
+test     libxtst-dev       header   X11/extensions/XTest.h
+test     locales           file     fr_FR  /usr/share/i18n/locales
+test     procps            program  ps
+test     util-linux        program  unshare
+test     poppler-utils     program  pdftotext
+test     mupdf-tools       program  mutool
+test     ghostscript       program  gs
+test     qpdf              program  qpdf
+test     man-db            program  man
+test     shellcheck        program  shellcheck
+'
 
-# Installs those of the named packages that are missing; says nothing when none is. Without the rights, prints the
-# command to type and fails.
-install_packages() {
-    local missing=() package
-    for package in "$@"; do
-        dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
-    done
+# Whether the machine has a program, a header, or a file of that name in one of the folders.
+has() { # kind name folder...
+    local kind=$1 name=$2
+    shift 2
+    case $kind in
+        program) command -v "$name" >/dev/null ;;
+        header) "${CXX:-c++}" -x c++ -std=c++20 -E -include "$name" /dev/null >/dev/null 2>&1 ;;
+        file) [ -n "$(find "$@" -name "$name" -print -quit 2>/dev/null)" ] ;;
+    esac
+}
+
+# The packages of the named groups that bring something which the machine has not.
+missing_packages() { # group...
+    local group package kind name folders
+    while read -r group package kind name folders; do
+        case " $* " in *" $group "*) ;; *) continue ;; esac
+        # shellcheck disable=SC2086 # the folders are words
+        [ -z "$package" ] || has "$kind" "$name" $folders || echo "$package"
+    done <<<"$packages"
+}
+
+# Installs the packages of the named groups that are missing; says nothing when none is. Without the means or the rights,
+# says what is missing and fails.
+install_packages() { # group...
+    local missing as_root=() log
+    mapfile -t missing < <(missing_packages "$@")
     [ ${#missing[@]} -eq 0 ] && return 0
 
-    local as_root=()
+    if ! command -v apt-get >/dev/null; then
+        printf 'This is missing, by the names of the Debian packages that bring it: %s\n' "${missing[*]}" >&2
+        return 1
+    fi
     if [ "$(id -u)" -ne 0 ]; then
         if ! command -v sudo >/dev/null || ! sudo -v; then
             printf 'These packages are missing, and installing them needs rights that you do not have here. Type, as root:\n' >&2
@@ -24,7 +71,6 @@ install_packages() {
         as_root=(sudo)
     fi
     echo "Installing: ${missing[*]}"
-    local log
     log=$(mktemp)
     if ! { "${as_root[@]}" apt-get update -qq && "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
             apt-get install -y -qq --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then

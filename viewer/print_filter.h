@@ -33,6 +33,7 @@ public:
     std::int32_t line_counter = 1;       ///< The current line's row on the page, 10 points each.
     std::int32_t column_start_line = 1;  ///< The row where the current block of columns began.
 
+    /// Keeps `lines`, which may be null when `count` is below 1. There are no columns yet.
     OFD_afficheur_filtre_impression(std::string* lines, int count);
 
     /// 0 for text, 1 for a #C line, 2 for #P, 3 for #T: see line_markup::type_of.

@@ -16,6 +16,7 @@ public:
     int count;           ///< Below 1: no line.
     std::string* lines;  ///< The caller's array of `count` lines.
 
+    /// Keeps `lines`, which may be null when `count` is below 1.
     OFD_afficheur_filtre_texte(std::string* lines, int count);
 
     /// 0 for text, 1 for a #C line, 2 for #P, 3 for #T: see line_markup::type_of.

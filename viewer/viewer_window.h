@@ -20,22 +20,22 @@ class Fl_Window;
 /// ends. Of one viewer, only one `activation` runs at a time.
 ///
 /// Nothing is ever reported: a page that does not exist is not shown, a file that cannot be opened
-/// is not written, and a command's status is not looked at. The exports go to the current
-/// directory, over what stood there.
+/// is not written, and a command's status is ignored. The exports go to the current directory, and
+/// replace what is there.
 ///
 ///     OFD_afficheur viewer(nullptr, 0);
 ///     std::list<std::string> lines = {"#C T20 T8 T", "vis#144", "colle#3 kg"};
 ///     viewer.activation(lines, "Stock", "xpdf");  // returns when the user has pressed ANNULER
 class OFD_afficheur {
 public:
-    std::int32_t english;                            ///< 0: labels and messages in French.
-    std::int32_t page;                               ///< The page shown, 0 for the first.
+    std::int32_t english;  ///< 0: labels and messages in French.
+    std::int32_t page;     ///< The page shown, 0 for the first.
     /// Each activation makes these three, and they are never released. Before the first activation
     /// they have no line.
     OFD_afficheur_filtre_affichage* display_filter;
     OFD_afficheur_filtre_impression* print_filter;
     OFD_afficheur_filtre_texte* text_filter;
-    std::string viewer_command;                      ///< Opens the PDF file.
+    std::string viewer_command;  ///< Opens the PDF file.
     Fl_Window* window;
     Fl_Window* parent;  ///< The caller's.
     Fl_FormsText* title;
@@ -56,12 +56,12 @@ public:
     OFD_afficheur(Fl_Window* parent, int english);
 
     /// Shows the first page of `count` lines, under `title`, and serves the window until the user
-    /// cancels or closes it; its Escape key closes it, too. (Hidden by anybody else, it is served
-    /// up to the next event of a widget.) The parent is active again on return, even if it was not
-    /// before. Null `lines` return at once; no line shows one empty page.
+    /// cancels or closes it; Escape closes it too. (A window that the program hides is served until
+    /// the next event of one of its widgets.) The parent is active again on return, even if it was
+    /// not before. Returns at once when `lines` is null. A `count` below 1 shows an empty page.
     ///
-    /// The lines are not copied, and must stay until the next activation for callers who use the
-    /// functions below after this one has returned.
+    /// The lines are not copied. A caller who uses the functions below after this one has returned
+    /// must keep them until the next activation.
     ///
     /// `viewer_command` is the program that opens the PDF file. Blanks in it belong to its path; it
     /// takes no arguments. The file is removed when it ends, so it must not return before its user
@@ -69,10 +69,10 @@ public:
     void activation(std::string* lines, int count, const std::string& title,
                     const std::string& viewer_command);
 
-    /// The same on a copy of a list, which is released on return: the viewer then has no line. An
-    /// empty list returns at once. Only the cancel button ends this one: when the window is closed
-    /// by the window manager or by Escape, the call goes on without it, and the program must show
-    /// it again (`window->show()`, from a timeout) for its user to cancel.
+    /// The same on a copy of a list, which is released on return: the viewer then has no line. With
+    /// an empty list it returns at once. Only the cancel button ends this one: when the window is
+    /// closed by the window manager or by Escape, the call goes on without it, and the program must
+    /// show it again (`window->show()`, from a timeout) for its user to cancel.
     void activation(std::list<std::string>& lines, const std::string& title,
                     const std::string& viewer_command);
 
@@ -84,8 +84,8 @@ public:
     void page_suivante();         ///< Shows the page after; on the last one, does nothing.
     void page_numero(int index);  ///< Shows a page, 0 for the first; nothing if it does not exist.
 
-    /// Writes "tmp.txt" (see text_filter.h), and says so in a message that the user must close. A
-    /// file that cannot be opened changes nothing of the message.
+    /// Writes "tmp.txt" (see text_filter.h), and says so in a message that the user must close. The
+    /// message is the same when the file cannot be opened.
     void fichier_texte();
 
     /// The same with "tmp.pdf" (see print_filter.h); then imprime_tmp_pdf().

@@ -4,37 +4,91 @@
 #include <CLI/CLI.hpp>
 #include <X11/Xlib.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
 #include <iostream>
+#include <iterator>
+#include <optional>
 
 #include "examples/lecteur/document.h"
 #include "viewer/viewer_window.h"
 
 namespace {
 
-struct options {
-    std::string file, viewer = "xpdf", pdf, ps, txt;
-    bool english = false;
-    bool exports() const { return !pdf.empty() || !ps.empty() || !txt.empty(); }
+/// What is written without a window. The table below is in this order.
+enum class document { pdf, postscript, text };
+
+/// A reference, so that a row without a function does not compile.
+using writer = void (&)(std::fstream& out, const lines& text);
+
+/// Plain text is laid out for print; the viewer's own markup is printed as it stands.
+template <void (OFD_afficheur_filtre_impression::*print)(std::fstream&)>
+void write_printed(std::fstream& out, const lines& text) {
+    lines printed = has_markup(text) ? text : for_print(text);
+    OFD_afficheur_filtre_impression filter(printed.data(), static_cast<int>(printed.size()));
+    (filter.*print)(out);
+}
+
+void write_text(std::fstream& out, const lines& text) {
+    lines written = text;
+    OFD_afficheur_filtre_texte(written.data(), static_cast<int>(written.size())).imprime(out);
+}
+
+struct export_row {
+    document kind;
+    const char* option;
+    writer write;
 };
+
+// clang-format off
+constexpr export_row exports[] = {
+    {document::pdf,        "--pdf", write_printed<&OFD_afficheur_filtre_impression::imprime_pdf>},
+    {document::postscript, "--ps",  write_printed<&OFD_afficheur_filtre_impression::imprime_postscript>},
+    {document::text,       "--txt", write_text},
+};
+// clang-format on
+constexpr std::size_t export_count = static_cast<std::size_t>(document::text) + 1;
+
+consteval bool one_row_each() {
+    for (std::size_t row = 0; row < std::size(exports); ++row)
+        if (exports[row].kind != static_cast<document>(row)) return false;
+    return std::size(exports) == export_count;
+}
+static_assert(one_row_each());
+
+struct options {
+    std::string file, viewer = "xpdf";
+    /// Where each document goes, in the order of the table; nothing for one that is not asked for.
+    std::array<std::optional<std::string>, export_count> paths;
+    bool english = false;
+
+    bool exports_any() const {
+        return std::ranges::any_of(paths, [](const auto& path) { return path.has_value(); });
+    }
+};
+
+/// Takes any text but the empty one, which names no file.
+const CLI::Validator not_empty(
+    [](const std::string& text) { return text.empty() ? "le nom est vide" : ""; }, "");
 
 void describe(CLI::App& app, options& asked) {
     app.set_help_flag("--help", "affiche cette aide");
-    app.add_option("FICHIER", asked.file, "le texte \xC3\xA0 montrer")->required();
+    app.add_option("FICHIER", asked.file, "le texte \xC3\xA0 montrer")
+        ->required()
+        ->check(not_empty);
     app.add_flag("--english", asked.english, "la fen\xC3\xAAtre en anglais");
     app.add_option("--viewer", asked.viewer, "le lecteur de PDF de la fen\xC3\xAAtre (xpdf)")
-        ->type_name("COMMANDE");
-    const struct {
-        const char* name;
-        std::string& kept;
-    } documents[] = {{"--pdf", asked.pdf}, {"--ps", asked.ps}, {"--txt", asked.txt}};
-    for (const auto& [name, kept] : documents)
-        app.add_option(name, kept,
+        ->type_name("COMMANDE")
+        ->check(not_empty);
+    for (std::size_t row = 0; row < export_count; ++row)
+        app.add_option(exports[row].option, asked.paths[row],
                        "\xC3\xA9"
                        "crit ce document, sans fen\xC3\xAAtre")
-            ->type_name("SORTIE");
+            ->type_name("SORTIE")
+            ->check(not_empty);
 }
 
 int refuse(const std::string& doing, const std::string& path) {
@@ -42,37 +96,24 @@ int refuse(const std::string& doing, const std::string& path) {
     return 1;
 }
 
-/// Writes one document; true when no path is asked for.
-template <class Print>
-bool write(const std::string& path, Print print) {
-    if (path.empty()) return true;
+/// Writes one document. Returns the program's status so far.
+int write_document(writer write, const std::string& path, const lines& text) {
     std::fstream out(path, std::ios::out);
-    if (out) print(out);
+    if (out) write(out, text);
     out.close();
-    if (!out)
-        refuse(
-            "ne peut pas \xC3\xA9"
-            "crire",
-            path);
-    return static_cast<bool>(out);
+    return out ? 0
+               : refuse(
+                     "ne peut pas \xC3\xA9"
+                     "crire",
+                     path);
 }
 
-int write_documents(const options& asked, lines& text) {
-    lines printed = has_markup(text) ? text : for_print(text);
-    const auto print = [&](auto document) {
-        return [&printed, document](std::fstream& out) {
-            OFD_afficheur_filtre_impression filter(printed.data(),
-                                                   static_cast<int>(printed.size()));
-            (filter.*document)(out);
-        };
-    };
-    const bool written =
-        write(asked.pdf, print(&OFD_afficheur_filtre_impression::imprime_pdf)) &&
-        write(asked.ps, print(&OFD_afficheur_filtre_impression::imprime_postscript)) &&
-        write(asked.txt, [&](std::fstream& out) {
-            OFD_afficheur_filtre_texte(text.data(), static_cast<int>(text.size())).imprime(out);
-        });
-    return written ? 0 : 1;
+/// Writes what is asked for, up to the first document that cannot be written.
+int write_documents(const options& asked, const lines& text) {
+    int status = 0;
+    for (std::size_t row = 0; row < export_count && status == 0; ++row)
+        if (asked.paths[row]) status = write_document(exports[row].write, *asked.paths[row], text);
+    return status;
 }
 
 int show(const options& asked, const lines& text) {
@@ -110,5 +151,5 @@ int main(int argc, char** argv) {
     }
     std::optional<lines> text = read_lines(asked.file);
     if (!text) return refuse("ne peut pas lire", asked.file);
-    return asked.exports() ? write_documents(asked, *text) : show(asked, *text);
+    return asked.exports_any() ? write_documents(asked, *text) : show(asked, *text);
 }

@@ -3,6 +3,7 @@
 #include "strings/document_filters.h"
 #include "strings/edit_distance.h"
 #include "strings/substring_editing.h"
+#include "strings/text_search.h"
 #include "tests/fuzz/fuzz_input.h"
 
 namespace {
@@ -19,7 +20,8 @@ void cut(const std::string& text, int from, int to) {
 void substitute(const std::string& text, const std::string& pattern,
                 const std::string& replacement) {
     law(substitute_string(text, pattern, pattern) == text, "a pattern for itself changes nothing");
-    substitute_string(text, pattern, replacement);
+    law(contains(text, pattern) || substitute_string(text, pattern, replacement) == text,
+        "a pattern that does not occur changes nothing");
     if (pattern.size() == 1)
         law(substitute_char(text, pattern[0], replacement) ==
                 substitute_string(text, pattern, replacement),
@@ -31,8 +33,9 @@ void fold(const std::string& text) {
     law(downcase(text).size() == text.size(), "downcase keeps every byte");
     law(upcase(upcase_accent(text)) == upcase_accent(text), "upcase_accent leaves capitals");
     law(upcase(upcase_accent2(text)) == upcase_accent2(text), "upcase_accent2 leaves capitals");
-    rtf_String_filter(text);
-    latex_String_filter(text);
+    law(rtf_String_filter(text).find('$') == std::string::npos, "RTF escapes every dollar");
+    law(latex_String_filter(text).size() == text.size() + char_occurences(text, '_'),
+        "LaTeX escapes each underscore");
 }
 
 }  // namespace

@@ -63,33 +63,41 @@ TEST_F(Lecteur, AnEmptyFileIsAnEmptyDocument) {
     EXPECT_EQ(bytes_of("e.txt"), "");
 }
 
+// What it is asked, and the status and the line that answer; "" for any line.
+const struct {
+    std::vector<std::string> words;
+    int status;
+    std::string why;
+} refusals[] = {{{"nowhere", "--pdf", "o"},
+                 1,
+                 "lecteur: ne peut pas lire nowhere: No such file or directory\n"},
+                {{".", "--txt", "o"}, 1, "lecteur: ne peut pas lire .: Is a directory\n"},
+                {{"a", "--pdf", "no/where"},
+                 1,
+                 "lecteur: ne peut pas \xC3\xA9"
+                 "crire no/where: No such file or directory\n"},
+                {{"a", "--ps", "/dev/full"},
+                 1,
+                 "lecteur: ne peut pas \xC3\xA9"
+                 "crire /dev/full: No space left on device\n"},
+                {{"a"},
+                 1,
+                 "lecteur: pas d'\xC3\xA9"
+                 "cran; --pdf, --ps et --txt s'en passent\n"},
+                {{}, 2, "lecteur: FICHIER is required\n"},
+                {{"a", "b"}, 2, ""},
+                {{"a", "--pdf"}, 2, ""},
+                {{"a", "--pdf", ""}, 2, "lecteur: --pdf: le nom est vide\n"},
+                {{"a", "--ps="}, 2, ""},
+                {{"a", "--txt", ""}, 2, "lecteur: --txt: le nom est vide\n"},
+                {{"a", "--txt", "o", "--pdf", ""}, 2, "lecteur: --pdf: le nom est vide\n"},
+                {{"a", "--viewer", ""}, 2, "lecteur: --viewer: le nom est vide\n"},
+                {{""}, 2, "lecteur: FICHIER: le nom est vide\n"},
+                {{"a", "--what"}, 2, ""}};
+
 TEST_F(Lecteur, RefusesInOneLine) {
     write_bytes("a", "x");
-    const struct {
-        std::vector<std::string> words;
-        int status;
-        std::string why;
-    } cases[] = {{{"nowhere", "--pdf", "o"},
-                  1,
-                  "lecteur: ne peut pas lire nowhere: No such file or directory\n"},
-                 {{".", "--txt", "o"}, 1, "lecteur: ne peut pas lire .: Is a directory\n"},
-                 {{"a", "--pdf", "no/where"},
-                  1,
-                  "lecteur: ne peut pas \xC3\xA9"
-                  "crire no/where: No such file or directory\n"},
-                 {{"a", "--ps", "/dev/full"},
-                  1,
-                  "lecteur: ne peut pas \xC3\xA9"
-                  "crire /dev/full: No space left on device\n"},
-                 {{"a"},
-                  1,
-                  "lecteur: pas d'\xC3\xA9"
-                  "cran; --pdf, --ps et --txt s'en passent\n"},
-                 {{}, 2, "lecteur: FICHIER is required\n"},
-                 {{"a", "b"}, 2, ""},
-                 {{"a", "--pdf"}, 2, ""},
-                 {{"a", "--what"}, 2, ""}};
-    for (const auto& [words, status, why] : cases) {
+    for (const auto& [words, status, why] : refusals) {
         const outcome refused = run(words);
         SCOPED_TRACE(refused.err);
         EXPECT_EQ(refused.status, status);
