@@ -84,9 +84,9 @@ TEST(NextRecord, KnowsEveryByteOfALargeSet) {
     std::string set, rest;
     for (int byte = 1; byte < 256; ++byte) set += static_cast<char>(byte);
     for (const char separator : set) {
-        char found = '\0';
-        const std::string text = std::string("\0", 1) + separator;
-        EXPECT_EQ(next_record(text, set.c_str(), rest, found) + found, text);
+        char found;
+        const std::string text{'\0', separator};
+        EXPECT_TRUE(next_record(text, set.c_str(), rest, found).size() == 1 && found == separator);
     }
 }
 
