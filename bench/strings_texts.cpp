@@ -119,7 +119,30 @@ std::vector<std::string> next_tokens(std::string line) {
     return tokens;
 }
 
+/// Separators that no sample text holds.
+std::string absent_separators(std::size_t count) {
+    std::string set;
+    for (int byte = 255; set.size() < count; --byte) set += static_cast<char>(byte);
+    return set;
+}
+
+void add_separator_sets() {
+    static const std::string text = sample_text(10'000);
+    for (const std::size_t count : {1UL, 2UL, 10UL, 100UL}) {
+        const std::string set = absent_separators(count);
+        const std::string task = std::to_string(count) + " separators, none in 10000 bytes";
+        add_way(task, "next_record", [set] {
+            std::string rest;
+            char found;
+            return next_record(text, set.c_str(), rest, found);
+        });
+        add_way(task, "std::string::find_first_of",
+                [set] { return text.substr(0, text.find_first_of(set)); });
+    }
+}
+
 void add_scanning() {
+    add_separator_sets();
     for (const std::size_t length : {80UL, 1'000UL, 100'000UL}) {
         const std::string words = sample_text(length), line = substitute_char(words, ' ', ';');
         const std::string records = "records of a " + std::to_string(length) + " byte line";

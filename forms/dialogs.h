@@ -49,7 +49,10 @@ void fl_show_ms();
 
 /// Shows a long text, one browser line for each of its lines, in a modal window `width` characters
 /// of 6 pixels wide (taken as 0 below that, and as 5459, the widest that a window can be, above). A
-/// newline at the very end adds no empty line; an empty text shows none.
+/// newline at the very end adds no empty line; an empty text shows none. "@" at the start of a line
+/// is a format of the browser's; a font that is none of the toolkit's own ("@F16" and above) and a
+/// size above 2000, which would end the program, are taken out. Takes time in proportion to the
+/// text. The toolkit draws nothing of a line wider than 32767 pixels.
 ///
 /// "save" asks for a file name and writes the whole text there unchanged, NUL bytes and all; a file
 /// that cannot be opened is skipped in silence. "Quit" returns, as do Escape and the window's close

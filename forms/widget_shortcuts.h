@@ -29,7 +29,8 @@ void fl_set_Sinput(Fl_Widget* input, const std::string& value);
 Fl_FormsText* fl_add_Stext(Fl_Boxtype box, int x, int y, int w, int h, const std::string& label);
 
 /// Appends one line to a browser (an Fl_Browser, or a class derived from it). The browser keeps a
-/// copy of its own.
+/// copy of its own. The line is not looked at, and the toolkit's format "@F1000" ends the program:
+/// one from a stranger goes after "@.", which ends the formats.
 void fl_add_browser_Sline(Fl_Widget* browser, const std::string& line);
 
 /// Replaces the text of line `line` of a browser, lines being counted from 1. A line that does not

@@ -1,5 +1,7 @@
 #include "strings/record_scanning.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "strings/byte_search.h"
@@ -17,6 +19,18 @@ std::string cut(const std::string& text, std::size_t position, std::string& afte
         after.assign(text, position + 1);
     return before;
 }
+
+/// The bytes of a NUL-terminated set, looked up one by one: as quick however large the set is.
+class byte_set {
+public:
+    explicit byte_set(const char* bytes) {
+        for (; bytes && *bytes; ++bytes) holds_[static_cast<unsigned char>(*bytes)] = true;
+    }
+    bool holds(char byte) const { return holds_[static_cast<unsigned char>(byte)]; }
+
+private:
+    std::array<bool, 256> holds_{};
+};
 
 bool is_digit(char byte) { return byte >= '0' && byte <= '9'; }
 
@@ -58,8 +72,12 @@ std::string next_record(const std::string& text, char separator, std::string& re
 
 std::string next_record(const std::string& text, const char* separators, std::string& rest,
                         char& found) {
-    const std::size_t position = separators ? text.find_first_of(separators) : std::string::npos;
-    const char separator = position == std::string::npos ? ' ' : text[position];
+    const byte_set set(separators);
+    const auto first = std::ranges::find_if(text, [&](char byte) { return set.holds(byte); });
+    const bool any = first != text.end();
+    const char separator = any ? *first : ' ';
+    const std::size_t position =
+        any ? static_cast<std::size_t>(first - text.begin()) : std::string::npos;
     std::string record = cut(text, position, rest);
     found = separator;
     return record;

@@ -175,7 +175,8 @@ void OFD_afficheur_filtre_impression::pdf(std::fstream& out, const std::string& 
 
 void OFD_afficheur_filtre_impression::next_page_pdf(std::fstream& out, int) {
     close_page(*this, out, block_indent);
-    open_page(out, ++page_index);
+    page_index = print_layout::after(page_index);
+    open_page(out, page_index);
     print_layout::start_page(*this);
 }
 

@@ -15,7 +15,8 @@
 /// stream is not reported.
 ///
 /// The columns are those of the last definition line that the filter was shown, by whatever call:
-/// a second document starts with the columns that the first one ended with.
+/// a second document starts with the columns that the first one ended with. The numbers may be set
+/// to anything: counters and coordinates wrap at 32 bits.
 ///
 ///     std::string lines[] = {"#C 10 5 ", "ab#cdefgh"};
 ///     std::fstream out("tmp.pdf", std::ios::out);

@@ -31,6 +31,12 @@ inline point place(std::int64_t left, std::int64_t characters, std::int64_t top,
 /// "x y", in decimal.
 inline std::string coordinates(point at) { return long2S(at.x) + " " + long2S(at.y); }
 
+/// One more than a counter that callers may set to anything: the largest one wraps, as coordinates
+/// do.
+inline std::int32_t after(std::int32_t counter) {
+    return static_cast<std::int32_t>(std::int64_t{counter} + 1);
+}
+
 /// The vertical rules of the open block, from the row
 /// above the current one up to the row above its first.
 template <class Pen>
@@ -86,11 +92,11 @@ void draw_line(OFD_afficheur_filtre_impression& filter, std::int32_t top, Pen pe
             break;
         case line_markup::rule_line:
             pen.rule(at(0), at(filter.columns.total_width()));
-            ++filter.line_counter;
+            filter.line_counter = after(filter.line_counter);
             break;
         case line_markup::text_line:
             draw_cells(filter, top, pen, line);
-            ++filter.line_counter;
+            filter.line_counter = after(filter.line_counter);
             break;
     }
 }

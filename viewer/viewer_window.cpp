@@ -11,6 +11,7 @@
 #include <FL/Fl.H>
 #include <FL/forms.H>
 
+#include "forms/browser_formats.h"
 #include "forms/dialogs.h"
 #include "forms/unmirrored_form.h"
 #include "forms/widget_shortcuts.h"
@@ -207,7 +208,7 @@ void OFD_afficheur::visu_page() {
     browser->clear();
     for (std::size_t start = 0; start < text.size();) {
         const std::string piece = piece_at(text, start);
-        browser->add(piece.c_str());
+        browser->add(without_unsafe_formats(piece).c_str());
         start += piece.size() + 1;  // the newline, or the byte after a full piece: that one is lost
     }
     browser->redraw();

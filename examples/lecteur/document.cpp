@@ -5,7 +5,7 @@
 #include <fstream>
 #include <string_view>
 
-#include "viewer/line_markup.h"
+#include "viewer/document_text.h"
 
 namespace {
 
@@ -22,29 +22,62 @@ bool defines_columns(const std::string& line) {
            line.find_first_of("0123456789", 2) != std::string::npos;
 }
 
-/// How one medium writes the bytes that mean something to the markup or the document.
+/// How a character is written while lines are laid out.
 using writer = std::string (*)(std::string_view character);
 
 std::string screen_writing(std::string_view character) {
     return character == "#" ? "\xE2\x99\xAF" : std::string(character);
 }
 
-std::string print_writing(std::string_view character) {
-    if (std::string_view("#()\\").find(character) == std::string_view::npos)
-        return std::string(character);
-    char octal[8];
-    std::snprintf(octal, sizeof octal, "\\%03o", static_cast<unsigned>(character[0]));
-    return octal;
+std::string unchanged(std::string_view character) { return std::string(character); }
+
+std::string octal(char byte) {
+    char digits[8];
+    std::snprintf(digits, sizeof digits, "\\%03o", static_cast<unsigned>(byte));
+    return digits;
+}
+
+/// A line of plain text, in which nothing is markup.
+std::string without_markup(std::string_view line, safe_line safe) {
+    line_markup::column_layout wide_enough;
+    std::string printed;
+    for (;;) {
+        const std::size_t end = line.find_first_of("#()");
+        printed += safe(std::string(line.substr(0, end)), wide_enough);
+        if (end == std::string_view::npos) return printed;
+        printed += octal(line[end]);
+        line.remove_prefix(end + 1);
+    }
+}
+
+/// ISO-8859-1 as UTF-8.
+std::string recoded(const std::string& line) {
+    std::string utf8;
+    for (const unsigned char byte : line) {
+        if (byte >= 0x80) utf8 += static_cast<char>(0xC0 | byte >> 6);
+        utf8 += static_cast<char>(byte < 0x80 ? byte : 0x80 | (byte & 0x3F));
+    }
+    return utf8;
+}
+
+/// The text in UTF-8, without the mark that some editors put before it.
+lines as_utf8(const lines& text) {
+    constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+    lines utf8 = text;
+    if (!std::ranges::all_of(text, document_text::is_utf8))
+        std::ranges::transform(text, utf8.begin(), recoded);
+    else if (!utf8.empty() && utf8[0].starts_with(byte_order_mark))
+        utf8[0].erase(0, byte_order_mark.size());
+    return utf8;
 }
 
 bool continues_character(char byte) { return (byte & 0xC0) == 0x80; }
 bool is_control(char byte) { return (byte >= 0 && byte < ' ') || byte == 0x7F; }
 
-/// The length of the UTF-8 character at `start`. Malformed bytes count one by one.
+/// The length of the UTF-8 character at `start`.
 std::size_t character_bytes(std::string_view line, std::size_t start) {
     std::size_t end = start + 1;
-    if ((line[start] & 0xC0) != 0xC0) return 1;
-    while (end < line.size() && end - start < 4 && continues_character(line[end])) ++end;
+    while (end < line.size() && continues_character(line[end])) ++end;
     return end - start;
 }
 
@@ -91,7 +124,7 @@ private:
 lines lay_out(const lines& text, writer write, std::size_t most_bytes) {
     lines out = {"#C " + std::to_string(most_bytes) + " "};
     folder fold(out, write, most_bytes);
-    for (const std::string& line : text) fold.add(line);
+    for (const std::string& line : as_utf8(text)) fold.add(line);
     return out;
 }
 
@@ -112,4 +145,16 @@ std::optional<lines> read_lines(const std::string& path) {
 bool has_markup(const lines& text) { return std::ranges::any_of(text, defines_columns); }
 
 lines for_screen(const lines& text) { return lay_out(text, screen_writing, screen_bytes); }
-lines for_print(const lines& text) { return lay_out(text, print_writing, print_bytes); }
+
+lines for_print(const lines& text, safe_line safe) {
+    line_markup::column_layout columns;
+    lines printed;
+    if (has_markup(text)) {
+        for (const std::string& line : as_utf8(text)) printed.push_back(safe(line, columns));
+    } else {
+        printed = lay_out(text, unchanged, print_bytes);
+        for (std::size_t index = 1; index < printed.size(); ++index)
+            printed[index] = without_markup(printed[index], safe);
+    }
+    return printed;
+}

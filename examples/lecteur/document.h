@@ -5,10 +5,14 @@
 // nothing of a text line before columns are defined, cuts it at each "#", and cuts long lines. So
 // plain text gets one wide column, continues on another line where it is too long, and has its
 // special bytes replaced.
+//
+// A file that is UTF-8 throughout is read as that, any other as ISO-8859-1.
 #pragma once
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "viewer/line_markup.h"
 
 using lines = std::vector<std::string>;
 
@@ -23,6 +27,10 @@ bool has_markup(const lines& text);
 /// multiple of 8, control characters as blanks, and "#" as the sharp sign (U+266F).
 lines for_screen(const lines& text);
 
-/// The same for PDF and PostScript, where "#", "(", ")" and "\" are written as "\043" and so on,
-/// which readers show as the characters themselves.
-lines for_print(const lines& text);
+/// What makes one line safe in a document: document_text::for_pdf or for_postscript.
+using safe_line = std::string (*)(const std::string& line, line_markup::column_layout& columns);
+
+/// The lines of a document in print, of the viewer's markup or not. Plain text is laid out as for
+/// the screen, but "#", "(" and ")" are written as "\043" and so on, which readers show as the
+/// characters themselves.
+lines for_print(const lines& text, safe_line safe);

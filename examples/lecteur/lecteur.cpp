@@ -2,6 +2,7 @@
 //     lecteur FICHIER [--english] [--viewer COMMANDE]
 //     lecteur FICHIER [--pdf SORTIE] [--ps SORTIE] [--txt SORTIE]
 #include <CLI/CLI.hpp>
+#include <FL/Fl.H>
 #include <X11/Xlib.h>
 
 #include <algorithm>
@@ -14,6 +15,7 @@
 #include <optional>
 
 #include "examples/lecteur/document.h"
+#include "viewer/document_text.h"
 #include "viewer/viewer_window.h"
 
 namespace {
@@ -24,11 +26,12 @@ enum class document { pdf, postscript, text };
 /// A reference, so that a row without a function does not compile.
 using writer = void (&)(std::fstream& out, const lines& text);
 
-/// Plain text is laid out for print; the viewer's own markup is printed as it stands.
-template <void (OFD_afficheur_filtre_impression::*print)(std::fstream&)>
+using print_filter = OFD_afficheur_filtre_impression;
+
+template <void (print_filter::*print)(std::fstream&), safe_line safe>
 void write_printed(std::fstream& out, const lines& text) {
-    lines printed = has_markup(text) ? text : for_print(text);
-    OFD_afficheur_filtre_impression filter(printed.data(), static_cast<int>(printed.size()));
+    lines printed = for_print(text, safe);
+    print_filter filter(printed.data(), static_cast<int>(printed.size()));
     (filter.*print)(out);
 }
 
@@ -45,8 +48,8 @@ struct export_row {
 
 // clang-format off
 constexpr export_row exports[] = {
-    {document::pdf,        "--pdf", write_printed<&OFD_afficheur_filtre_impression::imprime_pdf>},
-    {document::postscript, "--ps",  write_printed<&OFD_afficheur_filtre_impression::imprime_postscript>},
+    {document::pdf,        "--pdf", write_printed<&print_filter::imprime_pdf, document_text::for_pdf>},
+    {document::postscript, "--ps",  write_printed<&print_filter::imprime_postscript, document_text::for_postscript>},
     {document::text,       "--txt", write_text},
 };
 // clang-format on
@@ -116,6 +119,21 @@ int write_documents(const options& asked, const lines& text) {
     return status;
 }
 
+/// The window's buttons write what --pdf and --txt do: the filters that its activation has made get
+/// the documents' lines in place of the screen's.
+struct exported_lines {
+    OFD_afficheur& viewer;
+    lines printed, text;
+
+    static void give(void* self) {
+        auto& given = *static_cast<exported_lines*>(self);
+        given.viewer.print_filter->lines = given.printed.data();
+        given.viewer.print_filter->count = static_cast<int>(given.printed.size());
+        given.viewer.text_filter->lines = given.text.data();
+        given.viewer.text_filter->count = static_cast<int>(given.text.size());
+    }
+};
+
 int show(const options& asked, const lines& text) {
     // The toolkit ends a program that has no display, with its own words: better say it in ours.
     Display* const display = XOpenDisplay(nullptr);
@@ -127,6 +145,8 @@ int show(const options& asked, const lines& text) {
     XCloseDisplay(display);
     lines screen = has_markup(text) ? text : for_screen(text);
     OFD_afficheur viewer(nullptr, asked.english);
+    exported_lines exported{viewer, for_print(text, document_text::for_pdf), text};
+    Fl::add_timeout(0, exported_lines::give, &exported);
     viewer.activation(screen.data(), static_cast<int>(screen.size()), asked.file, asked.viewer);
     return 0;
 }

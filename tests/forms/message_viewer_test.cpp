@@ -4,7 +4,6 @@
 
 #include <FL/Fl.H>
 #include <FL/Fl_Button.H>
-#include <FL/Fl_Multi_Browser.H>
 #include <FL/forms.H>
 #include <unistd.h>
 
@@ -13,6 +12,8 @@
 #include <filesystem>
 #include <memory>
 #include <random>
+
+#include "tests/forms/message_lines.h"
 
 namespace {
 
@@ -59,18 +60,6 @@ protected:
 };
 files::path MessageViewer::home;
 
-Fl_Browser* lines_of(Fl_Window& window) {
-    return static_cast<Fl_Browser*>(find_widget(
-        window, [](Fl_Widget& each) { return dynamic_cast<Fl_Multi_Browser*>(&each) != nullptr; }));
-}
-
-std::vector<std::string> texts_of(Fl_Window& window) {
-    std::vector<std::string> texts;
-    const Fl_Browser* browser = lines_of(window);
-    for (int i = 1; i <= browser->size(); ++i) texts.push_back(browser->text(i));
-    return texts;
-}
-
 TEST_F(MessageViewer, HasItsWidgetsInTheirPlaces) {
     robot user;
     user.at("Messages")
@@ -101,53 +90,6 @@ TEST_F(MessageViewer, HasItsWidgetsInTheirPlaces) {
         .click("Quit");
     fl_show_Sbigmessages("un\ndeux", 80);
     EXPECT_EQ(Fl::first_window(), nullptr) << "deleted";
-}
-
-TEST_F(MessageViewer, ShowsALineForEachPiece) {
-    const struct {
-        std::string text;
-        std::vector<std::string> lines;
-    } cases[] = {
-        {"un", {"un"}},
-        {"un\ndeux", {"un", "deux"}},
-        {"un\ndeux\n", {"un", "deux"}},
-        {"un\n\n", {"un", ""}},
-        {"\nun", {"", "un"}},
-        {"a\n\n\nb", {"a", "", "", "b"}},
-        {"\n", {""}},
-        {"", {}},
-        {"100 %s%n\n@b gras\r\nre\xE7ue", {"100 %s%n", "@b gras\r", "re\xE7ue"}},
-        {std::string(20000, 'x'), {std::string(20000, 'x')}},
-    };
-    for (const auto& [text, lines] : cases) {
-        robot user;
-        user.at("Messages")
-            .until("lines",
-                   [&, lines = lines](Fl_Window& window) {
-                       EXPECT_EQ(texts_of(window), lines);
-                       return true;
-                   })
-            .press(XK_Escape);
-        fl_show_Sbigmessages(text, 80);
-    }
-}
-
-TEST_F(MessageViewer, ShowsThousandsOfLines) {
-    std::string text;
-    std::vector<std::string> lines;
-    for (int i = 0; i < 3000; ++i) {
-        lines.push_back("ligne " + std::to_string(i) + " du journal du poste ZK4");
-        text += lines.back() + "\n";
-    }
-    robot user;
-    user.at("Messages")
-        .until("lines",
-               [&](Fl_Window& window) {
-                   EXPECT_EQ(texts_of(window), lines);
-                   return true;
-               })
-        .click("Quit");
-    fl_show_Sbigmessages(text, 80);
 }
 
 TEST_F(MessageViewer, ReturnsOnQuitOnEscapeAndOnTheWindowsButton) {

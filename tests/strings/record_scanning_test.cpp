@@ -58,9 +58,7 @@ TEST(NextRecord, CutsAtTheFirstOfASet) {
 }
 
 TEST(NextRecord, TakesASetThatTheCallerMayWriteTo) {
-    char set[] = "?;";
-    char* const separators = set;
-    separators[0] = ',';
+    char separators[] = ",;";
     std::string rest;
     char found = '?';
     EXPECT_EQ(next_record("ab,cd", separators, rest, found), "ab");
@@ -79,6 +77,16 @@ TEST(NextRecord, FindsABlankOfTheSetAndNothingInAnEmptyOne) {
         EXPECT_EQ(next_record("a,b", nothing, rest, found), "a,b");
         EXPECT_EQ(rest, "");
         EXPECT_EQ(found, ' ');
+    }
+}
+
+TEST(NextRecord, KnowsEveryByteOfALargeSet) {
+    std::string set, rest;
+    for (int byte = 1; byte < 256; ++byte) set += static_cast<char>(byte);
+    for (const char separator : set) {
+        char found;
+        const std::string text{'\0', separator};
+        EXPECT_TRUE(next_record(text, set.c_str(), rest, found).size() == 1 && found == separator);
     }
 }
 

@@ -1,6 +1,7 @@
 // The example program, from outside: its documents without a display, and its window.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -127,6 +128,84 @@ TEST_F(Lecteur, ItsWindowShowsTheFileUntilCancelled) {
     }));
     EXPECT_EQ(reader.wait(), 0);
     EXPECT_EQ(reader.out() + reader.err(), "");
+}
+
+// What each reader shows of "a.pdf" and "a.ps". Readers indent as they like.
+const std::string readers[] = {
+    "pdftotext -layout -enc UTF-8 a.pdf - 2>/dev/null", "mutool draw -q -F txt a.pdf 2>/dev/null",
+    "gs -q -sDEVICE=txtwrite -o - a.pdf 2>/dev/null", "gs -q -sDEVICE=txtwrite -o - a.ps"};
+
+TEST_F(Lecteur, ExportsUtf8AndWhatIsNotUtf8AsLatin1) {
+    const std::string utf8 = "caf\xC3\xA9 \xC3\x80 \xC2\xAB x \xC2\xBB (l'heure) \xE2\x82\xAC #1\n";
+    for (const std::string& text : {utf8, "\xEF\xBB\xBF" + utf8, "#C 80 \n" + utf8,
+                                    std::string("caf\xE9 \xC0 \xAB x \xBB (l'heure) ? #1\n")}) {
+        write_bytes("a", text);
+        EXPECT_EQ(run({"a", "--pdf", "a.pdf", "--ps", "a.ps", "--txt", "a.txt"}).status, 0);
+        const bool markup = text.starts_with("#C");
+        for (const std::string& reader : readers) {
+            const std::string read = run_program({"sh", "-c", reader}).out;
+            const bool pdf = reader.find(".pdf") != std::string::npos;
+            const std::string letters = pdf ? "caf\xC3\xA9 \xC3\x80" : "cafe A";
+            const std::string heure = markup ? "l'heure ?" : "(l'heure) ? #1";
+            EXPECT_NE(read.find(letters + " \xC2\xAB x \xC2\xBB " + heure), std::string::npos)
+                << reader << "\n"
+                << read;
+        }
+        const std::string dashes = std::string(55, '-') + "\n";
+        EXPECT_EQ(bytes_of("a.txt"), markup ? dashes + utf8 : text);
+    }
+}
+
+// A reader rebuilds a document by the words in it.
+TEST_F(Lecteur, ATextCannotBecomeAPartOfItsDocument) {
+    const std::string objects =
+        "1 0 obj << /Type /Catalog /Pages 99 0 R >> endobj\n"
+        "99 0 obj << /Type /Pages /Kids [98 0 R] /Count 7 >> endobj\n"
+        "98 0 obj << /Type /Page /Parent 99 0 R /MediaBox [0 0 10 10] >> endobj\n";
+    std::string in_a_line = objects;
+    std::ranges::replace(in_a_line, '\n', '\r');
+    const std::string hostile = "avant\nendstream endobj\n" + objects + "back\\\nendst(ream " +
+                                in_a_line + "\ntrailer << /Root 1 0 R >>\nfinale\n";
+    const std::vector<std::string> all = {"avant", "endstream endobj", "back\\", "/Parent 99 0 R",
+                                          "finale"};
+    const struct {
+        std::string definition;
+        std::vector<std::string> shown;
+    } cases[] = {{"", all}, {"#C 200 \n", all}, {"#C 5 \n", {"avant", "98 0", "back", "final"}}};
+    for (const auto& [definition, shown] : cases) {
+        write_bytes("a", definition + hostile);
+        EXPECT_EQ(run({"a", "--pdf", "a.pdf", "--ps", "a.ps"}).status, 0);
+        const std::string about = run_program({"sh", "-c", "pdfinfo a.pdf 2>/dev/null"}).out;
+        EXPECT_NE(about.find("\nPages:           1\n"), std::string::npos) << about;
+        for (const std::string& reader : readers) {
+            const std::string read = run_program({"sh", "-c", reader}).out;
+            for (const std::string& part : shown)
+                EXPECT_NE(read.find(part), std::string::npos) << reader << part << "\n" << read;
+        }
+    }
+}
+
+TEST_F(Lecteur, ItsWindowExportsTheSameDocuments) {
+    write_bytes("notes", "caf\xC3\xA9 # endstream\n");
+    write_script("keep", "cp \"$1\" seen.pdf\n");
+    EXPECT_EQ(run({"notes", "--pdf", "a.pdf"}).status, 0);
+    screen display;
+    program reader({built("lecteur"), "notes", "--viewer", "./keep"});
+    ASSERT_TRUE(display.wait_for_windows(1));
+    const x_window window = display.windows().back();
+    const auto click_until = [&](int x, int y, auto done) {
+        return wait_until([&] {
+            if (!done()) display.click(window, x, y);
+            return done();
+        });
+    };
+    ASSERT_TRUE(click_until(550, 655, [&] { return display.windows().size() == 2; }));
+    ASSERT_TRUE(wait_until([&] {
+        display.key(XK_Return);
+        return display.windows().size() == 1;
+    }));
+    ASSERT_TRUE(click_until(85, 655, [&] { return !reader.running(); }));
+    EXPECT_EQ(bytes_of("seen.pdf"), bytes_of("a.pdf"));
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <sstream>
 
+#include <limits>
+
 #include "tests/viewer/documents.h"
 
 namespace {
@@ -188,6 +190,26 @@ TEST(EveryDocument, IsWrittenLineByLine) {
         EXPECT_EQ(writes, std::ranges::count(document, '\n'));
         EXPECT_GT(writes, 80);
     }
+}
+
+TEST(PdfOutput, TheLargestCounterWraps) {
+    std::string lines[] = {"#C 5 "};
+    OFD_afficheur_filtre_impression filter(lines, 1);
+    constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
+    written([&](std::fstream& out) {
+        for (const std::string line : {"text", "#T"}) {
+            filter.line_counter = largest;
+            filter.pdf(out, line);
+            EXPECT_EQ(filter.line_counter, -largest - 1) << line;
+            filter.line_counter = largest;
+            filter.postscript(out, line);
+            EXPECT_EQ(filter.line_counter, -largest - 1) << line;
+        }
+        filter.page_index = filter.column_start_line = largest;
+        filter.next_page_pdf(out, largest);
+        EXPECT_EQ(filter.page_index, -largest - 1);
+        filter.next_page_postscript(out, largest);
+    });
 }
 
 }  // namespace

@@ -83,6 +83,15 @@ TEST(ViewerPages, LaterPiecesGoToTheBrowserWithoutAnythingBeforeThem) {
     EXPECT_EQ(shown(viewer), (strings{"", "@f@S14 " + std::string(154, 'x'), "@bold", "@C1red"}));
 }
 
+TEST(ViewerPages, LaterPiecesLoseTheFormatsThatWouldEndTheProgram) {
+    const std::string first(154, 'x');
+    strings lines = {"#C 600 ", first + ".@F1000x", first + ".@S99999999x", "a\n@F-100@bx"};
+    OFD_afficheur viewer(nullptr, 0);
+    give(viewer, lines);
+    EXPECT_EQ(shown(viewer),
+              (strings{"", "@f@S14 " + first, "x", "@f@S14 " + first, "x", "@f@S14 a", "@bx"}));
+}
+
 /// The pieces of a page's text, taken one byte at a time.
 strings pieces_of(const std::string& text) {
     strings pieces;
