@@ -10,6 +10,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "ioshare/io_printable.h"
 #include "session/failure.h"
 
 namespace {
@@ -21,9 +22,20 @@ std::string default_panel() {
     return !error && access(beside.c_str(), X_OK) == 0 ? beside.string() : "quorin";
 }
 
+/// A process group in the background that reads from its terminal is stopped, and a session would
+/// wait for it for ever: it finds the end of its input instead.
+void leave_the_terminals_input() {
+    if (!isatty(STDIN_FILENO)) return;
+    const int nowhere = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    dup2(nowhere, STDIN_FILENO);
+}
+
 /// In the child. Returns only when the program cannot be started; errno says why.
 void become(const child_command& command, const std::vector<char*>& words) {
-    if (command.own_group) setpgid(0, 0);
+    if (command.own_group) {
+        setpgid(0, 0);
+        leave_the_terminals_input();
+    }
     dup2(STDERR_FILENO, STDOUT_FILENO);
     signal(SIGPIPE, SIG_DFL);  // Signals that are caught go back to their defaults by themselves.
     if (!command.environment.empty()) putenv(const_cast<char*>(command.environment.c_str()));
@@ -58,7 +70,7 @@ child_command shell_command(const std::string& command, int ident) {
 
 child_process::child_process(const std::string& what, const child_command& command) {
     const std::vector<char*> words = as_arguments(command.words);
-    const std::string start_of_line = what + " " + command.words[0] + ": ";
+    const std::string start_of_line = what + " " + io_printable(command.words[0]) + ": ";
     int report[2];  // Closed by a start that succeeds; else it brings errno.
     if (pipe2(report, O_CLOEXEC) != 0 || (pid_ = fork()) < 0)
         throw refusal(start_of_line + std::strerror(errno));

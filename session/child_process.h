@@ -12,7 +12,8 @@ struct child_command {
     std::vector<std::string> words;
     /// "NAME=VALUE", added to its environment; empty: nothing.
     std::string environment = {};
-    /// In a process group of its own.
+    /// In a process group of its own; it is not given a terminal's input then, only a file's or a
+    /// pipe's.
     bool own_group = false;
 };
 

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "ioshare/io_printable.h"
 #include "session/failure.h"
 #include "session/whole_number.h"
 
@@ -21,7 +22,7 @@ namespace files = std::filesystem;
 constexpr char unfinished[] = ".";
 
 failure refused(const std::string& where, const std::string& why) {
-    return refusal("prise de contrôle " + where + ": " + why);
+    return refusal("prise de contrôle " + io_printable(where) + ": " + why);
 }
 
 /// Nothing when the path is too long for a socket.
@@ -55,12 +56,13 @@ bool maker_is_gone(const std::string& name) {
     return maker && kill(*maker, 0) != 0 && errno == ESRCH;
 }
 
+/// Also those that a start left unfinished which is no more.
 void remove_dead_sockets(const std::string& folder) {
     std::error_code error;
-    for (files::directory_iterator each(folder, error), end; !error && each != end;
-         each.increment(error)) {
-        const std::string name = each->path().filename();
-        if (name.rfind(unfinished, 0) != 0 || maker_is_gone(name)) remove_dead_socket(each->path());
+    for (files::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename();
+        if (!name.starts_with(unfinished) || maker_is_gone(name)) remove_dead_socket(entry->path());
     }
 }
 

@@ -10,7 +10,7 @@ void prepare_control_folder();
 
 /// A non-blocking listener at `path`, which whoever looks finds only once it takes connections; it
 /// takes the place of one that is there. Throws `refusal` when that cannot be.
-int listen_at(const std::string& path);
+[[nodiscard]] int listen_at(const std::string& path);
 
 /// Removes the socket at `path` if nobody listens on it any more.
 void remove_dead_socket(const std::string& path);

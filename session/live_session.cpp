@@ -110,8 +110,10 @@ live_session::duration live_session::service() {
 
 void live_session::serve_requests(moment now) {
     if (!control_) return;
-    control_->service(
-        now, [this](const std::string& request) { return requests_.carry_out(request, over()); });
+    control_->service(now, [this, now](const std::string& request) {
+        answer_those_who_wait(now);  // As the request before left it.
+        return requests_.carry_out(request, over());
+    });
 }
 
 void live_session::make_due_steps() {
@@ -154,12 +156,18 @@ live_session::duration live_session::rest(moment now) const {
 
 void live_session::wait_for_child() {
     if (!child_) return;
-    if (!options_.command.empty() && !child_->ended()) kill(-child_->id(), SIGTERM);
+    if (!options_.command.empty() && !child_->ended()) end_command();
     for (const moment last = steady::now() + farewell; !child_->ended() && steady::now() < last;) {
         wait_for(events_, std::min<duration>(last - steady::now(), farewell_look));
         service();
     }
     if (!options_.command.empty() && !child_->ended()) end_child_by_force();
+}
+
+// One that somebody has stopped hears of it, too.
+void live_session::end_command() {
+    kill(-child_->id(), SIGTERM);
+    kill(-child_->id(), SIGCONT);
 }
 
 void live_session::end_child_by_force() {

@@ -69,6 +69,7 @@ private:
     void answer_those_who_wait(moment now);
     duration rest(moment now) const;
     void wait_for_child();
+    void end_command();
     void end_child_by_force();
 
     const session_options& options_;

@@ -9,7 +9,9 @@
 
 #include "ioshare/io_observer.h"
 #include "ioshare/io_printable.h"
+#include "programs/quorin_io/link_commands.h"
 #include "programs/quorin_io/output.h"
+#include "programs/quorin_io/waiting.h"
 #include "session/control_address.h"
 #include "session/failure.h"
 #include "session/whole_number.h"
@@ -84,13 +86,30 @@ std::string request_line(const std::vector<std::string>& words) {
     return line;
 }
 
-/// Ends the command where no session answers: with the segment's own problem, or with `why`.
-[[noreturn]] void refuse_without_answer(int ident, const std::string& why) {
-    const io_observer segment(ident, io_access::read);
-    if (!segment.problem().empty()) throw refusal(segment.problem());
-    if (segment.session_over()) throw failure{exit_status::session_over, "la session est terminée"};
-    throw refusal("segment " + std::to_string(ident) + ": " + why);
-}
+/// The segment of the session that is asked. It is held meanwhile, so that the session's end can
+/// still be read from it after a kill.
+class asked_segment {
+public:
+    explicit asked_segment(int ident)
+        : name_("segment " + std::to_string(ident)), segment_(ident, io_access::read) {}
+
+    /// Waits for the end that a supervisor announces, well within a second, when its session is
+    /// killed.
+    void await_the_end() const {
+        for (const stopwatch since; !segment_.session_over() && since.seconds() < 1;)
+            pause_between_looks();
+    }
+    /// Ends the command where no session answers: with the segment's own problem, or with `why`.
+    [[noreturn]] void refuse(const std::string& why) const {
+        if (!segment_.problem().empty()) throw refusal(segment_.problem());
+        refuse_after_the_end(segment_);
+        throw refusal(name_ + ": " + why);
+    }
+
+private:
+    std::string name_;
+    io_observer segment_;
+};
 
 struct answer {
     exit_status status;
@@ -121,11 +140,14 @@ std::string shown(const std::string& text) {
 
 void ask_session(int ident, const std::vector<std::string>& words) {
     const std::string line = request_line(words);
+    const asked_segment segment(ident);
     const connection session(control_path(control_folder(), ident));
-    if (!session) refuse_without_answer(ident, "cette session n'a pas de socket de contrôle");
+    if (!session) segment.refuse("cette session n'a pas de socket de contrôle");
     session.send_all(line);
-    const std::optional<answer> got = read_answer(session.receive_all());
-    if (!got) refuse_without_answer(ident, "la session n'a pas répondu");
+    const std::string bytes = session.receive_all();
+    if (bytes.empty()) segment.await_the_end();
+    const std::optional<answer> got = read_answer(bytes);
+    if (!got) segment.refuse("la session n'a pas répondu");
     std::string text = shown(got->text);
     if (got->status == exit_status::done) return print(text);
     if (text.empty()) text = "la session a refusé\n";

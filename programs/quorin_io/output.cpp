@@ -24,7 +24,7 @@ void print(const std::string& text) {
 void pause_between_looks() { usleep(look_pause_ms * 1000); }
 
 void pause_between_printed_looks() {
-    pollfd output{STDOUT_FILENO, 0,
-                  0};  // Asked for nothing, it still tells that its reader has gone.
+    // Asked for nothing, it still tells that its reader has gone.
+    pollfd output{STDOUT_FILENO, 0, 0};
     if (poll(&output, 1, look_pause_ms) > 0) refuse();
 }

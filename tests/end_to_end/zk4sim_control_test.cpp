@@ -88,6 +88,32 @@ TEST_F(Zk4sim, WhoeverWaitsForItsStepsIsToldWhenTheyCannotBeMade) {
     }
 }
 
+// All that comes while it is stopped is there at once when it goes on.
+TEST_F(Zk4sim, WhoeverWaitsIsAnsweredBeforeOthersChangeWhatItWaitsFor) {
+    controlled_station running({"--no-panel", "--paused"});
+    const control_client waiting(running.socket());
+    ASSERT_TRUE(waiting.send_bytes("step 1e6\n"));
+    ASSERT_TRUE(wait_until([&] { return running.simulated_s() > 0; }));
+    running.process->signal(SIGSTOP);
+    std::list<control_client> others;
+    for (const char* const request : {"resume\n", "pause\n", "step 0.01\n"})
+        ASSERT_TRUE(others.emplace_back(running.socket()).send_bytes(request));
+    running.process->signal(SIGCONT);
+    for (const control_client& each : others) EXPECT_EQ(each.answer(), "0\n");
+    EXPECT_EQ(waiting.answer().value_or("none").substr(0, 2), "1\n");
+}
+
+TEST_F(Zk4sim, WhoeverWaitsWhenItIsKilledIsToldThatTheSessionIsOver) {
+    for (int i = 0; i < 5; ++i) {
+        controlled_station running({"--no-panel", "--paused"});
+        program step({built("quorin-io"), running.ident, "step", "1e6"});
+        ASSERT_TRUE(wait_until([&] { return running.simulated_s() > 0; }));
+        running.process->signal(SIGKILL);
+        EXPECT_EQ(step.wait(), 4);
+        EXPECT_EQ(step.err(), "quorin-io: la session est terminée\n");
+    }
+}
+
 TEST_F(Zk4sim, ItsSocketIsItsUsersAloneAndGoesWithTheSession) {
     controlled_station running({"--no-panel"});
     struct stat status;

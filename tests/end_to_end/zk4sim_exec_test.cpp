@@ -68,6 +68,22 @@ TEST_F(Zk4sim, ACommandThatDoesNotWantToEndHoldsNothingUpForLong) {
     EXPECT_TRUE(end.err.ends_with(nothing_made)) << end.err;
 }
 
+TEST_F(Zk4sim, ACommandThatIsStoppedHearsOfTheEndToo) {
+    const outcome end = run_zk4sim(
+        {"--duration", "0.1", "--exec", "trap 'exit 5' TERM; kill -STOP $$; sleep 1000"});
+    EXPECT_EQ(end.status, 5);
+}
+
+TEST_F(Zk4sim, ItsCommandGetsAFilesInputAndTheEndInPlaceOfATerminals) {
+    const std::string start = built("zk4sim") + " --exec 'cat; exit 7'";
+    const outcome piped = run_program({"sh", "-c", "echo word | " + start});
+    EXPECT_EQ(piped.status, 7);
+    EXPECT_NE(piped.err.find("word\n"), std::string::npos) << piped.err;
+    const outcome typed =
+        run_program({"sh", "-c", "script -qec \"" + start + "\" /dev/null </dev/null"});
+    EXPECT_EQ(typed.status, 7) << typed.out;
+}
+
 TEST_F(Zk4sim, TheCommandHasAProcessGroupOfItsOwn) {
     station running({"--exec", "echo ready; sleep 1000; true"});
     ASSERT_TRUE(wait_until([&] { return running.process->err() == "ready\n"; }));
