@@ -81,6 +81,20 @@ TEST(Pages, LinkToWhatExists) {
         }
 }
 
+TEST(Pages, NameFilesOfTheTree) {
+    static const std::regex name(R"(`([a-z_]+)(/[\w/]+\.(?:h|cpp|txt))`)");
+    int named = 0;
+    for (const files::path& page : all_pages()) {
+        const std::string text = bytes_of(page);
+        for (std::sregex_iterator each(text.begin(), text.end(), name), end; each != end; ++each) {
+            const std::string folder = (*each)[1], rest = (*each)[2];
+            EXPECT_TRUE(files::exists(root / (folder + rest))) << page << ": " << folder << rest;
+            ++named;
+        }
+    }
+    EXPECT_GT(named, 30);
+}
+
 // A picture that no page shows is not kept.
 TEST(Pages, ShowEveryPicture) {
     std::string shown;
