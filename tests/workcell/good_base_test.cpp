@@ -1,91 +1,197 @@
-// A whole base made by hand, and what each thing left out makes of it.
+// A whole base made by hand, as the pages say it and as slowly as anybody may be; and what each
+// thing left out makes of one.
+#include <cctype>
+#include <map>
+#include <random>
+#include <regex>
+
+#include "tests/support/pages.h"
 #include "tests/workcell/station_driver.h"
 
 namespace {
 
-using moves = std::vector<station_driver::move>;
-
-// The sequence of docs/workcell.md, a command and the sensor that tells that it is done.
-const moves good_base = {
-    {"", "pp=1"},
-    {"BZ1=1 BZ2=1 BZ3=1 MT=1 MTA=1", "p1ok=1"},
-    {"MTA=0 DEPOSE=1", "colle=1"},
-    {"DEPOSE=0 BZ1=0", "p2ok=1"},
-    {"SORT=1", "ts=1"},
-    {"SORT=0 DESV=1", "vb=1"},
-    {"ASPI=1", "vide=1"},
-    {"DESV=0 MONV=1", "vh=1"},
-    {"MONV=0 RENT=1", "te=1"},
-    {"RENT=0 DESV=1", "vb=1"},
-    {"ASPI=0", "vide=0"},
-    {"DESV=0 MONV=1", "vh=1"},
-    {"MONV=0 BZ2=0", "p3ok=1"},
-    {"DESP=1", "timer10_term=1"},
-    {"DESP=0 MONP=1", "ph=1"},
-    {"MONP=0 BZ3=0", "p3ok=0"},
+// What a person does next: gives a command, waits for a sensor, or (without a name) counts seconds.
+struct act {
+    std::string name;
+    int value;
+    /// The page asks for it within a second of the act before it.
+    bool in_a_hurry = false;
 };
+using acts = std::vector<act>;
 
-void let_it_leave(station_driver& driven) {
-    driven.run_ms(3800);
-    driven.play({{"MT=0", ""}});
+std::sregex_iterator matches(const std::string& text, const std::regex& what) {
+    return {text.begin(), text.end(), what};
 }
 
-TEST(GoodBase, ComesOutOfTheDocumentedSequenceForEverySeed) {
+// A cell of the table: `MTA` 1, within a second `MTA` 0, 12 s
+void add_acts(const std::string& cell, acts& all) {
+    static const std::regex one("(within a second )?`(\\w+)` ([01])|(\\d+) s");
+    for (auto each = matches(cell, one); each != std::sregex_iterator(); ++each)
+        if ((*each)[4].matched)
+            all.push_back({"", std::stoi((*each)[4])});
+        else
+            all.push_back({(*each)[2], std::stoi((*each)[3]), (*each)[1].matched});
+}
+
+// The numbered rows of the station's page: commands in the second column, waits in the third.
+acts table_of_a_good_base() {
+    static const std::regex row(R"(\| \d+ \|([^|]*)\|([^|]*)\|.*)");
+    acts all;
+    std::smatch cells;
+    for (const std::string& line :
+         lines_of(section(page("docs/workcell.md"), "A good base, by hand")))
+        if (std::regex_match(line, cells, row)) {
+            add_acts(cells[1], all);
+            add_acts(cells[2], all);
+        }
+    return all;
+}
+
+// The README's session: a click on each button that it names, a wait for each sensor to turn red.
+acts first_session() {
+    static const std::regex name("`([A-Za-z][A-Za-z0-9]*)`");
+    const std::string text = section(page("README.md"), "A first session");
+    acts all;
+    std::map<std::string, int> buttons;
+    for (auto each = matches(text, name); each != std::sregex_iterator(); ++each) {
+        const std::string word = (*each)[1];
+        all.push_back({word, std::isupper(word[0]) ? buttons[word] ^= 1 : 1});
+    }
+    return all;
+}
+
+int bases_of_first_session() {
+    std::smatch number;
+    const std::string text = section(page("README.md"), "A first session");
+    return std::regex_search(text, number, std::regex("--bases (\\d+)")) ? std::stoi(number[1])
+                                                                         : -1;
+}
+
+// Goes through acts in steps of 10 ms, and is late with every second one, by up to 15 s.
+class slow_person {
+public:
+    slow_person(std::uint64_t seed, workcell_supplies supplies) : driven(seed, supplies) {
+        chance_.seed(static_cast<unsigned>(seed));
+    }
+    station_driver driven;
+    /// The time between an act and the one that has to follow it within a second.
+    int hurry_least_ms = 100, hurry_most_ms = 1500;
+
+    void play(const acts& all) {
+        for (const act& each : all) {
+            pause(each.in_a_hurry);
+            if (each.name.empty())
+                run(each.value * 1000);
+            else if (std::isupper(each.name[0]))
+                driven.set(each.name + "=" + std::to_string(each.value));
+            else
+                wait(each);
+        }
+    }
+
+private:
+    int between(int least, int most) { return std::uniform_int_distribution(least, most)(chance_); }
+    void run(int ms) {
+        for (int passed = 0; passed < ms; passed += 10) driven.step(0.010);
+    }
+    void pause(bool in_a_hurry) {
+        if (in_a_hurry)
+            run(between(hurry_least_ms, hurry_most_ms));
+        else if (between(0, 1) == 1)
+            run(between(0, 15'000));
+    }
+    void wait(const act& awaited) {
+        for (int ms = 0; driven.sensor(awaited.name) != awaited.value; ms += 10) {
+            ASSERT_LT(ms, 60'000) << awaited.name << " never became " << awaited.value;
+            driven.step(0.010);
+        }
+    }
+
+    std::mt19937 chance_;
+};
+
+void expect_counts(const slow_person& person, int good, int bad, std::uint64_t seed) {
+    const workcell_state end = person.driven.model.state();
+    EXPECT_EQ(end.good, good) << "seed " << seed;
+    EXPECT_EQ(end.bad, bad) << "seed " << seed;
+    EXPECT_EQ(end.incidents, 0) << "seed " << seed;
+}
+
+TEST(TableOfAGoodBase, IsReadFromThePage) {
+    const acts all = table_of_a_good_base();
+    EXPECT_GT(all.size(), 50u);
+    EXPECT_EQ(std::ranges::count_if(all, &act::in_a_hurry), 1);
+    EXPECT_EQ(std::ranges::count(all, "", &act::name), 3);
+}
+
+TEST(TableOfAGoodBase, IsRightForAProgramInLittleTime) {
     for (std::uint64_t seed = 0; seed < 50; ++seed) {
         station_driver driven(seed);
-        driven.play(good_base);
-        const workcell_base made = driven.model.state().bases[0];
-        EXPECT_TRUE(made.glued && made.part && made.pressed) << seed;
-        let_it_leave(driven);
+        for (const act& each : table_of_a_good_base())
+            if (each.name.empty())
+                driven.run_ms(each.value * 1000);
+            else if (std::isupper(each.name[0])) {
+                driven.set(each.name + "=" + std::to_string(each.value));
+                driven.step(0.001);
+            } else
+                driven.wait(each.name, each.value);
         const workcell_state end = driven.model.state();
         EXPECT_EQ(end.good, 1) << seed;
         EXPECT_EQ(end.bad, 0) << seed;
         EXPECT_EQ(end.parts_left, 1) << seed;
         EXPECT_EQ(end.incidents, 0) << seed;
         EXPECT_EQ(driven.sensor("init"), 1) << seed;
-        EXPECT_LT(end.time_s, 45) << seed;
+        EXPECT_LT(end.time_s, 65) << seed;
     }
 }
 
-TEST(GoodBase, ComesOutOfStepsOfTenMillisecondsToo) {
-    station_driver driven;
-    for (const auto& [commands, then_wait] : good_base) {
-        driven.set(commands);
-        const int index = checked_place(station_inputs, then_wait.substr(0, then_wait.find('=')));
-        int steps = 0;
-        do driven.step(0.010);
-        while (driven.model.sensor(index) != then_wait.back() - '0' && ++steps < 6000);
+TEST(TableOfAGoodBase, MakesOneOfASingleBaseHoweverLateEveryCommand) {
+    for (std::uint64_t seed = 0; seed < 20; ++seed) {
+        slow_person person(seed, {.bases = 1});
+        person.hurry_least_ms = 0;
+        person.hurry_most_ms = 15'000;
+        person.play(table_of_a_good_base());
+        expect_counts(person, 1, 0, seed);
     }
-    let_it_leave(driven);
-    EXPECT_EQ(driven.model.state().good, 1);
-    EXPECT_EQ(driven.model.state().incidents, 0);
 }
 
-// However late the sequence starts, its own base is good; one that follows it unglued is not.
-TEST(GoodBase, ComesFirstAlsoWhenOthersWaitBehindIt) {
-    station_driver driven;
-    driven.run_ms(60'000);
-    driven.play(good_base);
-    let_it_leave(driven);
-    EXPECT_EQ(driven.model.state().good, 1);
-    EXPECT_EQ(driven.model.state().incidents, 0);
+TEST(TableOfAGoodBase, MakesOneAfterAnotherHoweverLateEveryCommandButOne) {
+    for (std::uint64_t seed = 0; seed < 20; ++seed) {
+        slow_person person(seed, {});
+        for (int made = 1; made <= 3; ++made) {
+            person.play(table_of_a_good_base());
+            expect_counts(person, made, 0, seed);
+        }
+    }
 }
 
-// One base at a time: they gather at the end of the waiting belt, and a second of both belts lets
-// one step over.
-TEST(GoodBase, FollowsAnother) {
-    station_driver driven;
-    for (int i = 0; i < 10; ++i) {
-        driven.play({{"BZ1=1 BZ2=1 BZ3=1 MT=0 MTA=1", ""}});
-        driven.run_ms(4000);
-        driven.play({{"MT=1", ""}});
-        driven.run_ms(1000);
-        driven.play({{"MTA=0", "p1ok=1"}});
-        driven.play(moves(good_base.begin() + 2, good_base.end()));
-        let_it_leave(driven);
-        EXPECT_EQ(driven.model.state().good, i + 1);
-        EXPECT_EQ(driven.model.state().bad, 0);
-        EXPECT_EQ(driven.model.state().incidents, 0);
+TEST(TableOfAGoodBase, MakesOneOfTheFirstBaseWhenOthersComeBehindIt) {
+    for (std::uint64_t seed = 0; seed < 20; ++seed) {
+        slow_person person(seed, {});
+        person.hurry_least_ms = 1800;
+        person.hurry_most_ms = 15'000;
+        person.play(table_of_a_good_base());
+        const int bad = person.driven.model.state().bad;
+        EXPECT_GE(bad, 1) << seed;
+        EXPECT_LE(bad, 2) << seed;
+        expect_counts(person, 1, bad, seed);
+        person.hurry_most_ms = person.hurry_least_ms = 1000;
+        person.play(table_of_a_good_base());
+        expect_counts(person, 2, bad, seed);
+    }
+}
+
+TEST(FirstSession, EndsWithAGluedBaseAtZoneTwoHoweverLateEveryClick) {
+    const acts all = first_session();
+    ASSERT_GT(all.size(), 20u);
+    for (std::uint64_t seed = 0; seed < 20; ++seed) {
+        slow_person person(seed, {.bases = bases_of_first_session()});
+        person.play(all);
+        const workcell_state end = person.driven.model.state();
+        ASSERT_EQ(end.bases.size(), 1u) << seed;
+        EXPECT_TRUE(end.bases[0].glued) << seed;
+        EXPECT_EQ(person.driven.sensor("p2ok"), 1) << seed;
+        expect_counts(person, 0, 0, seed);
     }
 }
 
@@ -107,7 +213,7 @@ TEST(BadBase, IsOneThatMissesAnything) {
             driven.run_ms(press_ms - 1);
         }
         driven.play({{"DESP=0 MONP=1", "ph=1"}, {"MONP=0 MT=1 BZ3=0", "p3ok=0"}});
-        let_it_leave(driven);
+        driven.run_ms(3800);
         EXPECT_EQ(driven.model.state().good, 0) << missing;
         EXPECT_EQ(driven.model.state().bad, 1) << missing;
         EXPECT_EQ(driven.model.state().parts_left, part) << missing;
