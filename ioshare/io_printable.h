@@ -3,8 +3,16 @@
 #include <string>
 #include <string_view>
 
-/// `name` with each of its control bytes (below 32, and 127) as `\x` and two hexadecimal digits,
-/// upper case. All other bytes stand as they are, those of UTF-8 and the backslash too.
+/// Whether a terminal may obey this byte: below 32, or 127.
+///
+///     io_is_control('\t')  // true
+[[nodiscard]] constexpr bool io_is_control(char each) {
+    const auto byte = static_cast<unsigned char>(each);
+    return byte < 32 || byte == 127;
+}
+
+/// `name` with each of its control bytes as `\x` and two hexadecimal digits, upper case. All other
+/// bytes stand as they are, those of UTF-8 and the backslash too.
 ///
 ///     io_printable("te")  // "te"
 ///     io_printable("a\tb\x1B[2J")  // "a\\x09b\\x1B[2J"
@@ -12,11 +20,10 @@
     constexpr char digits[] = "0123456789ABCDEF";
     std::string shown;
     for (const char each : name) {
-        const auto byte = static_cast<unsigned char>(each);
-        if (byte >= 32 && byte != 127)
-            shown += each;
+        if (io_is_control(each))
+            shown.append("\\x").append({digits[each / 16], digits[each % 16]});
         else
-            shown.append("\\x").append({digits[byte / 16], digits[byte % 16]});
+            shown += each;
     }
     return shown;
 }

@@ -2,7 +2,6 @@
 #pragma once
 #include <sys/types.h>
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,8 +35,8 @@ public:
     bool ended();
     /// After its end: its status, or 128 and the number of the signal that ended it.
     int status() const;
-    /// After its end: how, where that was not by itself and with status 0, as words of French; else
-    /// empty.
+    /// After its end: how it ended, as words of French; empty where that was by itself and with
+    /// status 0.
     std::string bad_end() const;
     /// After its end: whether it ended by itself.
     bool ended_by_itself() const;

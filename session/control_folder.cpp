@@ -92,8 +92,8 @@ int listen_at(const std::string& path) {
     sockaddr_un address;
     if (!address_of(first_path, address) || path.size() >= sizeof address.sun_path)
         throw refused(path, "le nom est trop long");
-    const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     unlink(first_path.c_str());
+    const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     if (listener < 0 ||
         bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
         chmod(first_path.c_str(), 0600) != 0 || listen(listener, SOMAXCONN) != 0 ||

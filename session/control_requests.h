@@ -16,9 +16,9 @@ public:
         : run_(run), time_(time), options_(options) {}
 
     /// Carries out a request, words with a blank between two; never throws. Nothing when the answer
-    /// has to wait for steps that it asked for. Once the session is `over`, only its status is
-    /// told.
-    std::optional<control_answer> carry_out(const std::string& request, bool over);
+    /// has to wait for steps that it asked for. Once the session is `over` it tells its status
+    /// alone.
+    [[nodiscard]] std::optional<control_answer> carry_out(const std::string& request, bool over);
     /// The answer for who waits for steps, once it is known.
     [[nodiscard]] std::optional<control_answer> later_answer(bool over) const;
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "ioshare/io_printable.h"
 #include "session/control_folder.h"
 
 namespace {
@@ -23,10 +24,7 @@ const control_answer no_request = {exit_status::misuse,
 bool is_request(const std::string& line) {
     if (line.empty() || line.front() == ' ' || line.back() == ' ') return false;
     if (line.find("  ") != std::string::npos) return false;
-    return std::ranges::all_of(line, [](char each) {
-        const auto byte = static_cast<unsigned char>(each);
-        return byte >= 0x20 && byte != 0x7F;
-    });
+    return std::ranges::none_of(line, io_is_control);
 }
 
 /// Whether the process at the other end is this user's, or root's.

@@ -36,11 +36,11 @@ public:
     /// Readable when there is something to do.
     int descriptor() const { return events_; }
     /// When the next silent client is to be dropped, if there is one.
-    std::optional<moment> next_deadline() const;
+    [[nodiscard]] std::optional<moment> next_deadline() const;
     /// Takes what has come, answers requests, drops those who took too long. Bounded work.
     void service(moment now, const handler& carry_out);
 
-    bool anybody_waiting() const;
+    [[nodiscard]] bool anybody_waiting() const;
     /// Answers all who wait.
     void answer_waiting(moment now, const control_answer& answer);
 

@@ -22,10 +22,10 @@ void depend_on(pid_t child);
 void ask();
 
 /// Whether the end was asked for.
-bool asked();
+[[nodiscard]] bool asked();
 
 /// Whether the session is to end: asked for, or for the end of a child.
-bool due();
+[[nodiscard]] bool due();
 
 /// A descriptor that can be read once anything of this has happened, until `settle`; for whoever
 /// waits.

@@ -54,7 +54,7 @@ public:
     /// After the end: waits for the panel or the command for a few seconds, and prints the line
     /// that sums up. The program's status: the command's; 1 when the panel ended by itself with
     /// another one than 0; else 0.
-    int finish();
+    [[nodiscard]] int finish();
 
 private:
     using moment = step_clock::moment;
@@ -89,4 +89,4 @@ private:
 };
 
 /// Runs a session to its end, waiting by poll. The program's status.
-int run_headless(live_session& session);
+[[nodiscard]] int run_headless(live_session& session);

@@ -21,7 +21,7 @@ public:
     /// Whether no more step is to be made: over, or so many simulated milliseconds are enough.
     bool due(std::int64_t ms) const;
     /// Looks whether the session is over. The first cause that is found stays.
-    bool look(std::int64_t ms);
+    [[nodiscard]] bool look(std::int64_t ms);
 
     bool over() const { return !words_.empty(); }
     /// Whether the child brought it about: nobody commands any more.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ioshare/io_printable.h"
 #include "session/failure.h"
 #include "session/faults.h"
 #include "session/keyed_rows.h"
@@ -26,11 +27,7 @@ enum class session_option {
 };
 
 void take_title(session_options& options, const std::string& value) {
-    const auto control = [](char each) {
-        const auto byte = static_cast<unsigned char>(each);
-        return byte < 0x20 || byte == 0x7F;
-    };
-    if (std::ranges::any_of(value, control))
+    if (std::ranges::any_of(value, io_is_control))
         throw misuse("une seule ligne est attendue, sans caract\xC3\xA8re de contr\xC3\xB4le");
     options.title = value;
 }

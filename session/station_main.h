@@ -10,12 +10,12 @@
 
 /// The main of a program: opens closed standard streams, does its work, and turns a `failure` into
 /// lines on the standard error stream, each after the program's name. The program's status.
-int program_main(const std::string& program, closed_stream closed,
-                 const std::function<int()>& work);
+[[nodiscard]] int program_main(const std::string& program, closed_stream closed,
+                               const std::function<int()>& work);
 
 /// The main of a station's program, whose session has everything that sessions have: the panel's
 /// process or a command, faults, speed, duration, pause, control by scripts. `line` has the
 /// station's own options, those of every session are added to it. `make_model` is called once the
 /// options have been read. The program's status; docs/sessions.md lists them.
-int station_main(int argc, char** argv, command_line line,
-                 const std::function<std::unique_ptr<station_model>()>& make_model);
+[[nodiscard]] int station_main(int argc, char** argv, command_line line,
+                               const std::function<std::unique_ptr<station_model>()>& make_model);

@@ -20,13 +20,12 @@ public:
     /// `speed`: simulated seconds per real second, above 0.
     step_clock(double speed, bool paused, moment now);
 
-    /// Whether a step is due. After a stop of the whole process it does not catch up more than a
-    /// second.
-    bool due(moment now);
+    /// Whether a step is due. After a stop of the whole process it catches up a second at most.
+    [[nodiscard]] bool due(moment now);
     /// Tells that a step was made.
     void stepped();
     /// How long until the next step is due, 0 when it is; nothing while paused.
-    std::optional<duration> until_due(moment now) const;
+    [[nodiscard]] std::optional<duration> until_due(moment now) const;
 
     void pause();
     /// Goes on from `now`; steps asked for in the pause and not yet made are forgotten.

@@ -95,8 +95,8 @@ bool conveyor::move_base(base& moving, int limit_um, bool press_high) {
         moving.front_um = target_um;
         return true;
     }
-    // One that only settles against its blocker stays where the press caught it: nothing went
-    // wrong.
+    // One that only settles against its blocker stays where the press caught it, and nothing went
+    // wrong then.
     return within_presence(moving.front_um, 2) && blocks(2) && moving.front_um <= stop_um(2);
 }
 

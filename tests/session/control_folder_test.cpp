@@ -1,9 +1,12 @@
 // The folder of control sockets: where it is, who may own it, and what is left in it.
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 #include <memory>
 #include <thread>
@@ -105,6 +108,23 @@ TEST(ControlFolder, ARuntimeFolderThatIsNotThereOrTooLongIsRefused) {
         setenv("XDG_RUNTIME_DIR", path.c_str(), 1);
         EXPECT_TRUE(is_refused(control_folder()));
     }
+}
+
+TEST(ControlFolder, ASocketThatTheSystemRefusesIsRefusedWithItsReason) {
+    const runtime_folder folder;
+    const std::string path = folder.path / "12";
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{0, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    std::string why;
+    try {
+        close(listen_at(path));
+    } catch (const failure& refused) {
+        why = refused.why;
+    }
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_NE(why.find(std::strerror(EMFILE)), std::string::npos) << why;
 }
 
 TEST(ControlFolder, TheSocketIsGoneWithItsObject) {
