@@ -27,7 +27,8 @@ io_segment* attach(int ident_mem) {
     if (io_ident_refused(ident_mem)) io_refuse("ident_mem ==0 !");
     std::cerr << "ident_mem=" << ident_mem << std::endl;
     void* const address = shmat(ident_mem, nullptr, 0);
-    if (address == reinterpret_cast<void*>(-1) || !long_enough(ident_mem)) {
+    if (address == reinterpret_cast<void*>(-1) || !long_enough(ident_mem) ||
+        !io_lock_is_sound(*static_cast<io_segment*>(address))) {
         io_refuse("shmat() client refuse pour ident mem=" + std::to_string(ident_mem));
     }
     return static_cast<io_segment*>(address);

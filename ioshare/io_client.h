@@ -19,8 +19,8 @@ public:
 
     /// Attaches to the segment `ident_mem`, and zeroes its outputs_clock. Prints "ident_mem=" and
     /// the identifier on the standard error stream. An identifier of 0, one that cannot be attached
-    /// for reading and writing, or a segment shorter than the layout ends the process: a report on
-    /// the standard error stream, status 1.
+    /// for reading and writing, a segment shorter than the layout, or one whose lock is none
+    /// (`io_lock_is_sound`) ends the process: a report on the standard error stream, status 1.
     explicit IOsharemem_client(int ident_mem);
 
     /// Does nothing: the segment stays attached and `inputs` allocated until the process ends.
@@ -28,7 +28,7 @@ public:
 
     /// Takes a publication, if there is a new one, into `inputs`. Several since the last call count
     /// as one. Returns 1 when it took one; 0, after 10 ms, when nothing is new; -1, at once, when
-    /// the session has ended.
+    /// the session has ended, or somebody wrote over the lock.
     int receive();
 
     /// The value of the input called `name` (exact comparison) in the last publication taken: not

@@ -5,7 +5,9 @@
 // without the lock. No function here allocates, sleeps or fails, and each may be called from a
 // signal handler.
 #pragma once
+#include <atomic>
 #include <cstdint>
+#include <limits>
 
 #include "ioshare/io_segment.h"
 
@@ -53,6 +55,29 @@ inline void io_raise_clock(std::int64_t& clock) {
 ///     io_publish(segment);
 ///     io_read_clock(segment.inputs_clock)  // 1
 inline void io_publish(io_segment& segment) { io_raise_clock(segment.inputs_clock); }
+
+/// Whether nothing more may be published on an inputs_clock that was read so: the session has
+/// ended, or the clock stands at its largest value, from which it would fall below 0.
+///
+///     io_last_publication(41)  // false
+///     io_last_publication(-1)  // true
+[[nodiscard]] constexpr bool io_last_publication(std::int64_t inputs_clock) {
+    return io_over(inputs_clock) || inputs_clock == std::numeric_limits<std::int64_t>::max();
+}
+
+/// Publishes the inputs as they stand, unless nothing more may be published. Atomically: an end
+/// that another process or a signal handler announces meanwhile stays one.
+///
+///     io_segment segment{};
+///     io_end_session(segment);
+///     io_publish_unless_over(segment);
+///     io_session_over(segment)  // true
+inline void io_publish_unless_over(io_segment& segment) {
+    const std::atomic_ref clock(segment.inputs_clock);
+    std::int64_t now = clock.load();
+    while (!io_last_publication(now) && !clock.compare_exchange_weak(now, now + 1)) {
+    }
+}
 
 /// Announces the end of the session.
 inline void io_end_session(io_segment& segment) { io_write_clock(segment.inputs_clock, -1); }

@@ -39,7 +39,7 @@ IOsharemem_server::IOsharemem_server(const std::list<std::string>& inputs,
     describe(*segment, io_direction::input, inputs);
     describe(*segment, io_direction::output, outputs);
     io_write_clock(segment->inputs_clock, 0);
-    sem_post(&segment->lock);
+    io_post(*segment);
 }
 
 int IOsharemem_server::memory_ident() { return ident; }

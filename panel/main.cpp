@@ -5,6 +5,7 @@
 #include <string>
 
 #include "ioshare/io_client.h"
+#include "ioshare/io_streams.h"
 #include "panel/run_loop.h"
 
 namespace {
@@ -40,6 +41,8 @@ void run_panel(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // The display's connection must not become the stream that reports go to.
+    open_closed_streams(closed_stream::swallows);
     const std::string form = argc > 1 ? argv[1] : "";
     if (form == "-h") {
         std::cout << help;

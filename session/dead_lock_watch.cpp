@@ -5,6 +5,7 @@
 
 #include "ioshare/io_clocks.h"
 #include "ioshare/io_holders.h"
+#include "ioshare/io_lock.h"
 #include "session/served_segment.h"
 
 namespace {
@@ -28,7 +29,7 @@ bool is_stopped(pid_t pid) {
 
 bool is_taken(io_segment& segment) {
     int count = 1;
-    return sem_getvalue(&segment.lock, &count) == 0 && count == 0;
+    return io_lock_is_sound(segment) && sem_getvalue(&segment.lock, &count) == 0 && count == 0;
 }
 
 /// Whether only the station's own processes could hold the lock: whoever else is attached may only
@@ -51,6 +52,6 @@ void dead_lock_watch::look(io_segment& segment, int ident, moment now) {
     if (!taken_since_) taken_since_ = now;
     const auto taken_for = now - *taken_since_;
     if (taken_for < alone_limit || (taken_for < attended_limit && !nobody_else(ident))) return;
-    sem_post(&segment.lock);
+    io_post(segment);
     taken_since_.reset();
 }

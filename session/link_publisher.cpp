@@ -1,14 +1,10 @@
 #include "session/link_publisher.h"
 
 #include "ioshare/io_clocks.h"
-#include "session/end_signals.h"
 
 void link_publisher::read(std::span<const station_event> events) {
     // An end stays one: a raised counter would open the session again.
-    const bool over = io_session_over(*server_.segment);
-    if (!store_changes(events) || over || end_signals::due()) return;
-    server_.inputs_go();
-    if (end_signals::due()) server_.sharing_terminate();  // It came in between.
+    if (store_changes(events)) io_publish_unless_over(*server_.segment);
 }
 
 // A value that the segment already holds is no change: the first block tells every input, also

@@ -1,6 +1,5 @@
 #include "session/messages.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -37,12 +36,4 @@ void print_at_once(const std::string& text) {
     constexpr int limit_ms = 1000;
     if (!write_when_ready(STDOUT_FILENO, text, limit_ms))
         throw refusal("la sortie standard ne prend rien");
-}
-
-void open_closed_streams(closed_stream closed) {
-    const int mode = closed == closed_stream::swallows ? O_RDWR : O_RDONLY;
-    int opened;
-    while ((opened = open("/dev/null", mode)) >= 0 && opened <= STDERR_FILENO) {
-    }
-    if (opened >= 0) close(opened);
 }

@@ -23,15 +23,3 @@ private:
 /// Writes `text` on the standard output at once. Throws `refusal` when it takes nothing, for a
 /// second in the case of a full pipe.
 void print_at_once(const std::string& text);
-
-/// What becomes of a standard stream that the caller closed.
-enum class closed_stream {
-    /// What is written on it is gone, and all is well.
-    swallows,
-    /// Writing on it fails.
-    takes_nothing
-};
-
-/// Opens the standard streams that the caller closed on /dev/null, so that no file that is opened
-/// later gets their number. To be called first of all in `main`.
-void open_closed_streams(closed_stream closed);

@@ -1,6 +1,7 @@
 #include "session/session_end.h"
 
 #include "ioshare/io_clocks.h"
+#include "ioshare/io_lock.h"
 #include "session/end_signals.h"
 #include "session/step_clock.h"
 
@@ -43,7 +44,8 @@ std::string session_end::cause(std::int64_t ms) {
         const std::string how = child_->bad_end();
         return how.empty() ? well_ended_ : what_ + " (" + how + ")";
     }
-    if (io_session_over(segment_) && !end_signals::due())
+    if (!io_lock_is_sound(segment_)) return "le verrou de la liaison a été abîmé";
+    if (io_last_publication(io_read_clock(segment_.inputs_clock)) && !end_signals::due())
         return "un client a termin\xC3\xA9 la session";
     return "";
 }

@@ -11,8 +11,8 @@
 class session_end {
 public:
     /// The session ends after `duration_s` simulated seconds, if there are any, when its supervisor
-    /// has gone, when somebody else ends it on `segment`, or when a signal asks for it. All of
-    /// these must live as long.
+    /// has gone, when somebody else ends it on `segment`, leaves its clock no room or its lock no
+    /// semaphore, or when a signal asks for it. All of these must live as long.
     session_end(std::optional<double> duration_s, supervisor& guard, const io_segment& segment);
 
     /// It also ends with this child, which must live as long; `what` begins the words: "panneau".

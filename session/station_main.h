@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "ioshare/io_streams.h"
 #include "session/command_line.h"
-#include "session/messages.h"
 #include "session/station_model.h"
 
 /// The main of a program: opens closed standard streams, does its work, and turns a `failure` into

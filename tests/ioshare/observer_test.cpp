@@ -151,6 +151,20 @@ TEST(Observer, StaysInsideTheSegmentWhateverItHolds) {
     }
 }
 
+// It never takes the lock: whoever wants to see what became of a session may look.
+TEST(Observer, OpensWhateverTheBytesOfTheLock) {
+    test_server server({"te"}, {"RENT"});
+    std::memset(&server->segment->lock, 0x5A, sizeof(sem_t));
+    for (const io_access access : {io_access::read, io_access::write}) {
+        io_observer observer(server->memory_ident(), access);
+        EXPECT_EQ(observer.problem(), "");
+        observer.write("RENT", 3);
+        observer.look();
+        EXPECT_EQ(shown(observer),
+                  access == io_access::read ? "i te=0\no RENT=0\n" : "i te=0\no RENT=3*\n");
+    }
+}
+
 TEST(Observer, NamesAreThoseOfTheOpening) {
     test_server server({"te"}, {"RENT"});
     io_observer observer(server->memory_ident(), io_access::read);

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstring>
 #include <fstream>
 
 #include "ioshare/io_server.h"
@@ -134,6 +135,15 @@ TEST(DeadLockWatch, NeverFreesItWhileTheSimulatorIsStopped) {
     ASSERT_TRUE(wait_until([&] { return state_of(test.simulator) == 'S'; }));
     EXPECT_FALSE(test.free_after_looks(20'100, 20'500)) << "the time begins anew";
     EXPECT_TRUE(test.free_after_looks(20'600, 20'800));
+}
+
+TEST(DeadLockWatch, NeverPostsWhatIsNoLock) {
+    watched_lock test;
+    test.look(0);
+    const std::uint32_t damaged[] = {0, 1, 7};  // Taken, somebody waits, and an impossible flag.
+    std::memcpy(&test.server.segment->lock, damaged, sizeof damaged);
+    for (int ms = 100; ms <= 10'000; ms += 100) test.look(ms);
+    EXPECT_EQ(std::memcmp(&test.server.segment->lock, damaged, sizeof damaged), 0);
 }
 
 TEST(DeadLockWatch, FreesOneAfterAnother) {

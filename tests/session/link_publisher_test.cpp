@@ -2,6 +2,9 @@
 #include <gtest/gtest.h>
 #include <sys/shm.h>
 
+#include <thread>
+
+#include "ioshare/io_clocks.h"
 #include "ioshare/io_slots.h"
 #include "session/link_publisher.h"
 #include "tests/session/recorded_run.h"
@@ -91,6 +94,33 @@ TEST(LinkPublisher, ASessionThatIsOverIsNeverReopened) {
             EXPECT_EQ(test.clock(), over);
         }
         EXPECT_EQ(test.stored(), (values{1, 1, 1})) << "what a last step changes is there";
+    }
+}
+
+TEST(LinkPublisher, AnEndThatComesWhileItStoresStays) {
+    for (const std::int64_t over : {std::int64_t{-1}, std::int64_t{-5}, INT64_MIN}) {
+        published_run test;
+        test.run.begin("");
+        test.model.happens = [](fake_station& model) { model.sensors = {1, 1, 1}; };
+        ASSERT_EQ(sem_trywait(&test.server.segment->lock), 0);
+        std::thread client([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            io_write_clock(test.server.segment->inputs_clock, over);
+        });
+        test.step();
+        client.join();
+        EXPECT_EQ(test.clock(), over);
+    }
+}
+
+TEST(LinkPublisher, PublishesUpToTheLargestClockAndNotBeyond) {
+    published_run test;
+    test.run.begin("");
+    test.server.segment->inputs_clock = INT64_MAX - 1;
+    for (const int value : {1, 0, 1}) {
+        test.model.happens = [value](fake_station& model) { model.sensors = {value, 0, 0}; };
+        test.step();
+        EXPECT_EQ(test.clock(), INT64_MAX);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstdio>
 
+#include "ioshare/io_streams.h"
 #include "session/failure.h"
 #include "session/messages.h"
 #include "tests/support/programs.h"
