@@ -90,7 +90,11 @@ void control_socket::service(moment now, const handler& carry_out) {
 void control_socket::accept_clients(moment now) {
     for (int i = 0; i < most_at_once; ++i) {
         const int client = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
-        if (client < 0) return;
+        if (client < 0) {
+            // Out of descriptors: whoever waits to be taken is, with the next look.
+            if (errno == EMFILE || errno == ENFILE) make_room();
+            return;
+        }
         if (!allowed(client)) {
             close(client);
             continue;

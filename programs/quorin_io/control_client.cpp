@@ -78,8 +78,11 @@ std::string connection::receive_all() const {
 
 std::string request_line(const std::vector<std::string>& words) {
     std::string line;
-    for (const std::string& each : words) line += (line.empty() ? "" : " ") + each;
-    if (line.find('\n') != std::string::npos) throw misuse("une fin de ligne dans un mot");
+    for (const std::string& each : words) {
+        if (each.find_first_of(" \n") != std::string::npos)
+            throw misuse(io_printable(each) + ": un blanc ou une fin de ligne dans un mot");
+        line += (line.empty() ? "" : " ") + each;
+    }
     line += '\n';
     if (line.size() > control_request_limit)
         throw misuse("demande de plus de " + std::to_string(control_request_limit) + " octets");

@@ -202,6 +202,7 @@ TEST_F(QuorinIoControl, RefusesWhatNoRequestCanHold) {
     EXPECT_EQ(request.size(), 4096u);
     expect_one_line(ask({"fault", longest + "x"}), 2);
     expect_one_line(ask({"fault", "te=dead\nend"}), 2);
+    expect_one_line(ask({"desk", "atu=1 dc=1"}), 2);
 }
 
 TEST_F(QuorinIoControl, AStandardOutputThatTakesNothingIsRefused) {
