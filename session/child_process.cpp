@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <initializer_list>
 
 #include "session/failure.h"
 
@@ -25,7 +26,8 @@ std::string default_panel() {
 void become(const child_command& command, const std::vector<char*>& words) {
     if (command.own_group) setpgid(0, 0);
     dup2(STDERR_FILENO, STDOUT_FILENO);
-    signal(SIGPIPE, SIG_DFL);  // Signals that are caught go back to their defaults by themselves.
+    // Those that are caught go back to their defaults by themselves.
+    for (const int ignored : {SIGPIPE, SIGXFSZ}) signal(ignored, SIG_DFL);
     if (!command.environment.empty()) putenv(const_cast<char*>(command.environment.c_str()));
     execvp(words[0], words.data());
 }
