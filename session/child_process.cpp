@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <initializer_list>
 
 #include "ioshare/io_printable.h"
 #include "session/failure.h"
@@ -37,7 +38,8 @@ void become(const child_command& command, const std::vector<char*>& words) {
         leave_the_terminals_input();
     }
     dup2(STDERR_FILENO, STDOUT_FILENO);
-    signal(SIGPIPE, SIG_DFL);  // Signals that are caught go back to their defaults by themselves.
+    // Those that are caught go back to their defaults by themselves.
+    for (const int ignored : {SIGPIPE, SIGXFSZ}) signal(ignored, SIG_DFL);
     if (!command.environment.empty()) putenv(const_cast<char*>(command.environment.c_str()));
     execvp(words[0], words.data());
 }

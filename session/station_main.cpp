@@ -1,5 +1,7 @@
 #include "session/station_main.h"
 
+#include <csignal>
+
 #include "ioshare/io_printable.h"
 #include "ioshare/link_capacity.h"
 #include "session/end_signals.h"
@@ -54,6 +56,7 @@ void tell(const std::string& program, const failure& why) {
 int program_main(const std::string& program, closed_stream closed,
                  const std::function<int()>& work) {
     open_closed_streams(closed);
+    std::signal(SIGXFSZ, SIG_IGN);  // A file that may not grow fails whoever writes on it.
     try {
         return work();
     } catch (const failure& why) {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <fstream>
 #include <iostream>
@@ -154,6 +155,7 @@ int show(const options& asked, const lines& text) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    std::signal(SIGXFSZ, SIG_IGN);  // A file that may not grow fails whoever writes it.
     options asked;
     CLI::App app(
         "Montre un texte page par page, ou l'\xC3\xA9"

@@ -64,6 +64,16 @@ TEST_F(Lecteur, AnEmptyFileIsAnEmptyDocument) {
     EXPECT_EQ(bytes_of("e.txt"), "");
 }
 
+TEST_F(Lecteur, SaysThatADocumentDoesNotFitWhereNoFileMayGrowSoFar) {
+    write_bytes("long", std::string(100'000, 'w'));
+    for (const std::string option : {"--pdf", "--ps", "--txt"}) {
+        const outcome done = run_program({"sh", "-c",
+                                          "{ (ulimit -f 1; exec " + built("lecteur") + " long " +
+                                              option + " out 2>&1); echo $?; } | cat"});
+        EXPECT_EQ(done.out, "lecteur: ne peut pas écrire out: File too large\n1\n") << option;
+    }
+}
+
 // What it is asked, and the status and the line that answer; "" for any line.
 const struct {
     std::vector<std::string> words;
