@@ -23,12 +23,25 @@ endfunction()
 #
 # A library of the project, in the folder that calls: the target quorin_NAME, its alias quorin::NAME, its installed
 # headers and its package component NAME. Headers named as OWN are the folder's own business and are not installed. LINKS
-# are public: whoever links the library gets them too. NEEDS are what only its own sources see.
+# are public: whoever links the library gets them too. NEEDS are what only its own sources see. Nothing is made of a
+# component that is not to be built (quorin_components.cmake).
 #
 # The package and its test read the components and their headers from the global properties QUORIN_COMPONENTS, each after
 # those that it links, QUORIN_LINKS_<name>, QUORIN_HEADERS and QUORIN_OWN_HEADERS, as "folder/header.h".
 function(quorin_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;HEADERS;OWN;LINKS;NEEDS")
+    if(NOT name IN_LIST quorin_built_components)
+        return()
+    endif()
+    if("quorin::fltk" IN_LIST arg_LINKS)
+        include(quorin_fltk)
+        if(NOT TARGET quorin::fltk)
+            message(FATAL_ERROR "${quorin_fltk_missing}")
+        endif()
+    endif()
+    if("CLI11::CLI11" IN_LIST arg_NEEDS)
+        include(quorin_cli11)
+    endif()
     set(target quorin_${name})
     add_library(${target} ${arg_SOURCES})
     add_library(quorin::${name} ALIAS ${target})
@@ -59,8 +72,12 @@ endfunction()
 
 # quorin_program(NAME SOURCES a.cpp... [LINKS target...])
 #
-# A program of the project, in the folder that calls; installed.
+# A program of the project, in the folder that calls; installed with its page. There are programs only where every
+# component is built.
 function(quorin_program name)
+    if(QUORIN_COMPONENTS)
+        return()
+    endif()
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
     add_executable(${name} ${arg_SOURCES})
     file(RELATIVE_PATH folder ${quorin_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
@@ -68,4 +85,5 @@ function(quorin_program name)
     target_link_libraries(${name} PRIVATE ${arg_LINKS} quorin_options)
     target_compile_definitions(${name} PRIVATE QUORIN_VERSION="${quorin_VERSION}")
     install(TARGETS ${name})
+    install(FILES ${quorin_SOURCE_DIR}/docs/man/${name}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endfunction()

@@ -33,5 +33,3 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/quorinConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/quorinConfig.cmake ${PROJECT_BINARY_DIR}/quorinConfigVersion.cmake
               cmake/quorin_fltk.cmake
         DESTINATION ${quorin_package_dir})
-
-install(FILES docs/man/quorin.1 docs/man/zk4sim.1 docs/man/quorin-io.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
