@@ -2,6 +2,7 @@
 // any order: whoever is left tells, and nothing is left but what nobody lived to remove.
 #include <sys/ipc.h>
 #include <sys/shm.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -24,7 +25,7 @@ struct targets {
           supervisor(child_named(simulator, "zk4sim-garde")),
           panel(child_named(simulator, "quorin")) {}
     pid_t of(victim each) const {
-        if (each == victim::group) return -simulator;
+        if (each == victim::group) return getpgid(simulator) == simulator ? -simulator : 0;
         if (each == victim::simulator) return simulator;
         return each == victim::supervisor ? supervisor : panel;
     }
