@@ -111,7 +111,8 @@ TEST_F(Zk4sim, EndsWithAPanelThatWasKilledWhileItHeldTheLock) {
     }
 }
 
-/// A program that does these commands of quorin-io on the segment of its second argument.
+/// A program that does these commands of quorin-io on the segment of its second argument, and ends
+/// once it may.
 class scripted_panel {
 public:
     explicit scripted_panel(const std::vector<std::string>& commands) {
@@ -119,22 +120,30 @@ public:
         script << "#!/bin/sh\nexec >/dev/null 2>&1\n";
         for (const std::string& each : commands)
             script << built("quorin-io") << " $2 " << each << "\n";
+        script << "until [ -e " << may_end << " ]; do sleep 0.02; done\n";
         script.close();
         chmod(path.c_str(), 0700);
     }
-    ~scripted_panel() { std::filesystem::remove(path); }
+    ~scripted_panel() {
+        std::filesystem::remove(path);
+        std::filesystem::remove(may_end);
+    }
+    void let_end() const { std::ofstream file(may_end); }
     scripted_panel(const scripted_panel&) = delete;
     scripted_panel& operator=(const scripted_panel&) = delete;
 
     const std::string path = testing::TempDir() + "panel_" + std::to_string(getpid());
+
+private:
+    const std::string may_end = path + ".end";
 };
 
 // The panel extends a blocker and leaves: the station's last step, without commands, changes
 // inputs when the end has been announced already.
 TEST_F(Zk4sim, TheLastStepAfterThePanelDoesNotReopenTheSession) {
-    const scripted_panel panel({"set BZ1=1", "wait b1s=1 --timeout 15"});
     const int out = index_of(station_inputs, "b1s");
     for (int i = 0; i < 40; ++i) {
+        const scripted_panel panel({"set BZ1=1", "wait b1s=1 --timeout 15"});
         station running({"--headless", "--speed", "5", "--panel", panel.path});
         const attached_segment segment(running.ident);
         ASSERT_TRUE(segment);
@@ -145,6 +154,7 @@ TEST_F(Zk4sim, TheLastStepAfterThePanelDoesNotReopenTheSession) {
                     while (!ended)
                         if (!segment.session_over()) reopened = true;
         });
+        panel.let_end();
         EXPECT_TRUE(running.process->wait());
         ended = true;
         watcher.join();

@@ -39,16 +39,23 @@ TEST_F(Zk4sim, ItsCommandFindsTheIdentifierAndDrivesTheStation) {
     EXPECT_TRUE(driven.err.ends_with("bilan: bonnes=0 mauvaises=0 incidents=1\n")) << driven.err;
 }
 
+/// Runs a session that is over soon after its command has said so with `go_on`: its time stands
+/// still until then.
+outcome run_until_soon_after(const std::string& command) {
+    return run_zk4sim({"--paused", "--duration", "0.1", "--exec", command});
+}
+const std::string go_on = built("quorin-io") + " $QUORIN_IDENT resume; ";
+
 TEST_F(Zk4sim, ASessionThatEndsFirstEndsTheCommandsWholeGroup) {
-    const std::string command =
-        "trap 'echo told; exit 5' TERM; sleep 1000 & sleep 1000 & while :; do sleep 0.05; done";
-    const outcome over = run_zk4sim({"--duration", "0.3", "--exec", command});
+    const outcome over =
+        run_until_soon_after("trap 'echo told; exit 5' TERM; sleep 1000 & sleep 1000 & " + go_on +
+                             "while :; do sleep 0.05; done");
     EXPECT_EQ(over.status, 5) << over.err;
     EXPECT_NE(over.err.find("told\n"), std::string::npos) << over.err;
     EXPECT_NE(over.err.find("zk4sim: durée écoulée\n"), std::string::npos);
     EXPECT_TRUE(wait_until([] { return leftovers::processes().empty(); }))
         << "the children of the command too";
-    const outcome unaware = run_zk4sim({"--duration", "0.1", "--exec", "sleep 1000"});
+    const outcome unaware = run_until_soon_after(go_on + "sleep 1000");
     EXPECT_EQ(unaware.status, 128 + SIGTERM);
 }
 
@@ -62,15 +69,15 @@ TEST_F(Zk4sim, ASignalToTheSessionReachesTheCommandAsItsEnd) {
 }
 
 TEST_F(Zk4sim, ACommandThatDoesNotWantToEndHoldsNothingUpForLong) {
-    const outcome end = run_zk4sim(
-        {"--duration", "0.1", "--exec", "trap '' TERM; sleep 1000 & while :; do sleep 1; done"});
+    const outcome end = run_until_soon_after("trap '' TERM; sleep 1000 & " + go_on +
+                                             "while :; do sleep 1; done");
     EXPECT_EQ(end.status, 128 + SIGKILL);
     EXPECT_TRUE(end.err.ends_with(nothing_made)) << end.err;
 }
 
 TEST_F(Zk4sim, ACommandThatIsStoppedHearsOfTheEndToo) {
-    const outcome end = run_zk4sim(
-        {"--duration", "0.1", "--exec", "trap 'exit 5' TERM; kill -STOP $$; sleep 1000"});
+    const outcome end = run_until_soon_after("trap 'exit 5' TERM; (sleep 0.3; " + go_on +
+                                             ") & kill -STOP $$; sleep 1000");
     EXPECT_EQ(end.status, 5);
 }
 
