@@ -38,8 +38,7 @@ void become(const child_command& command, const std::vector<char*>& words) {
         leave_the_terminals_input();
     }
     dup2(STDERR_FILENO, STDOUT_FILENO);
-    // Those that are caught go back to their defaults by themselves.
-    for (const int ignored : {SIGPIPE, SIGXFSZ}) signal(ignored, SIG_DFL);
+    signal(SIGPIPE, SIG_DFL);  // Those that are caught go back to their defaults by themselves.
     if (!command.environment.empty()) putenv(const_cast<char*>(command.environment.c_str()));
     execvp(words[0], words.data());
 }

@@ -51,12 +51,21 @@ void tell(const std::string& program, const failure& why) {
     messages.say(why.why.substr(begin));
 }
 
+/// A file that may not grow fails whoever writes on it, and does no more. The signal is caught, not
+/// ignored: programs that this one starts have its default again, and what a caller ignores can
+/// still be asked.
+void outlive_full_files() {
+    struct sigaction now {};
+    sigaction(SIGXFSZ, nullptr, &now);
+    if (now.sa_handler == SIG_DFL) std::signal(SIGXFSZ, [](int) {});
+}
+
 }  // namespace
 
 int program_main(const std::string& program, closed_stream closed,
                  const std::function<int()>& work) {
     open_closed_streams(closed);
-    std::signal(SIGXFSZ, SIG_IGN);  // A file that may not grow fails whoever writes on it.
+    outlive_full_files();
     try {
         return work();
     } catch (const failure& why) {

@@ -8,7 +8,7 @@
 #include "session/command_line.h"
 #include "session/station_model.h"
 
-/// The main of a program: opens closed standard streams, ignores SIGXFSZ, does its work, and turns
+/// The main of a program: opens closed standard streams, outlives SIGXFSZ, does its work, and turns
 /// a `failure` into lines on the standard error stream, each after the program's name. The
 /// program's status.
 [[nodiscard]] int program_main(const std::string& program, closed_stream closed,
