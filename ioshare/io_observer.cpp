@@ -7,7 +7,6 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
-#include <ranges>
 
 #include "ioshare/io_clocks.h"
 
@@ -104,9 +103,10 @@ const io_signal* io_observer::find(std::string_view name) const {
 }
 
 const io_signal* io_observer::find(io_direction direction, std::string_view name) const {
-    for (const io_signal& each : std::views::reverse(signals_))
-        if (each.direction == direction && each.name == name) return &each;
-    return nullptr;
+    const auto found = std::find_if(signals_.rbegin(), signals_.rend(), [&](const io_signal& each) {
+        return each.direction == direction && each.name == name;
+    });
+    return found == signals_.rend() ? nullptr : &*found;
 }
 
 void io_observer::write(std::string_view name, std::int32_t value) {
