@@ -7,6 +7,8 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fstream>
+#include <string>
 #include <utility>
 
 #include "ioshare/io_announcement.h"
@@ -43,6 +45,18 @@ ucred sender(msghdr& message) {
 }
 
 bool gone(pid_t process) { return kill(process, 0) != 0 && errno == ESRCH; }
+
+/// Whether the process lives and has no memory any more: it is about to end. Its attachments are
+/// counted for a moment longer than they can be seen.
+bool about_to_end(pid_t process) {
+    const std::string folder = "/proc/" + std::to_string(process);
+    std::string line;
+    if (std::ifstream maps(folder + "/maps"); std::getline(maps, line)) return false;
+    std::ifstream stat(folder + "/stat");
+    const bool there = static_cast<bool>(std::getline(stat, line));
+    const std::size_t state = line.rfind(") ") + 2;
+    return there && state < line.size() && line[state] != 'Z';
+}
 
 }  // namespace
 
@@ -85,10 +99,18 @@ bool client_watch::client_seen() {
     return there_;
 }
 
+/// An attachment is counted by the system a moment before it can be seen, and a moment after. So a
+/// process that has just announced itself has one at least, and so has one that is about to end.
 unsigned long client_watch::observing() const {
+    constexpr std::chrono::seconds arriving{1};
+    const auto now = clock::now();
     unsigned long count = 0;
-    for (const auto& [process, lived] : observers_)
-        count += io_reading_attachments(ident_, process);
+    for (const auto& [process, known] : observers_) {
+        const unsigned long seen = io_reading_attachments(ident_, process);
+        const bool moving = seen == 0 && !gone(process) &&
+                            (now - known.announced < arriving || about_to_end(process));
+        count += moving ? 1 : seen;
+    }
     return count;
 }
 
@@ -108,7 +130,7 @@ std::optional<bool> client_watch::take_announcement() {
     if (length != 1 || who.pid <= 0 || (who.uid != 0 && who.uid != geteuid())) return false;
     const bool observer = got.word[0] == static_cast<char>(io_access::read);
     const bool commander = got.word[0] == static_cast<char>(io_access::write);
-    if (observer) observers_[who.pid] = clock::now();
+    if (observer) observers_[who.pid] = {clock::now(), clock::now()};
     commander_came_ |= commander;
     return observer || commander;
 }
@@ -128,7 +150,7 @@ bool client_watch::take_announcements() {
 void client_watch::forget_the_gone() {
     constexpr std::chrono::seconds kept{5};
     const auto now = clock::now();
-    for (auto& [process, lived] : observers_)
-        if (!gone(process)) lived = now;
-    std::erase_if(observers_, [&](const auto& each) { return now - each.second > kept; });
+    for (auto& [process, known] : observers_)
+        if (!gone(process)) known.lived = now;
+    std::erase_if(observers_, [&](const auto& each) { return now - each.second.lived > kept; });
 }

@@ -35,6 +35,11 @@ public:
 private:
     using clock = std::chrono::steady_clock;
 
+    /// When a process announced itself, and when it was last known to live.
+    struct observer {
+        clock::time_point announced, lived;
+    };
+
     bool client_seen();
     unsigned long observing() const;
     std::optional<bool> take_announcement();
@@ -46,6 +51,6 @@ private:
     int line_ = -1;
     io_holding last_{};
     bool there_ = false, commander_came_ = false;
-    std::map<pid_t, clock::time_point> observers_;  // Those announced, and when each last lived.
+    std::map<pid_t, observer> observers_;
     clock::time_point last_seen_;
 };
