@@ -1,5 +1,8 @@
 // Programs that a session starts: the panel, or a command.
 #include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstring>
 #include <signal.h>
 #include <unistd.h>
 
@@ -43,15 +46,17 @@ TEST(ChildProcess, HasNotEndedWhileItRuns) {
 
 TEST(ChildProcess, OneThatCannotBeStartedIsRefusedInOneLineThatSaysWhy) {
     const struct {
-        std::string program, why;
-    } rows[] = {{"/nowhere/panel", "No such file or directory"}, {"/tmp", "Permission denied"}};
+        std::string program;
+        int why;
+    } rows[] = {{"/nowhere/panel", ENOENT}, {"/tmp", EACCES}};
     for (const auto& [program, why] : rows) {
         try {
             child_process child("panneau", {{program}});
             ADD_FAILURE() << program << " was started";
         } catch (const failure& refused) {
             EXPECT_EQ(refused.status, exit_status::refused);
-            EXPECT_EQ(refused.why, "panneau " + program + ": " + why);
+            EXPECT_EQ(refused.why, "panneau " + program + ": " + std::strerror(why))
+                << "in the words of the locale";
         }
     }
 }
