@@ -132,7 +132,7 @@ control_requests::answer control_requests::fault(const words& operands) {
     }
     std::string reason;
     const std::optional<station_fault> wanted =
-        parse_fault(text, run_.model().inputs(), run_.model().outputs(), reason);
+        parse_fault(text, run_.model(), reason);
     if (!wanted || !run_.set_fault(*wanted)) return refused(reason);
     return done;
 }

@@ -1,14 +1,22 @@
 #include "session/faults.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "session/keyed_rows.h"
 
 namespace {
 
-/// What a fault goes by when it changes the value of a sensor or of a command.
+constexpr std::int64_t ns_per_s = 1'000'000'000, delay_ns = ns_per_s / 2,
+                       flicker_ns = ns_per_s / 10;
+constexpr double longest_step_s = 3600;
+
+/// What a fault goes by when it changes the value of a sensor or of a command: of a sensor also
+/// what it told half a second ago, and how far into its second it is read.
 struct truth {
-    std::int32_t value;
+    std::int32_t value, late = 0;
+    std::int64_t ns_of_second = 0;
 };
 
 struct fault_row {
@@ -16,6 +24,8 @@ struct fault_row {
     std::string_view word;
     fault_place place;
     std::int32_t (*changed)(const truth&);
+    /// Whether the model has to slow its actuator down.
+    bool slows = false;
 };
 
 // clang-format off
@@ -23,16 +33,21 @@ constexpr fault_row rows[] = {
     {fault_kind::stuck0,   "stuck0",   fault_place::sensor,   [](const truth&) { return 0; }},
     {fault_kind::stuck1,   "stuck1",   fault_place::sensor,   [](const truth&) { return 1; }},
     {fault_kind::inverted, "inverted", fault_place::sensor,   [](const truth& real) { return real.value == 0 ? 1 : 0; }},
+    {fault_kind::late,     "late",     fault_place::sensor,   [](const truth& real) { return real.late; }},
+    {fault_kind::flicker,  "flicker",  fault_place::sensor,   [](const truth& real) { return real.ns_of_second < flicker_ns ? 0 : real.value; }},
     {fault_kind::dead,     "dead",     fault_place::actuator, [](const truth&) { return 0; }},
+    {fault_kind::slow,     "slow",     fault_place::actuator, [](const truth& real) { return real.value; }, true},
 };
 // clang-format on
 static_assert(one_row_each(rows));
 
 using fault_list = std::vector<std::optional<fault_kind>>;
 
-std::int32_t with_fault(const std::optional<fault_kind>& fault, std::int32_t value) {
-    return fault ? row_of(rows, *fault).changed({value}) : value;
+std::int32_t with_fault(const std::optional<fault_kind>& fault, const truth& real) {
+    return fault ? row_of(rows, *fault).changed(real) : real.value;
 }
+
+bool slows(const std::optional<fault_kind>& fault) { return fault && row_of(rows, *fault).slows; }
 
 template <typename List>
 bool exists(int place, const List& list) {
@@ -47,20 +62,36 @@ std::optional<fault_kind> kind_named(std::string_view word) {
     return std::nullopt;
 }
 
-// "est un capteur : ses pannes sont stuck0, stuck1, inverted".
-std::string kinds_sentence(fault_place place) {
-    const std::string words = fault_kind_words(place);
-    return std::string(place == fault_place::sensor ? "est un capteur" : "est un actionneur") +
-           (words.find(',') == std::string::npos ? " : sa seule panne est "
-                                                 : " : ses pannes sont ") +
+bool offers(const station_model& model, const fault_row& row, std::string_view actuator) {
+    return !row.slows || model.can_be_slow(index_of(model.outputs(), actuator));
+}
+
+template <typename Filter>
+std::string words_where(Filter filter) {
+    std::string words;
+    for (const fault_row& row : rows)
+        if (filter(row)) words.append(words.empty() ? "" : ", ").append(row.word);
+    return words;
+}
+
+// "ses pannes sont stuck0, stuck1, inverted".
+std::string faults_are(const std::string& words) {
+    return (words.find(',') == std::string::npos ? "sa seule panne est " : "ses pannes sont ") +
            words;
 }
 
-// Why no fault of that name can be read.
-std::string objection(const std::string& name, name_span inputs, name_span outputs) {
-    if (has(inputs, name)) return name + ' ' + kinds_sentence(fault_place::sensor);
-    if (has(outputs, name)) return name + ' ' + kinds_sentence(fault_place::actuator);
-    return "la station n'a ni capteur ni actionneur nomm\xC3\xA9 \"" + name + '"';
+// Why no fault of that name can be read; `kind` is what was asked for, if it is one.
+std::string objection(const std::string& name, const std::optional<fault_kind>& kind,
+                      const station_model& model) {
+    if (has(model.inputs(), name))
+        return name + " est un capteur : " + faults_are(fault_kind_words(fault_place::sensor));
+    if (!has(model.outputs(), name))
+        return "la station n'a ni capteur ni actionneur nomm\xC3\xA9 \"" + name + '"';
+    const std::string possible = faults_are(words_where([&](const fault_row& row) {
+        return row.place == fault_place::actuator && offers(model, row, name);
+    }));
+    if (slows(kind)) return name + " ne peut pas \xC3\xAAtre lent : " + possible;
+    return name + " est un actionneur : " + possible;
 }
 
 }  // namespace
@@ -68,20 +99,19 @@ std::string objection(const std::string& name, name_span inputs, name_span outpu
 std::string_view fault_kind_word(fault_kind kind) { return row_of(rows, kind).word; }
 
 std::string fault_kind_words(fault_place place) {
-    std::string words;
-    for (const fault_row& row : rows)
-        if (row.place == place) words.append(words.empty() ? "" : ", ").append(row.word);
-    return words;
+    return words_where([place](const fault_row& row) { return row.place == place; });
 }
 
-bool fault_fits(std::string_view name, fault_kind kind, name_span inputs, name_span outputs) {
-    const bool is_sensors = row_of(rows, kind).place == fault_place::sensor;
-    return has(inputs, name) ? is_sensors : has(outputs, name) && !is_sensors;
+bool fault_fits(std::string_view name, fault_kind kind, const station_model& model) {
+    const fault_row& row = row_of(rows, kind);
+    if (has(model.inputs(), name)) return row.place == fault_place::sensor;
+    return has(model.outputs(), name) && row.place == fault_place::actuator &&
+           offers(model, row, name);
 }
 
-std::optional<station_fault> parse_fault(std::string_view text, name_span inputs, name_span outputs,
+std::optional<station_fault> parse_fault(std::string_view text, const station_model& model,
                                          std::string& reason) {
-    const std::size_t equals = text.find('=');
+    const std::size_t equals = text.rfind('=');
     if (equals == std::string_view::npos) {
         reason = std::string(text) +
                  ": une panne s'\xC3\xA9"
@@ -90,30 +120,46 @@ std::optional<station_fault> parse_fault(std::string_view text, name_span inputs
     }
     const std::string name(text.substr(0, equals));
     const std::optional<fault_kind> kind = kind_named(text.substr(equals + 1));
-    if (kind && fault_fits(name, *kind, inputs, outputs)) return station_fault{name, *kind};
-    reason = std::string(text) + ": " + objection(name, inputs, outputs);
+    if (kind && fault_fits(name, *kind, model)) return station_fault{name, *kind};
+    reason = std::string(text) + ": " + objection(name, kind, model);
     return std::nullopt;
+}
+
+void delay_line::take(std::int64_t now_ns, int value) {
+    if (value != last_) on_the_way_.push_back({now_ns + delay_ns, value});
+    last_ = value;
+    for (; !on_the_way_.empty() && on_the_way_.front().due_ns <= now_ns; on_the_way_.pop_front())
+        told_ = on_the_way_.front().value;
 }
 
 faulty_station::faulty_station(station_model& inside)
     : inside_(inside),
       commands_(inside.outputs().size()),
       sensor_faults_(inside.inputs().size()),
-      actuator_faults_(inside.outputs().size()) {}
+      actuator_faults_(inside.outputs().size()),
+      delay_lines_(inside.inputs().size()) {}
 
 bool faulty_station::set_fault(std::string_view name, fault_kind kind) {
-    if (!fault_fits(name, kind, inputs(), outputs())) return false;
-    *fault_of(name) = kind;
-    pass_command(index_of(outputs(), name));
+    if (!fault_fits(name, kind, inside_)) return false;
+    change_fault(name, kind);
     return true;
 }
 
 bool faulty_station::end_fault(std::string_view name) {
-    std::optional<fault_kind>* fault = fault_of(name);
-    if (fault == nullptr || !*fault) return false;
-    fault->reset();
-    pass_command(index_of(outputs(), name));
+    const fault* const present = fault_of(name);
+    if (present == nullptr || !*present) return false;
+    change_fault(name, std::nullopt);
     return true;
+}
+
+void faulty_station::change_fault(std::string_view name, fault wanted) {
+    fault& present = *fault_of(name);
+    if (present == wanted) return;
+    const int input = index_of(inputs(), name), output = index_of(outputs(), name);
+    if (input >= 0) delay_lines_[static_cast<std::size_t>(input)] = delay_line(sensor(input));
+    if (slows(present) != slows(wanted)) inside_.set_slow(output, slows(wanted));
+    present = wanted;
+    pass_command(output);
 }
 
 std::vector<station_fault> faulty_station::faults() const {
@@ -133,12 +179,21 @@ void faulty_station::set_command(int output, std::int32_t value) {
     pass_command(output);
 }
 
-int faulty_station::sensor(int input) const {
-    if (!exists(input, sensor_faults_)) return 0;
-    return with_fault(sensor_faults_[static_cast<std::size_t>(input)], inside_.sensor(input));
+void faulty_station::step(double seconds) {
+    inside_.step(seconds);
+    if (seconds > 0) now_ns_ += std::llround(std::min(seconds, longest_step_s) * 1e9);
+    for (std::size_t i = 0; i < sensor_faults_.size(); ++i)
+        if (sensor_faults_[i]) delay_lines_[i].take(now_ns_, inside_.sensor(static_cast<int>(i)));
 }
 
-std::optional<fault_kind>* faulty_station::fault_of(std::string_view name) {
+int faulty_station::sensor(int input) const {
+    if (!exists(input, sensor_faults_)) return 0;
+    const auto i = static_cast<std::size_t>(input);
+    return with_fault(sensor_faults_[i],
+                      {inside_.sensor(input), delay_lines_[i].told(), now_ns_ % ns_per_s});
+}
+
+faulty_station::fault* faulty_station::fault_of(std::string_view name) {
     if (const int input = index_of(inputs(), name); input >= 0)
         return &sensor_faults_[static_cast<std::size_t>(input)];
     if (const int output = index_of(outputs(), name); output >= 0)
@@ -149,5 +204,5 @@ std::optional<fault_kind>* faulty_station::fault_of(std::string_view name) {
 void faulty_station::pass_command(int output) {
     if (!exists(output, commands_)) return;
     const auto i = static_cast<std::size_t>(output);
-    inside_.set_command(output, with_fault(actuator_faults_[i], commands_[i]));
+    inside_.set_command(output, with_fault(actuator_faults_[i], {commands_[i]}));
 }

@@ -24,7 +24,7 @@ std::vector<station_fault> understood_faults(const station_model& model,
     std::vector<station_fault> faults;
     for (const std::string& text : texts) {
         std::string reason;
-        const auto fault = parse_fault(text, model.inputs(), model.outputs(), reason);
+        const auto fault = parse_fault(text, model, reason);
         if (!fault) throw misuse("--fault " + io_printable(reason));
         faults.push_back(*fault);
     }

@@ -61,6 +61,12 @@ public:
     /// The sensor at `input`, 1 or 0; 0 for an index that does not exist.
     virtual int sensor(int input) const = 0;
 
+    /// Whether what `output` commands can be slow, which is a fault that a model offers by itself.
+    virtual bool can_be_slow(int /*output*/) const { return false; }
+    /// From the next step on it moves at a quarter of its speed, or at its full speed again. Does
+    /// nothing where `can_be_slow` says no.
+    virtual void set_slow(int /*output*/, bool /*slow*/) {}
+
     /// Sets the desk; it acts from the next step on. A station without a desk ignores it.
     virtual void set_desk(const station_desk&) {}
     /// What it has made since its start.

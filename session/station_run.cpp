@@ -127,7 +127,7 @@ station_run::faulty_thing* station_run::thing_named(std::string_view name) {
 }
 
 bool station_run::set_fault(const station_fault& fault) {
-    if (!fault_fits(fault.name, fault.kind, model_.inputs(), model_.outputs())) return false;
+    if (!fault_fits(fault.name, fault.kind, model_)) return false;
     thing_named(fault.name)->wanted = fault.kind;
     return true;
 }

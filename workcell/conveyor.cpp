@@ -8,8 +8,6 @@ namespace station {
 namespace {
 
 constexpr int um_per_mm = 1000;
-// Millimetres a second are micrometres a millisecond.
-constexpr int um_per_ms = belt_mm_per_s;
 constexpr int base_um = base_mm * um_per_mm;
 constexpr int pitch_um = waiting_pitch_mm * um_per_mm;
 constexpr int belt_end_um = main_belt_mm * um_per_mm;
@@ -31,7 +29,7 @@ bool under_press(int front_um) {
 }  // namespace
 
 void conveyor::step(const conveyor_step& now, incident_log& incidents) {
-    move_blockers(now.extend, incidents);
+    move_blockers(now, incidents);
     move_bases(now, incidents);
     count_base_past_end();
     run_loader();
@@ -50,21 +48,26 @@ bool conveyor::misplaced_under_press() const {
 }
 
 // A base above a blocker stops it where it touches.
-void conveyor::move_blockers(const std::array<bool, 3>& extend, incident_log& incidents) {
+void conveyor::move_blockers(const conveyor_step& now, incident_log& incidents) {
     constexpr incident refusals[] = {incident::blocker_1_refused, incident::blocker_2_refused,
                                      incident::blocker_3_refused};
     for (int zone = 0; zone < 3; ++zone) {
         const auto i = static_cast<std::size_t>(zone);
-        const bool refused =
-            extend[i] && blockers_[i].place_ms == blocker_touch_ms && base_above(zone);
-        incidents.watch(refusals[i], refused);
-        if (!refused) blockers_[i].move(extend[i] ? 1 : -1);
+        cylinder& blocker = blockers_[i];
+        const int speed = now.blocker_speeds[i];
+        const bool covered =
+            now.extend[i] && !blocker.is_beyond(blocker_touch_ms) && base_above(zone);
+        incidents.watch(refusals[i], covered && blocker.has_reached(blocker_touch_ms));
+        if (covered)
+            blocker.move_up_to(blocker_touch_ms, speed);
+        else
+            blocker.move(now.extend[i] ? speed : -speed);
     }
 }
 
 // At half its stroke it has reached the bases' path.
 bool conveyor::blocks(int zone) const {
-    return blockers_[static_cast<std::size_t>(zone)].place_ms >= blocker_touch_ms;
+    return blockers_[static_cast<std::size_t>(zone)].has_reached(blocker_touch_ms);
 }
 
 bool conveyor::base_above(int zone) const {
@@ -75,21 +78,22 @@ bool conveyor::base_above(int zone) const {
 
 // However many bases the press holds, it is one command that is refused.
 void conveyor::move_bases(const conveyor_step& now, incident_log& incidents) {
-    const bool may_step_over = now.main_belt_runs && entry_is_free();
+    const bool may_step_over = now.main_belt_um > 0 && entry_is_free();
     bool held = false;
     for (std::size_t i = 0; i < bases_.size(); ++i) {
         const bool waiting = bases_[i].front_um <= 0;
-        if (!(waiting ? now.waiting_belt_runs : now.main_belt_runs)) continue;
+        const int way_um = waiting ? now.waiting_belt_um : now.main_belt_um;
+        if (way_um == 0) continue;
         const int limit_um =
             waiting ? limit_on_waiting_belt(i, may_step_over) : limit_on_main_belt(i);
-        if (!move_base(bases_[i], limit_um, now.press_high)) held = true;
+        if (!move_base(bases_[i], way_um, limit_um, now.press_high)) held = true;
     }
     incidents.watch(incident::base_held, held);
 }
 
 // Moves a base by a millisecond's way, up to the limit; false when the press does not let it.
-bool conveyor::move_base(base& moving, int limit_um, bool press_high) {
-    const int target_um = std::min(moving.front_um + um_per_ms, limit_um);
+bool conveyor::move_base(base& moving, int way_um, int limit_um, bool press_high) {
+    const int target_um = std::min(moving.front_um + way_um, limit_um);
     if (target_um <= moving.front_um) return true;
     if (press_high || (!under_press(moving.front_um) && !under_press(target_um))) {
         moving.front_um = target_um;

@@ -10,7 +10,7 @@
 namespace station {
 
 /// A base (support) on one of the belts. Lengths in micrometres: a belt moves 100 of them a
-/// millisecond.
+/// millisecond, a slow one 25.
 struct base {
     /// 1 for the first base of the run.
     int number;
@@ -27,10 +27,19 @@ struct base {
 
 /// The commands that act on the belts in one millisecond, and what stands in the way.
 struct conveyor_step {
-    bool waiting_belt_runs, main_belt_runs;
+    /// Micrometres a millisecond; 0 for one that stands.
+    int waiting_belt_um, main_belt_um;
     std::array<bool, 3> extend;
+    /// Quarters a millisecond, above 0, whichever way they move.
+    std::array<int, 3> blocker_speeds;
     bool press_high;
 };
+
+/// How far a belt moves in a millisecond.
+constexpr int belt_speed_um(bool slow) {
+    return slow ? belt_mm_per_s / quarters_per_ms : belt_mm_per_s;
+}
+static_assert(belt_mm_per_s % quarters_per_ms == 0);
 
 class conveyor {
 public:
@@ -59,9 +68,9 @@ public:
     int parts_left() const { return parts_left_; }
 
 private:
-    void move_blockers(const std::array<bool, 3>& extend, incident_log& incidents);
+    void move_blockers(const conveyor_step& now, incident_log& incidents);
     void move_bases(const conveyor_step& now, incident_log& incidents);
-    bool move_base(base& moving, int limit_um, bool press_high);
+    bool move_base(base& moving, int way_um, int limit_um, bool press_high);
     bool entry_is_free() const;
     int limit_on_waiting_belt(std::size_t index, bool may_step_over) const;
     int limit_on_main_belt(std::size_t index) const;

@@ -14,10 +14,10 @@ void handling::step(const handling_step& now, conveyor& belts, incident_log& inc
 }
 
 // A refusal of the opposite command is another one.
-void handling::move_drawer(int direction, incident_log& incidents) {
-    const bool free = cup_.place_ms <= cup_clear_ms;
-    if (free) drawer_.move(direction);
-    const int refused = !free && drawer_.asks_for_motion(direction) ? direction : 0;
+void handling::move_drawer(int speed, incident_log& incidents) {
+    const bool free = !cup_.is_beyond(cup_clear_ms);
+    if (free) drawer_.move(speed);
+    const int refused = free || !drawer_.asks_for_motion(speed) ? 0 : speed > 0 ? 1 : -1;
     if (refused != 0 && refused != refused_direction_) incidents.add(incident::drawer_refused);
     refused_direction_ = refused;
 }

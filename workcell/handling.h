@@ -9,9 +9,9 @@ namespace station {
 
 /// The commands that act on the drawer and the cup in one millisecond.
 struct handling_step {
-    /// 1 out, -1 in, 0 stay.
+    /// Quarters a millisecond: above 0 out, below 0 in, 0 stay.
     int drawer;
-    /// 1 down, -1 up, 0 stay.
+    /// The same: above 0 down, below 0 up, 0 stay.
     int cup;
     bool suction;
 };
@@ -37,7 +37,7 @@ public:
     int lost() const { return lost_; }
 
 private:
-    void move_drawer(int direction, incident_log& incidents);
+    void move_drawer(int speed, incident_log& incidents);
     void run_magazine();
     void suck();
     void let_go(conveyor& belts, incident_log& incidents);

@@ -9,8 +9,8 @@ namespace station {
 
 class press {
 public:
-    /// One millisecond; `direction` is 1 down, -1 up, 0 stay.
-    void step(int direction, conveyor& belts, incident_log& incidents);
+    /// One millisecond; `speed` in quarters, above 0 down, below 0 up, 0 stay.
+    void step(int speed, conveyor& belts, incident_log& incidents);
 
     /// At rest high, at its far end low.
     const cylinder& rod() const { return rod_; }
@@ -18,7 +18,7 @@ public:
     bool timer_done() const { return held_ms_ >= press_hold_ms; }
 
 private:
-    void move(int direction, const conveyor& belts, incident_log& incidents);
+    void move(int speed, const conveyor& belts, incident_log& incidents);
 
     cylinder rod_{press_stroke_ms};
     int held_ms_ = 0;

@@ -40,6 +40,16 @@ void workcell_model::set_command(int output, std::int32_t value) {
         commands_[static_cast<std::size_t>(output)] = value;
 }
 
+bool workcell_model::can_be_slow(int output) const {
+    const auto is = [output](station_output other) { return output == place_of(other); };
+    return output >= 0 && std::cmp_less(output, slow_.size()) && !is(station_output::DEPOSE) &&
+           !is(station_output::ASPI);
+}
+
+void workcell_model::set_slow(int output, bool slow) {
+    if (can_be_slow(output)) slow_[static_cast<std::size_t>(output)] = slow;
+}
+
 void workcell_model::step(double seconds) {
     incidents_.begin_step();
     if (!(seconds > 0)) return;
@@ -57,9 +67,18 @@ bool workcell_model::acts(station_output output) const {
     return acting_[static_cast<std::size_t>(output)];
 }
 
-// 1 towards one end, -1 towards the other; opposite commands together ask for nothing.
-int workcell_model::direction(station_output forth, station_output back) const {
-    return acts(forth) - acts(back);
+bool workcell_model::is_slow(station_output output) const {
+    return slow_[static_cast<std::size_t>(output)];
+}
+
+// Above 0 towards one end, below 0 towards the other; opposite commands together ask for nothing.
+int workcell_model::speed_of_rod(station_output forth, station_output back) const {
+    if (acts(forth) == acts(back)) return 0;
+    return acts(forth) ? station::rod_speed(is_slow(forth)) : -station::rod_speed(is_slow(back));
+}
+
+int workcell_model::speed_of_belt(station_output motor) const {
+    return acts(motor) ? station::belt_speed_um(is_slow(motor)) : 0;
 }
 
 // Under the emergency stop nothing moves and none of the station's times runs: the springs, the
@@ -68,9 +87,17 @@ void workcell_model::step_ms() {
     using enum station_output;
     incidents_.begin_ms();
     if (desk_.atu) return;
-    handling_.step({direction(SORT, RENT), direction(DESV, MONV), acts(ASPI)}, belts_, incidents_);
-    press_.step(direction(DESP, MONP), belts_, incidents_);
-    belts_.step({acts(MTA), acts(MT), {acts(BZ1), acts(BZ2), acts(BZ3)}, press_.rod().at_rest()},
+    const auto blocker_speed = [this](station_output blocker) {
+        return station::rod_speed(is_slow(blocker));
+    };
+    handling_.step({speed_of_rod(SORT, RENT), speed_of_rod(DESV, MONV), acts(ASPI)}, belts_,
+                   incidents_);
+    press_.step(speed_of_rod(DESP, MONP), belts_, incidents_);
+    belts_.step({speed_of_belt(MTA),
+                 speed_of_belt(MT),
+                 {acts(BZ1), acts(BZ2), acts(BZ3)},
+                 {blocker_speed(BZ1), blocker_speed(BZ2), blocker_speed(BZ3)},
+                 press_.rod().at_rest()},
                 incidents_);
     dispense();
 }

@@ -74,6 +74,10 @@ public:
     /// value. It acts from the next step on. Does nothing for a place that does not exist.
     void set_command(int output, std::int32_t value) override;
 
+    /// What moves can be slow: all but DEPOSE and ASPI. A command for one way slows that way alone.
+    bool can_be_slow(int output) const override;
+    void set_slow(int output, bool slow) override;
+
     /// Advances by `seconds`, rounded to the nearest nanosecond, in whole milliseconds: what is
     /// left over counts with the next call, so that ten steps of 0.001 are one of 0.010. At most an
     /// hour (3600 s) at a time; nothing happens for 0, a negative number or what is no number.
@@ -108,7 +112,9 @@ private:
     void step_ms();
     void dispense();
     bool acts(station_output output) const;
-    int direction(station_output forth, station_output back) const;
+    int speed_of_rod(station_output forth, station_output back) const;
+    int speed_of_belt(station_output motor) const;
+    bool is_slow(station_output output) const;
     bool at_rest() const;
 
     std::uint64_t seed_;
@@ -116,6 +122,7 @@ private:
     // The commands as they were given, and whether they have an effect in this step.
     std::array<std::int32_t, static_cast<std::size_t>(station_output::count)> commands_{};
     std::array<bool, static_cast<std::size_t>(station_output::count)> acting_{};
+    std::array<bool, static_cast<std::size_t>(station_output::count)> slow_{};
     station_desk desk_;
     std::int64_t pending_ns_ = 0;
     station::incident_log incidents_;

@@ -83,6 +83,9 @@ TEST_F(Zk4sim, RefusesFaultsThatCannotBeAndTitlesOfSeveralLines) {
                    {"--fault", "MT=stuck0"},
                    {"--fault", "nothing=stuck0"},
                    {"--fault", "te=broken"},
+                   {"--fault", "te=slow"},
+                   {"--fault", "MT=late"},
+                   {"--fault", "ASPI=slow"},
                    {"--fault", "te\n=stuck0"},
                    {"--fault", "te=stuck0", "--fault", "te=broken"},
                    {"--title", "two\nlines"},
@@ -109,10 +112,13 @@ TEST_F(Zk4sim, NamesTheWordThatItDoesNotUnderstand) {
 
 TEST_F(Zk4sim, ShowsItsHelpAndVersionWhereverTheyStand) {
     const std::string help = run_zk4sim({"--help"}).out;
-    for (const char* const option :
-         {"--panel", "--no-panel", "--commander-timeout", "--headless", "--speed", "--duration",
-          "--fault", "--seed", "--bases", "--parts", "--paused", "--exec", "--title", "--help",
-          "-h", "--version", "stuck0", "dead"})
+    for (const char* const option : {"--panel",    "--no-panel", "--commander-timeout",
+                                     "--headless", "--speed",    "--duration",
+                                     "--fault",    "--seed",     "--bases",
+                                     "--parts",    "--paused",   "--exec",
+                                     "--title",    "--help",     "-h",
+                                     "--version",  "stuck0",     "late",
+                                     "flicker",    "dead",       "slow"})
         EXPECT_NE(help.find(option), std::string::npos) << option;
     const std::string version = "zk4sim 0.1.0\n";
     const struct {

@@ -65,7 +65,7 @@ constexpr struct {
     {"desk ATU=1", 1}, {"desk init=1", 1}, {"desk =1", 1}, {"desk dc=1 x=1", 1},
     {"desk dc=1 ac", 2}, {"desk dc=1 ac=7", 1}, {"fault", 2}, {"fault s1", 2},
     {"fault s1=dead", 1}, {"fault C1=stuck0", 1}, {"fault s1=broken", 1},
-    {"fault none=stuck0", 1}, {"fault none=", 1}, {"fault =", 1}, {"fault =stuck0", 1},
+    {"fault C1=slow", 1}, {"fault s1=slow", 1}, {"fault C1=late", 1}, {"fault none=stuck0", 1}, {"fault none=", 1}, {"fault =", 1}, {"fault =stuck0", 1},
     {"fault s1=stuck0 s2=stuck0", 2}, {"fault S1=stuck0", 1}, {"diagnose", 2},
     {"diagnose s1=stuck0", 1}, {"diagnose s1", 2}, {"diagnose s1=stuck0 s2", 2},
     {"pause now", 2}, {"resume now", 2}, {"end now", 2}, {"speed", 2}, {"speed fast", 2},

@@ -35,27 +35,37 @@ public:
     station_counts counts() const override { return {2, 3}; }
     std::span<const station_incident> incidents() const override { return {&sad, 1}; }
     std::vector<station_fact> facts() const override { return {{"graine", "29"}}; }
+    // The motor alone can be slow.
+    bool can_be_slow(int output) const override { return output == 0; }
+    void set_slow(int output, bool slow) override {
+        ASSERT_EQ(output, 0);
+        motor_is_slow = slow;
+    }
+    bool motor_is_slow = false;
 };
 
 std::optional<station_fault> parsed(const std::string& text, std::string& reason) {
-    return parse_fault(text, input_names, output_names, reason);
+    return parse_fault(text, toy_station(), reason);
 }
 
 TEST(FaultText, IsANameOfTheStationAndAKindThatFits) {
     const station_fault faults[] = {{"door", stuck0}, {"door", stuck1}, {"lamp", inverted},
-                                    {"both", stuck0}, {"motor", dead},  {"valve", dead}};
+                                    {"both", stuck0}, {"door", late},   {"lamp", flicker},
+                                    {"motor", dead},  {"motor", slow},  {"valve", dead}};
     for (const station_fault& each : faults) {
         std::string reason = "untouched";
         EXPECT_EQ(parsed(each.name + '=' + std::string(fault_kind_word(each.kind)), reason), each);
         EXPECT_EQ(reason, "untouched");
-        EXPECT_TRUE(fault_fits(each.name, each.kind, input_names, output_names));
+        EXPECT_TRUE(fault_fits(each.name, each.kind, toy_station()));
     }
 }
 
 TEST(FaultText, AnythingElseIsRefusedWithItsReason) {
-    const std::string door = "door est un capteur : ses pannes sont stuck0, stuck1, inverted";
-    const std::string both = "both est un capteur : ses pannes sont stuck0, stuck1, inverted";
-    const std::string motor = "motor est un actionneur : sa seule panne est dead";
+    const std::string kinds = "stuck0, stuck1, inverted, late, flicker";
+    const std::string door = "door est un capteur : ses pannes sont " + kinds;
+    const std::string both = "both est un capteur : ses pannes sont " + kinds;
+    const std::string motor = "motor est un actionneur : ses pannes sont dead, slow";
+    const std::string valve = "valve est un actionneur : sa seule panne est dead";
     const std::string none = "la station n'a ni capteur ni actionneur nommé ";
     const struct {
         std::string text, why;
@@ -66,8 +76,14 @@ TEST(FaultText, AnythingElseIsRefusedWithItsReason) {
         {"door=", door},
         {"door=stuck2", door},
         {"door=stuck0 ", door},
-        {"door=stuck0=stuck1", door},
+        {"door=stuck0=stuck1", none + "\"door=stuck0\""},
         {"both=dead", both},
+        {"both=slow", both},
+        {"door=slow", door},
+        {"motor=late", motor},
+        {"valve=flicker", valve},
+        {"valve=slow", "valve ne peut pas être lent : sa seule panne est dead"},
+        {"valve=Slow", valve},
         {"motor=stuck0", motor},
         {"motor=inverted", motor},
         {"motor=DEAD", motor},
@@ -83,17 +99,31 @@ TEST(FaultText, AnythingElseIsRefusedWithItsReason) {
 }
 
 TEST(FaultKinds, AreListedByWhatTheyBefall) {
-    EXPECT_EQ(fault_kind_words(fault_place::sensor), "stuck0, stuck1, inverted");
-    EXPECT_EQ(fault_kind_words(fault_place::actuator), "dead");
+    EXPECT_EQ(fault_kind_words(fault_place::sensor), "stuck0, stuck1, inverted, late, flicker");
+    EXPECT_EQ(fault_kind_words(fault_place::actuator), "dead, slow");
+}
+
+TEST(FaultText, ANameMayHoldAnEqualsSign) {
+    static constexpr std::string_view odd_names[] = {"a=b", "=", "a="};
+    struct : toy_station {
+        name_span inputs() const override { return odd_names; }
+    } odd;
+    for (const std::string_view name : odd_names) {
+        std::string reason;
+        EXPECT_EQ(parse_fault(std::string(name) + "=stuck1", odd, reason),
+                  (station_fault{std::string(name), stuck1}))
+            << reason;
+    }
 }
 
 TEST(Fault, IsRefusedWhereItDoesNotFit) {
     toy_station toy;
     faulty_station faulty(toy);
-    const station_fault misfits[] = {
-        {"door", dead}, {"motor", stuck0}, {"both", dead}, {"nothing", stuck0}, {"", dead}};
+    const station_fault misfits[] = {{"door", dead},      {"motor", stuck0}, {"both", dead},
+                                     {"nothing", stuck0}, {"", dead},        {"motor", flicker},
+                                     {"valve", slow},     {"both", slow},    {"door", slow}};
     for (const station_fault& each : misfits) {
-        EXPECT_FALSE(fault_fits(each.name, each.kind, input_names, output_names)) << each.name;
+        EXPECT_FALSE(fault_fits(each.name, each.kind, toy)) << each.name;
         EXPECT_FALSE(faulty.set_fault(each.name, each.kind)) << each.name;
         EXPECT_FALSE(faulty.end_fault(each.name)) << each.name;
     }
@@ -158,6 +188,33 @@ TEST(DeadActuator, IsGivenZeroFromTheNextStepOnThenTheLastCommandAgain) {
     const std::vector<std::array<std::int32_t, 3>> expected = {
         {1, 3, 0}, {0, 3, 0}, {0, 3, 0}, {2, 3, 0}};
     EXPECT_EQ(toy.stepped_with, expected);
+}
+
+TEST(SlowActuator, IsWhatTheModelIsToldAndStillGetsItsCommand) {
+    toy_station toy;
+    faulty_station faulty(toy);
+    EXPECT_TRUE(faulty.set_fault("motor", slow));
+    EXPECT_TRUE(toy.motor_is_slow);
+    faulty.set_command(0, 7);
+    EXPECT_EQ(toy.commands[0], 7);
+    EXPECT_TRUE(faulty.set_fault("motor", dead));
+    EXPECT_FALSE(toy.motor_is_slow);
+    EXPECT_EQ(toy.commands[0], 0);
+    EXPECT_TRUE(faulty.set_fault("motor", slow));
+    EXPECT_TRUE(faulty.end_fault("motor"));
+    EXPECT_FALSE(toy.motor_is_slow);
+    EXPECT_EQ(toy.commands[0], 7);
+}
+
+TEST(SlowActuator, OfAStationAroundAnotherIsTheOneInside) {
+    toy_station toy;
+    faulty_station inner(toy), outer(inner);
+    EXPECT_TRUE(inner.set_fault("motor", slow));
+    outer.set_command(0, 1);
+    EXPECT_TRUE(outer.set_fault("valve", dead));
+    EXPECT_TRUE(toy.motor_is_slow);
+    EXPECT_TRUE(outer.can_be_slow(0));
+    EXPECT_FALSE(outer.can_be_slow(1));
 }
 
 TEST(FaultyStation, IsOtherwiseTheOneInside) {

@@ -36,7 +36,7 @@ void change_a_fault(station_run& run, std::uint32_t choice) {
     else if (*name == 'C')
         EXPECT_TRUE(run.set_fault({name, fault_kind::dead}));
     else
-        EXPECT_TRUE(run.set_fault({name, static_cast<fault_kind>(choice / 15 % 3)}));
+        EXPECT_TRUE(run.set_fault({name, static_cast<fault_kind>(choice / 15 % 5)}));
 }
 
 /// Changes some of what the next step takes, sometimes several times over.
