@@ -5,6 +5,7 @@
 // time that the last call gave is over: a loop around poll, or a toolkit's own loop.
 #pragma once
 #include <chrono>
+#include <functional>
 #include <memory>
 
 #include "ioshare/io_server.h"
@@ -39,6 +40,16 @@ public:
 
     /// Sets a fault, as `station_run::set_fault` does. Before `begin`: from the start.
     [[nodiscard]] bool set_fault(const station_fault& fault) { return run_.set_fault(fault); }
+
+    /// Its station and its time, for whoever shows them and works the desk. What is changed counts
+    /// from the next `service` on.
+    station_run& run() { return run_; }
+    step_clock& time() { return time_; }
+    int ident() const { return server_.ident; }
+    /// Whether the commands count: false while a commander is missing (`--commander-timeout`).
+    bool commanded() const { return commander_.present(); }
+    /// Asks for the end; `words` tell why, in French and one line. The next `service` brings it about.
+    void end(const std::string& words) { end_.ask(words); }
 
     /// Publishes the first state, prints "ident_mem=" and the identifier on the standard output,
     /// and starts the panel or the command. Throws `refusal`; the session is over then.
@@ -88,5 +99,8 @@ private:
     int events_ = -1;
 };
 
-/// Runs a session to its end, waiting by poll. The program's status.
+/// Runs a session from `begin` to its end. The program's status.
+using session_runner = std::function<int(live_session&)>;
+
+/// The runner that waits by poll.
 [[nodiscard]] int run_headless(live_session& session);

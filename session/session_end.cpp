@@ -21,7 +21,13 @@ bool session_end::duration_over(std::int64_t ms) const {
     return duration_s_ && static_cast<double>(ms) / 1000 >= *duration_s_ - step_s / 2;
 }
 
-bool session_end::due(std::int64_t ms) const { return end_signals::due() || duration_over(ms); }
+void session_end::ask(const std::string& words) {
+    if (asked_words_.empty()) asked_words_ = words;
+}
+
+bool session_end::due(std::int64_t ms) const {
+    return !asked_words_.empty() || end_signals::due() || duration_over(ms);
+}
 
 bool session_end::look(std::int64_t ms) {
     if (!over()) words_ = cause(ms);
@@ -33,6 +39,7 @@ std::string session_end::cause(std::int64_t ms) {
     if (end_signals::asked())
         return "fin demand\xC3\xA9"
                "e";
+    if (!asked_words_.empty()) return asked_words_;
     if (duration_over(ms))
         return "dur\xC3\xA9"
                "e \xC3\xA9"

@@ -18,6 +18,9 @@ public:
     /// It also ends with this child, which must live as long; `what` begins the words: "panneau".
     void depend_on(child_process& child, const std::string& what, const std::string& well_ended);
 
+    /// It is to end, for a reason of these words. The first one that asks is heard.
+    void ask(const std::string& words);
+
     /// Whether no more step is to be made: over, or so many simulated milliseconds are enough.
     bool due(std::int64_t ms) const;
     /// Looks whether the session is over. The first cause that is found stays.
@@ -37,6 +40,6 @@ private:
     supervisor& guard_;
     const io_segment& segment_;
     child_process* child_ = nullptr;
-    std::string what_, well_ended_, words_;
+    std::string what_, well_ended_, asked_words_, words_;
     bool child_gone_ = false;
 };

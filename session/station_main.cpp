@@ -6,7 +6,6 @@
 #include "ioshare/link_capacity.h"
 #include "session/end_signals.h"
 #include "session/failure.h"
-#include "session/live_session.h"
 #include "session/messages.h"
 
 namespace {
@@ -31,14 +30,16 @@ std::vector<station_fault> understood_faults(const station_model& model,
     return faults;
 }
 
-int serve(station_model& model, const session_options& options, message_stream& messages) {
+int serve(station_model& model, const session_options& options, message_stream& messages,
+          const runner_choice& choose_runner) {
     check_names(model);
     const std::vector<station_fault> faults = understood_faults(model, options.faults);
+    const session_runner runner = choose_runner ? choose_runner(model, options) : run_headless;
     end_signals::watch();
     live_session session(model, options, messages);
     for (const station_fault& each : faults)
         if (!session.set_fault(each)) throw misuse("--fault " + each.name);
-    return run_headless(session);
+    return runner(session);
 }
 
 void tell(const std::string& program, const failure& why) {
@@ -75,7 +76,8 @@ int program_main(const std::string& program, closed_stream closed,
 }
 
 int station_main(int argc, char** argv, command_line line,
-                 const std::function<std::unique_ptr<station_model>()>& make_model) {
+                 const std::function<std::unique_ptr<station_model>()>& make_model,
+                 const runner_choice& choose_runner) {
     return program_main(line.program, closed_stream::swallows, [&] {
         session_options options;
         add_session_options(line, options);
@@ -86,6 +88,6 @@ int station_main(int argc, char** argv, command_line line,
         }
         check_together(options);
         message_stream messages(line.program);
-        return serve(*make_model(), options, messages);
+        return serve(*make_model(), options, messages, choose_runner);
     });
 }

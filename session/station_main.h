@@ -6,6 +6,8 @@
 
 #include "ioshare/io_streams.h"
 #include "session/command_line.h"
+#include "session/live_session.h"
+#include "session/session_options.h"
 #include "session/station_model.h"
 
 /// The main of a program: opens closed standard streams, outlives SIGXFSZ, does its work, and turns
@@ -14,9 +16,15 @@
 [[nodiscard]] int program_main(const std::string& program, closed_stream closed,
                                const std::function<int()>& work);
 
+/// Chooses how a session is run, once the model is there and before any segment is. May throw
+/// `failure`.
+using runner_choice = std::function<session_runner(station_model&, const session_options&)>;
+
 /// The main of a station's program, whose session has everything that sessions have: the panel's
 /// process or a command, faults, speed, duration, pause, control by scripts. `line` has the
 /// station's own options, those of every session are added to it. `make_model` is called once the
-/// options have been read. The program's status; docs/sessions.md lists them.
+/// options have been read. Without a `choose_runner` the session runs without a window. The
+/// program's status; docs/sessions.md lists them.
 [[nodiscard]] int station_main(int argc, char** argv, command_line line,
-                               const std::function<std::unique_ptr<station_model>()>& make_model);
+                               const std::function<std::unique_ptr<station_model>()>& make_model,
+                               const runner_choice& choose_runner = {});

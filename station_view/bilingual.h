@@ -1,0 +1,13 @@
+// A text of the window in both of its languages.
+#pragma once
+
+enum class language { french, english };
+
+/// UTF-8; both outlive whoever shows them.
+struct bilingual {
+    const char* french;
+    const char* english;
+    constexpr const char* in(language wanted) const {
+        return wanted == language::english ? english : french;
+    }
+};

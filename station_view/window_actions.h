@@ -1,0 +1,36 @@
+// What can be pressed in the window, by the mouse or by a key of its own.
+#pragma once
+#include <optional>
+#include <string>
+
+#include "station_view/bilingual.h"
+
+enum class window_action {
+    start_cycle,
+    stop_cycle,
+    emergency,
+    unlock,
+    pause,
+    step,
+    next_change,
+    slower,
+    faster,
+    faults,
+    journal,
+    count
+};
+
+/// How an action looks and which key does it.
+struct action_row {
+    window_action key;
+    /// The toolkit's number of the key: a character or a function key; and another one for the same.
+    int symbol, other_symbol;
+    bool shift;
+    bilingual key_name, label, meaning;
+};
+
+[[nodiscard]] const action_row& row_of_action(window_action action);
+/// What it does and its key: "Pause ou reprise (touche P)".
+[[nodiscard]] std::string tooltip_of(window_action action, language in);
+/// The action of a key that goes down, if it has one.
+[[nodiscard]] std::optional<window_action> action_of_key(int symbol, bool shift);

@@ -1,0 +1,35 @@
+// What the window says, in both languages. The labels and tooltips of what can be pressed are in
+// window_actions.h, the advice on incidents in incident_advice.h, faults in fault_labels.h.
+#pragma once
+#include "station_view/bilingual.h"
+
+enum class window_word {
+    desk,
+    time,
+    production,
+    faults,
+    sensors,
+    actuators,
+    good,
+    bad,
+    incidents,
+    no_incident,
+    nothing_changed,
+    running,
+    paused,
+    emergency,
+    dead_link,
+    by_hand,
+    inputs_outputs,
+    speed_tip,
+    journal_title,
+    journal_time,
+    journal_kind,
+    journal_name,
+    journal_value,
+    journal_limit,
+    station,
+    count
+};
+
+[[nodiscard]] const char* text_of(window_word word, language in);
