@@ -7,12 +7,12 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <initializer_list>
 
 #include "ioshare/io_printable.h"
 #include "session/failure.h"
+#include "session/system_errors.h"
 
 namespace {
 
@@ -74,7 +74,7 @@ child_process::child_process(const std::string& what, const child_command& comma
     const std::string start_of_line = what + " " + io_printable(command.words[0]) + ": ";
     int report[2];  // Closed by a start that succeeds; else it brings errno.
     if (pipe2(report, O_CLOEXEC) != 0 || (pid_ = fork()) < 0)
-        throw refusal(start_of_line + std::strerror(errno));
+        throw refusal(start_of_line + system_error_words(errno));
     if (pid_ == 0) {
         become(command, words);
         const int why = errno;
@@ -86,7 +86,7 @@ child_process::child_process(const std::string& what, const child_command& comma
     close(report[0]);
     if (why == 0) return;
     waitpid(pid_, nullptr, 0);
-    throw refusal(start_of_line + std::strerror(why));
+    throw refusal(start_of_line + system_error_words(why));
 }
 
 bool child_process::ended() {

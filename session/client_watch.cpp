@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "ioshare/io_announcement.h"
+#include "session/trusted_user.h"
 
 namespace {
 
@@ -127,7 +128,7 @@ std::optional<bool> client_watch::take_announcement() {
     const ssize_t length = recvmsg(line_, &message, MSG_DONTWAIT | MSG_CMSG_CLOEXEC);
     if (length < 0) return std::nullopt;
     const ucred who = sender(message);
-    if (length != 1 || who.pid <= 0 || (who.uid != 0 && who.uid != geteuid())) return false;
+    if (length != 1 || who.pid <= 0 || !is_trusted_user(who.uid)) return false;
     const bool observer = got.word[0] == static_cast<char>(io_access::read);
     const bool commander = got.word[0] == static_cast<char>(io_access::write);
     if (observer) observers_[who.pid] = {clock::now(), clock::now()};

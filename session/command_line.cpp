@@ -68,8 +68,6 @@ std::string help(const command_line& line) {
     return text + line.notes;
 }
 
-constexpr char misunderstood[] = "ligne de commande incomprise: ";
-
 /// `--option=` with nothing behind it, for which CLI11 would take the next word, and a flag that is
 /// given a value.
 void refuse_odd_values(const command_line& line, const std::vector<std::string>& words) {
@@ -77,17 +75,17 @@ void refuse_odd_values(const command_line& line, const std::vector<std::string>&
         const std::string name = word.substr(0, word.find('='));
         const auto option = std::ranges::find(line.options, name, &command_option::name);
         if (option == line.options.end() || name == word) continue;
-        if (option->value_name.empty()) throw misuse(misunderstood + io_printable(word));
+        if (option->value_name.empty()) throw not_understood(io_printable(word));
         if (word.size() == name.size() + 1) throw misuse(name + ": une valeur est attendue");
     }
 }
 
 /// What is wrong, in one French line: CLI11's own words are English.
-std::string misunderstanding(const CLI::App& app, const CLI::ParseError& error) {
+failure misunderstanding(const CLI::App& app, const CLI::ParseError& error) {
     const std::vector<std::string> unexpected = app.remaining(true);
-    if (!unexpected.empty()) return misunderstood + io_printable(unguarded(unexpected.front()));
+    if (!unexpected.empty()) return not_understood(io_printable(unguarded(unexpected.front())));
     const std::string words = error.what();  // They begin with the option and a colon.
-    return misunderstood + words.substr(0, words.find(':'));
+    return not_understood(words.substr(0, words.find(':')));
 }
 
 void hand_over(const given_values& given) {
@@ -111,7 +109,7 @@ void parse(CLI::App& app, const std::vector<std::string>& words) {
     try {
         app.parse(backwards);
     } catch (const CLI::ParseError& error) {
-        throw misuse(misunderstanding(app, error));
+        throw misunderstanding(app, error);
     }
 }
 
@@ -131,7 +129,7 @@ command_words read_command_line(const command_line& line, const std::vector<std:
     for (std::string& each : read.operands) each = unguarded(each);
     if (dashes != words.end()) read.operands.insert(read.operands.end(), dashes + 1, words.end());
     if (line.operands.empty() && !read.operands.empty())
-        throw misuse(misunderstood + io_printable(read.operands.front()));
+        throw not_understood(io_printable(read.operands.front()));
     for (const given_values& each : given) hand_over(each);
     return read;
 }

@@ -1,6 +1,9 @@
 // Where a session's control socket is: a Unix domain socket in a folder of its user's own.
 #pragma once
+#include <sys/un.h>
+
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,6 +21,9 @@
 ///
 ///     control_path("/run/user/1000/quorin", 32769)  // "/run/user/1000/quorin/32769"
 [[nodiscard]] std::string control_path(const std::string& folder, int ident);
+
+/// The address of a Unix domain socket at `path`; nothing when the path is too long for one.
+[[nodiscard]] std::optional<sockaddr_un> socket_address(const std::string& path);
 
 /// The longest request, its newline included.
 inline constexpr std::size_t control_request_limit = 4096;

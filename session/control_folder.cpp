@@ -3,15 +3,14 @@
 #include <signal.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 
 #include "ioshare/io_printable.h"
 #include "session/failure.h"
+#include "session/system_errors.h"
 #include "session/whole_number.h"
 
 namespace {
@@ -25,15 +24,6 @@ failure refused(const std::string& where, const std::string& why) {
     return refusal("prise de contrôle " + io_printable(where) + ": " + why);
 }
 
-/// Nothing when the path is too long for a socket.
-bool address_of(const std::string& path, sockaddr_un& address) {
-    address = {};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) return false;
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    return true;
-}
-
 bool is_socket(const std::string& path) {
     struct stat status;
     return lstat(path.c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
@@ -41,11 +31,12 @@ bool is_socket(const std::string& path) {
 
 /// Whether nobody would take a connection at `path`.
 bool nobody_listens(const std::string& path) {
-    sockaddr_un address;
-    if (!address_of(path, address)) return false;
+    const std::optional<sockaddr_un> address = socket_address(path);
+    if (!address) return false;
     const int probe = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     if (probe < 0) return false;
-    const int status = connect(probe, reinterpret_cast<sockaddr*>(&address), sizeof address);
+    const int status =
+        connect(probe, reinterpret_cast<const sockaddr*>(&*address), sizeof *address);
     const bool dead = status != 0 && errno == ECONNREFUSED;
     close(probe);
     return dead;
@@ -75,7 +66,7 @@ void remove_dead_socket(const std::string& path) {
 void prepare_control_folder() {
     const std::string folder = control_folder();
     if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)
-        throw refused(folder, std::strerror(errno));
+        throw refused(folder, system_error_words(errno));
     struct stat status;
     if (lstat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))
         throw refused(folder, "ce n'est pas un dossier");
@@ -89,19 +80,18 @@ int listen_at(const std::string& path) {
     const files::path final_path(path);
     const std::string first_path =
         final_path.parent_path() / (unfinished + std::to_string(getpid()));
-    sockaddr_un address;
-    if (!address_of(first_path, address) || path.size() >= sizeof address.sun_path)
-        throw refused(path, "le nom est trop long");
+    const std::optional<sockaddr_un> address = socket_address(first_path);
+    if (!address || !socket_address(path)) throw refused(path, "le nom est trop long");
     unlink(first_path.c_str());
     const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     if (listener < 0 ||
-        bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0 ||
+        bind(listener, reinterpret_cast<const sockaddr*>(&*address), sizeof *address) != 0 ||
         chmod(first_path.c_str(), 0600) != 0 || listen(listener, SOMAXCONN) != 0 ||
         rename(first_path.c_str(), path.c_str()) != 0) {
         const int error = errno;
         if (listener >= 0) close(listener);
         unlink(first_path.c_str());
-        throw refused(path, std::strerror(error));
+        throw refused(path, system_error_words(error));
     }
     return listener;
 }

@@ -131,8 +131,7 @@ control_requests::answer control_requests::fault(const words& operands) {
         return refused("la station n'a ni capteur ni actionneur nommé \"" + name + '"');
     }
     std::string reason;
-    const std::optional<station_fault> wanted =
-        parse_fault(text, run_.model(), reason);
+    const std::optional<station_fault> wanted = parse_fault(text, run_.model(), reason);
     if (!wanted || !run_.set_fault(*wanted)) return refused(reason);
     return done;
 }

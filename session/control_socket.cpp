@@ -9,6 +9,8 @@
 
 #include "ioshare/io_printable.h"
 #include "session/control_folder.h"
+#include "session/system_errors.h"
+#include "session/trusted_user.h"
 
 namespace {
 
@@ -27,18 +29,11 @@ bool is_request(const std::string& line) {
     return std::ranges::none_of(line, io_is_control);
 }
 
-/// Whether the process at the other end is this user's, or root's.
-bool allowed(int client) {
-    ucred peer{};
-    socklen_t size = sizeof peer;
-    return getsockopt(client, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
-           (peer.uid == geteuid() || peer.uid == 0);
-}
-
 }  // namespace
 
 control_socket::control_socket(int ident)
-    : path_(control_path(control_folder(), ident)), events_(epoll_create1(EPOLL_CLOEXEC)) {
+    : path_(control_path(control_folder(), ident)),
+      events_(or_refuse(epoll_create1(EPOLL_CLOEXEC), "prise de contrôle")) {
     try {
         prepare_control_folder();
         listener_ = listen_at(path_);
@@ -95,7 +90,7 @@ void control_socket::accept_clients(moment now) {
             if (errno == EMFILE || errno == ENFILE) make_room();
             return;
         }
-        if (!allowed(client)) {
+        if (!peer_is_trusted(client)) {
             close(client);
             continue;
         }

@@ -9,10 +9,9 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 
 #include "ioshare/io_clocks.h"
-#include "session/failure.h"
+#include "session/system_errors.h"
 
 namespace {
 
@@ -53,7 +52,7 @@ void note(int number) {
 }  // namespace
 
 void end_signals::watch() {
-    if (pipe2(wake_up, O_CLOEXEC | O_NONBLOCK) != 0) throw refusal(std::strerror(errno));
+    or_refuse(pipe2(wake_up, O_CLOEXEC | O_NONBLOCK), "session");
     struct sigaction action {};
     action.sa_handler = note;
     action.sa_flags = SA_NOCLDSTOP;

@@ -24,5 +24,11 @@ struct failure {
 
 /// The failure of a command line that is not understood.
 inline failure misuse(const std::string& why) { return {exit_status::misuse, why}; }
+/// The same, for a word that the command line does not have, fit to be shown.
+inline failure not_understood(const std::string& word) {
+    return misuse("ligne de commande incomprise: " + word);
+}
 /// The failure of what could not be done.
 inline failure refusal(const std::string& why) { return {exit_status::refused, why}; }
+/// The same, where the standard output takes nothing.
+inline failure output_refusal() { return refusal("la sortie standard ne prend rien"); }

@@ -9,6 +9,7 @@
 #include <ctime>
 
 #include "session/end_signals.h"
+#include "session/system_errors.h"
 
 namespace {
 
@@ -46,7 +47,7 @@ live_session::live_session(station_model& model, const session_options& options,
       time_(options.speed, options.paused, steady::now()),
       end_(options.duration_s, supervisor_, *server_.segment),
       requests_(run_, time_, options),
-      events_(epoll_create1(EPOLL_CLOEXEC)) {
+      events_(or_refuse(epoll_create1(EPOLL_CLOEXEC), "session")) {
     run_.add_reader(publisher_);
     run_.add_reader(report_);
 }

@@ -35,5 +35,5 @@ void message_stream::line(const std::string& text) {
 void print_at_once(const std::string& text) {
     constexpr int limit_ms = 1000;
     if (!write_when_ready(STDOUT_FILENO, text, limit_ms))
-        throw refusal("la sortie standard ne prend rien");
+        throw output_refusal();
 }

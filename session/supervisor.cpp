@@ -11,7 +11,6 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <ctime>
 #include <initializer_list>
 
@@ -19,6 +18,7 @@
 #include "session/control_folder.h"
 #include "session/dead_lock_watch.h"
 #include "session/failure.h"
+#include "session/system_errors.h"
 
 namespace {
 
@@ -107,7 +107,7 @@ supervisor::supervisor(const std::string& program) {
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0 || (pid_ = fork()) < 0) {
         const int error = errno;
         sigprocmask(SIG_SETMASK, &before, nullptr);
-        throw refusal(std::string("fork: ") + std::strerror(error));
+        throw refusal("processus de garde: " + system_error_words(error));
     }
     if (pid_ == 0) {
         setpgid(0, 0);

@@ -1,10 +1,8 @@
 #include "programs/quorin_io/control_client.h"
 
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <optional>
 
 #include "ioshare/io_observer.h"
@@ -14,6 +12,7 @@
 #include "programs/quorin_io/waiting.h"
 #include "session/control_address.h"
 #include "session/failure.h"
+#include "session/trusted_user.h"
 #include "session/whole_number.h"
 
 namespace {
@@ -34,29 +33,19 @@ public:
     std::string receive_all() const;
 
 private:
-    bool from_this_user() const;
     int line_ = -1;
 };
 
 connection::connection(const std::string& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) return;
-    std::memcpy(address.sun_path, path.data(), path.size());
+    const std::optional<sockaddr_un> address = socket_address(path);
+    if (!address) return;
     line_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (connect(line_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-        from_this_user())
+    // Another user may have been there first with a folder of that name.
+    if (connect(line_, reinterpret_cast<const sockaddr*>(&*address), sizeof *address) == 0 &&
+        peer_is_trusted(line_))
         return;
     close(line_);
     line_ = -1;
-}
-
-/// Another user may have been there first with a folder of that name.
-bool connection::from_this_user() const {
-    ucred server{};
-    socklen_t size = sizeof server;
-    return getsockopt(line_, SOL_SOCKET, SO_PEERCRED, &server, &size) == 0 &&
-           (server.uid == geteuid() || server.uid == 0);
 }
 
 void connection::send_all(const std::string& text) const {

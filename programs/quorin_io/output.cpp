@@ -12,13 +12,11 @@ namespace {
 
 constexpr int look_pause_ms = 2;
 
-[[noreturn]] void refuse() { throw refusal("la sortie standard ne prend rien"); }
-
 }  // namespace
 
 void print(const std::string& text) {
     std::signal(SIGPIPE, SIG_IGN);
-    if (!(std::cout << text).flush()) refuse();
+    if (!(std::cout << text).flush()) throw output_refusal();
 }
 
 void pause_between_looks() { usleep(look_pause_ms * 1000); }
@@ -26,5 +24,5 @@ void pause_between_looks() { usleep(look_pause_ms * 1000); }
 void pause_between_printed_looks() {
     // Asked for nothing, it still tells that its reader has gone.
     pollfd output{STDOUT_FILENO, 0, 0};
-    if (poll(&output, 1, look_pause_ms) > 0) refuse();
+    if (poll(&output, 1, look_pause_ms) > 0) throw output_refusal();
 }

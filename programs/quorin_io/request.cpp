@@ -11,7 +11,6 @@
 namespace {
 
 constexpr char incomplete[] = "ligne de commande incomplète (voir --help)";
-constexpr char misunderstood[] = "ligne de commande incomprise: ";
 
 /// The words before the operands, each where it was given.
 struct front {
@@ -106,7 +105,7 @@ void check_operands(const io_request& asked) {
     const command_row& command = *asked.command;
     if (asked.operands.size() < command.least) throw misuse(incomplete);
     if (asked.operands.size() > command.most)
-        throw misuse(misunderstood + io_printable(asked.operands[command.most]));
+        throw not_understood(io_printable(asked.operands[command.most]));
     for (const std::string& each : asked.operands) {
         const std::string why = objection(command.form, each);
         if (!why.empty()) throw misuse(io_printable(each) + ": " + why);
@@ -135,8 +134,8 @@ io_request read_request(const std::vector<std::string>& words, const std::string
         check_operands(asked);
         return asked;
     }
-    if (!taken.rest.empty()) throw misuse(misunderstood + io_printable(taken.rest.front()));
+    if (!taken.rest.empty()) throw not_understood(io_printable(taken.rest.front()));
     if (taken.ident && !whole_number<int>(*taken.ident) && !is_last(*taken.ident))
-        throw misuse(misunderstood + io_printable(*taken.ident));
+        throw not_understood(io_printable(*taken.ident));
     throw misuse(incomplete);
 }

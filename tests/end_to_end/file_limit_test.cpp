@@ -1,4 +1,5 @@
 // Files that may not grow, as `ulimit -f` makes them: an error of the file, not the program's end.
+// And a process that may open only so many.
 #include "tests/end_to_end/zk4sim_session.h"
 
 namespace {
@@ -41,6 +42,29 @@ TEST_F(FileLimit, QuorinIoSaysThatItsOutputTakesNothing) {
         EXPECT_EQ(end.out, "status=1\n") << words;
         EXPECT_EQ(end.err, "quorin-io: la sortie standard ne prend rien\n") << words;
     }
+}
+
+TEST_F(FileLimit, WithFewDescriptorsASessionIsServedOrRefusedInOneLine) {
+    int refused = 0, without_control = 0, whole = 0;
+    for (int most = 5; most <= 14; ++most) {
+        const outcome end = run_program({"sh", "-c",
+                                         "ulimit -n " + std::to_string(most) + "; exec " +
+                                             built("zk4sim") + " --no-panel --duration 0"});
+        const std::string served = "zk4sim: durée écoulée\n" + nothing_made;
+        if (end.status == 1) {
+            EXPECT_EQ(lines_in(end.err), 1) << end.err;
+            EXPECT_TRUE(end.err.ends_with(": trop de fichiers ouverts\n")) << end.err;
+        } else {
+            EXPECT_EQ(end.status, 0) << most;
+            EXPECT_TRUE(end.err.ends_with(served)) << end.err;
+        }
+        refused += end.status == 1;
+        without_control += end.err.ends_with(": trop de fichiers ouverts\n" + served);
+        whole += end.err == served;
+    }
+    EXPECT_GT(refused, 0);
+    EXPECT_GT(without_control, 0);
+    EXPECT_GT(whole, 0);
 }
 
 }  // namespace

@@ -78,7 +78,7 @@ TEST_F(Zk4sim, TheEndOfAChildThatIsNotItsOwnChangesNothing) {
 TEST_F(Zk4sim, APanelThatCannotBeStartedIsStatusOneInOneLine) {
     const outcome end = run_zk4sim({"--panel", "/nowhere/panel"});
     EXPECT_EQ(end.status, 1);
-    EXPECT_EQ(end.err, "zk4sim: panneau /nowhere/panel: No such file or directory\n");
+    EXPECT_EQ(end.err, "zk4sim: panneau /nowhere/panel: fichier ou dossier introuvable\n");
 }
 
 TEST_F(Zk4sim, EndsWithItsPanelAndFailsWhenThatDidNotEndWell) {

@@ -1,6 +1,7 @@
 // Where the control socket of a session is looked for.
 #include "session/control_address.h"
 
+#include <sys/socket.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -27,6 +28,14 @@ TEST(ControlAddress, OfThisProcessFollowsItsEnvironmentAndUser) {
     EXPECT_EQ(control_folder(), "/some/where/quorin");
     unsetenv("XDG_RUNTIME_DIR");
     EXPECT_EQ(control_folder(), "/tmp/quorin-" + std::to_string(geteuid()));
+}
+
+TEST(ControlAddress, OfASocketHoldsAPathOf107BytesAtMost) {
+    const std::string longest(107, 'x');
+    ASSERT_TRUE(socket_address(longest));
+    EXPECT_EQ(socket_address(longest)->sun_family, AF_UNIX);
+    EXPECT_EQ(socket_address(longest)->sun_path, longest);
+    EXPECT_FALSE(socket_address(longest + 'x'));
 }
 
 }  // namespace
