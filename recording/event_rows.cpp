@@ -1,12 +1,15 @@
 #include "recording/event_rows.h"
 
+#include <algorithm>
+
+#include "recording/recorded_text.h"
 #include "session/keyed_rows.h"
 
 namespace {
 
 struct kind_row {
     event_kind key;
-    const char* word;
+    std::string_view word;
     bool text_is_value;  ///< Always; otherwise where there is a text.
 };
 
@@ -24,7 +27,7 @@ constexpr kind_row kinds[] = {
 static_assert(one_row_each(kinds));
 
 std::string csv_field(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+    if (!needs_quotes(text)) return text;
     std::string quoted = "\"";
     for (const char each : text) quoted += each == '"' ? std::string("\"\"") : std::string(1, each);
     return quoted + '"';
@@ -36,8 +39,21 @@ event_row row_of_event(const station_event& event) {
     const kind_row& kind = row_of(kinds, event.kind);
     const std::string number = std::to_string(event.value);
     const bool incident = event.kind == event_kind::incident;
-    return {std::to_string(event.ms), kind.word, incident ? number : std::string(event.name),
-            kind.text_is_value || !event.text.empty() ? std::string(event.text) : number};
+    return {std::to_string(event.ms), std::string(kind.word),
+            incident ? number : recorded_name(event.name),
+            kind.text_is_value || !event.text.empty() ? recorded_text(event.text) : number};
+}
+
+std::optional<event_kind> event_kind_called(std::string_view word) {
+    const auto* const found = std::ranges::find(kinds, word, &kind_row::word);
+    if (found == std::end(kinds)) return std::nullopt;
+    return found->key;
+}
+
+std::string_view event_kind_word(event_kind kind) { return row_of(kinds, kind).word; }
+
+bool needs_quotes(std::string_view text) {
+    return text.find_first_of(",\"\r\n") != std::string_view::npos;
 }
 
 std::string csv_line(const event_row& row) {

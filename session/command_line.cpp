@@ -118,8 +118,9 @@ void parse(CLI::App& app, const std::vector<std::string>& words) {
 command_words read_command_line(const command_line& line, const std::vector<std::string>& words) {
     const auto dashes = std::ranges::find(words, "--");
     const std::vector<std::string> before(words.begin(), dashes);
-    if (asks(before, "--help", "-h")) return {{}, help(line)};
-    if (asks(before, "--version", "--version")) return {{}, line.program + " " QUORIN_VERSION "\n"};
+    if (asks(before, "--help", "-h")) return {{}, {}, help(line)};
+    if (asks(before, "--version", "--version"))
+        return {{}, {}, line.program + " " QUORIN_VERSION "\n"};
     refuse_odd_values(line, before);
     CLI::App app(line.description, line.program);
     std::vector<given_values> given;
@@ -130,7 +131,10 @@ command_words read_command_line(const command_line& line, const std::vector<std:
     if (dashes != words.end()) read.operands.insert(read.operands.end(), dashes + 1, words.end());
     if (line.operands.empty() && !read.operands.empty())
         throw not_understood(io_printable(read.operands.front()));
-    for (const given_values& each : given) hand_over(each);
+    for (const given_values& each : given) {
+        hand_over(each);
+        if (each.times > 0 || !each.values.empty()) read.given.push_back(each.option->name);
+    }
     return read;
 }
 

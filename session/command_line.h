@@ -41,6 +41,8 @@ struct command_line {
 struct command_words {
     /// The words that are no options, in their order.
     std::vector<std::string> operands;
+    /// The options that were given, as the table calls them and in its order.
+    std::vector<std::string> given = {};
     /// What --help or --version prints instead of all else.
     std::optional<std::string> answer = {};
 };

@@ -117,6 +117,7 @@ control_requests::answer control_requests::desk(const words& operands) {
         if (value != "0" && value != "1") return refused(word + ": 0 ou 1 est attendu");
         wanted.*button->pushed = value == "1";
     }
+    if (!fixed_.empty()) return refused(fixed_);
     run_.set_desk(wanted);
     return done;
 }
@@ -125,6 +126,7 @@ control_requests::answer control_requests::fault(const words& operands) {
     const std::string& text = operands.front();
     if (text.find('=') == std::string::npos)
         return misunderstood(text + ": NOM=PANNE ou NOM= est attendu");
+    if (!fixed_.empty()) return refused(fixed_);
     if (text.back() == '=') {
         const std::string name = text.substr(0, text.size() - 1);
         if (run_.end_fault(name)) return done;

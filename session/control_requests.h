@@ -15,6 +15,9 @@ public:
     control_requests(station_run& run, step_clock& time, const session_options& options)
         : run_(run), time_(time), options_(options) {}
 
+    /// From now on nobody who asks may change the desk or the faults, for this reason.
+    void refuse_changes(const std::string& why) { fixed_ = why; }
+
     /// Carries out a request, words with a blank between two; never throws. Nothing when the answer
     /// has to wait for steps that it asked for. Once the session is `over` it tells its status
     /// alone.
@@ -43,6 +46,7 @@ private:
     step_clock& time_;
     const session_options& options_;
     bool over_ = false;
+    std::string fixed_;
     // When the steps asked for are over.
     std::int64_t goal_ms_ = 0;
 };

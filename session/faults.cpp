@@ -56,12 +56,6 @@ bool exists(int place, const List& list) {
 
 bool has(name_span names, std::string_view name) { return index_of(names, name) >= 0; }
 
-std::optional<fault_kind> kind_named(std::string_view word) {
-    for (const fault_row& row : rows)
-        if (word == row.word) return row.key;
-    return std::nullopt;
-}
-
 bool offers(const station_model& model, const fault_row& row, std::string_view actuator) {
     return !row.slows || model.can_be_slow(index_of(model.outputs(), actuator));
 }
@@ -98,6 +92,14 @@ std::string objection(const std::string& name, const std::optional<fault_kind>& 
 
 std::string_view fault_kind_word(fault_kind kind) { return row_of(rows, kind).word; }
 
+std::optional<fault_kind> fault_kind_called(std::string_view word) {
+    for (const fault_row& row : rows)
+        if (word == row.word) return row.key;
+    return std::nullopt;
+}
+
+fault_place place_of(fault_kind kind) { return row_of(rows, kind).place; }
+
 std::string fault_kind_words(fault_place place) {
     return words_where([place](const fault_row& row) { return row.place == place; });
 }
@@ -119,7 +121,7 @@ std::optional<station_fault> parse_fault(std::string_view text, const station_mo
         return std::nullopt;
     }
     const std::string name(text.substr(0, equals));
-    const std::optional<fault_kind> kind = kind_named(text.substr(equals + 1));
+    const std::optional<fault_kind> kind = fault_kind_called(text.substr(equals + 1));
     if (kind && fault_fits(name, *kind, model)) return station_fault{name, *kind};
     reason = std::string(text) + ": " + objection(name, kind, model);
     return std::nullopt;

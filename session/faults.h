@@ -48,6 +48,12 @@ enum class fault_place { sensor, actuator };
 ///     fault_kind_word(fault_kind::stuck0)  // "stuck0"
 [[nodiscard]] std::string_view fault_kind_word(fault_kind kind);
 
+/// The kind that is written so; nothing for any other word.
+[[nodiscard]] std::optional<fault_kind> fault_kind_called(std::string_view word);
+
+/// What the kind befalls.
+[[nodiscard]] fault_place place_of(fault_kind kind);
+
 /// The words for all kinds of a place, as a sentence lists them.
 ///
 ///     fault_kind_words(fault_place::actuator)  // "dead, slow"

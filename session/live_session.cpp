@@ -54,20 +54,45 @@ live_session::live_session(station_model& model, const session_options& options,
 
 live_session::~live_session() { close(events_); }
 
+void live_session::take_from(station_driver& driver) {
+    driver_ = &driver;
+    requests_.refuse_changes("un rejeu est en cours");
+}
+
+void live_session::hurry_to(std::int64_t ms) {
+    hurries_to_ms_ = ms;
+    time_.pause();
+    time_.run((ms + step_ms - 1) / step_ms);
+}
+
+void live_session::stop_hurrying() {
+    if (!hurries_to_ms_ || run_.ms() < *hurries_to_ms_) return;
+    hurries_to_ms_.reset();
+    if (!options_.paused) time_.resume(steady::now());
+}
+
+void live_session::begin_run() {
+    if (driver_) driver_->before_begin(run_);
+    run_.begin(driver_ ? driver_->title() : options_.title);
+}
+
 void live_session::begin() {
     if (!supervisor_.watch(server_.ident)) throw refusal("le processus de garde ne répond pas");
     end_signals::announce_on(*server_.segment);
     end_signals::depend_on(supervisor_.id());
     listen_to(end_signals::descriptor());
-    run_.begin(options_.title);
-    open_control_socket();
+    begin_run();
+    const std::string trouble = open_control_socket();
     try {
-        print_at_once("ident_mem=" + std::to_string(server_.ident) + "\n");
+        print_at_once("ident_mem=" + std::to_string(server_.ident) + "\n",
+                      options_.output_is_taken ? STDERR_FILENO : STDOUT_FILENO);
+        if (!trouble.empty()) messages_.say(trouble);
         if (!end_signals::due()) start_child();
     } catch (const failure&) {
         server_.sharing_terminate();
         throw;
     }
+    for (session_follower* const each : followers_) each->begin();
 }
 
 void live_session::listen_to(int descriptor) const {
@@ -76,13 +101,15 @@ void live_session::listen_to(int descriptor) const {
     epoll_ctl(events_, EPOLL_CTL_ADD, descriptor, &wanted);
 }
 
-void live_session::open_control_socket() {
+// What went wrong; empty: nothing.
+std::string live_session::open_control_socket() {
     try {
         control_ = std::make_unique<control_socket>(server_.ident);
         listen_to(control_->descriptor());
     } catch (const failure& why) {
-        messages_.say(why.why);
+        return why.why;
     }
+    return {};
 }
 
 void live_session::start_child() {
@@ -104,6 +131,7 @@ live_session::duration live_session::service() {
         messages_.say("aucun client depuis trop longtemps: les commandes valent 0");
     make_due_steps();
     look_for_the_end();
+    tell_troubles();
     answer_those_who_wait(steady::now());
     if (over()) return duration::zero();
     return rest(steady::now());
@@ -121,23 +149,47 @@ void live_session::make_due_steps() {
     const moment start = steady::now();
     for (moment now = start; !over() && !end_.due(run_.ms()) && time_.due(now);
          now = steady::now()) {
-        step(commander_.present());
+        if (!prepare_step()) return;
+        step();
         time_.stepped();
+        stop_hurrying();
         if (now - start > most_at_once) return;
     }
 }
 
-void live_session::step(bool commanded) {
-    run_.step([&](int output) { return commanded ? server_.output_value(output) : 0; });
+// Whether there is a step to make: a driver may have come to its end.
+bool live_session::prepare_step() {
+    const auto why = driver_ ? driver_->before_step(run_) : std::nullopt;
+    if (why) end_.ask(*why);
+    return !why;
+}
+
+void live_session::step() {
+    const bool commanded = commander_.present();
+    run_.step([&](int output) {
+        if (driver_) return driver_->command(output);
+        return commanded ? server_.output_value(output) : 0;
+    });
     report_.print(messages_);
+}
+
+// A station whose commander is gone stops.
+void live_session::step_without_commands() {
+    run_.step([](int) { return 0; });
+    report_.print(messages_);
+}
+
+void live_session::tell_troubles() {
+    for (session_follower* const each : followers_)
+        if (const std::string why = each->trouble(); !why.empty()) messages_.say(why);
 }
 
 void live_session::look_for_the_end() {
     if (over() || !end_.look(run_.ms())) return;
     server_.sharing_terminate();
-    // A station whose commander is gone stops. The end came first: the commander may have died with
-    // the lock, and the step would wait for it.
-    if (end_.child_gone()) step(false);
+    // The end came first: the commander may have died with the lock, and the step would wait for
+    // it.
+    if (end_.child_gone() && !driver_) step_without_commands();
     run_.finish(end_.words());
     messages_.say(end_.words());
 }
@@ -178,6 +230,8 @@ void live_session::end_child_by_force() {
 
 int live_session::finish() {
     wait_for_child();
+    for (session_follower* const each : followers_) each->finish();
+    tell_troubles();
     messages_.line(summary_of(run_));
     if (!child_ || !child_->ended()) return 0;
     if (!options_.command.empty()) return child_->status();

@@ -7,6 +7,8 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <vector>
 
 #include "ioshare/io_server.h"
 #include "session/child_process.h"
@@ -17,8 +19,10 @@
 #include "session/messages.h"
 #include "session/served_segment.h"
 #include "session/session_end.h"
+#include "session/session_follower.h"
 #include "session/session_options.h"
 #include "session/session_report.h"
+#include "session/station_driver.h"
 #include "session/station_run.h"
 #include "session/step_clock.h"
 #include "session/supervisor.h"
@@ -37,6 +41,15 @@ public:
 
     /// A reader of its events, besides its own. Before `begin`.
     void add_reader(event_reader& reader) { run_.add_reader(reader); }
+    /// Somebody who is begun and finished with it, and whose troubles it tells. Must live as long.
+    /// Before `begin`.
+    void add_follower(session_follower& follower) { followers_.push_back(&follower); }
+    /// The station takes commands, desk and faults from `driver`, which must live as long, and no
+    /// more from the link and those who ask. Before `begin`.
+    void take_from(station_driver& driver);
+    /// Goes on to so many simulated milliseconds as fast as it can, whatever the speed. Before
+    /// `begin`.
+    void hurry_to(std::int64_t ms);
 
     /// Sets a fault, as `station_run::set_fault` does. Before `begin`: from the start.
     [[nodiscard]] bool set_fault(const station_fault& fault) { return run_.set_fault(fault); }
@@ -48,7 +61,8 @@ public:
     int ident() const { return server_.ident; }
     /// Whether the commands count: false while a commander is missing (`--commander-timeout`).
     bool commanded() const { return commander_.present(); }
-    /// Asks for the end; `words` tell why, in French and one line. The next `service` brings it about.
+    /// Asks for the end; `words` tell why, in French and one line. The next `service` brings it
+    /// about.
     void end(const std::string& words) { end_.ask(words); }
 
     /// Publishes the first state, prints "ident_mem=" and the identifier on the standard output,
@@ -71,11 +85,16 @@ private:
     using moment = step_clock::moment;
 
     void listen_to(int descriptor) const;
-    void open_control_socket();
+    std::string open_control_socket();
+    void begin_run();
     void start_child();
     void serve_requests(moment now);
     void make_due_steps();
-    void step(bool commanded);
+    bool prepare_step();
+    void step();
+    void step_without_commands();
+    void stop_hurrying();
+    void tell_troubles();
     void look_for_the_end();
     void answer_those_who_wait(moment now);
     duration rest(moment now) const;
@@ -96,6 +115,10 @@ private:
     control_requests requests_;
     std::unique_ptr<control_socket> control_;
     std::unique_ptr<child_process> child_;
+    std::vector<session_follower*> followers_;
+    station_driver* driver_ = nullptr;
+    // Until when it hurries, through a pause of its own.
+    std::optional<std::int64_t> hurries_to_ms_;
     int events_ = -1;
 };
 

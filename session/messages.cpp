@@ -32,8 +32,7 @@ void message_stream::line(const std::string& text) {
         ++lost_;
 }
 
-void print_at_once(const std::string& text) {
+void print_at_once(const std::string& text, int stream) {
     constexpr int limit_ms = 1000;
-    if (!write_when_ready(STDOUT_FILENO, text, limit_ms))
-        throw output_refusal();
+    if (!write_when_ready(stream, text, limit_ms)) throw output_refusal();
 }

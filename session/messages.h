@@ -1,5 +1,7 @@
 // What a program says on its standard streams while others depend on its pace.
 #pragma once
+#include <unistd.h>
+
 #include <string>
 
 /// Lines on the standard error stream, each written whole or not at all. A stream that takes
@@ -20,6 +22,6 @@ private:
     int lost_ = 0;
 };
 
-/// Writes `text` on the standard output at once. Throws `refusal` when it takes nothing, for a
-/// second in the case of a full pipe.
-void print_at_once(const std::string& text);
+/// Writes `text` on the standard output, or on the error stream, at once. Throws `refusal` when it
+/// takes nothing, for a second in the case of a full pipe.
+void print_at_once(const std::string& text, int stream = STDOUT_FILENO);

@@ -24,6 +24,9 @@ struct session_options {
     std::vector<std::string> faults;
     /// One line; empty: none.
     std::string title;
+    /// Whether the standard output carries something else than the identifier, which is then the
+    /// first line of the error stream.
+    bool output_is_taken = false;
 };
 
 /// Adds the options of every session to a command line; values go to `options`, which must live as

@@ -30,18 +30,6 @@ std::vector<station_fault> understood_faults(const station_model& model,
     return faults;
 }
 
-int serve(station_model& model, const session_options& options, message_stream& messages,
-          const runner_choice& choose_runner) {
-    check_names(model);
-    const std::vector<station_fault> faults = understood_faults(model, options.faults);
-    const session_runner runner = choose_runner ? choose_runner(model, options) : run_headless;
-    end_signals::watch();
-    live_session session(model, options, messages);
-    for (const station_fault& each : faults)
-        if (!session.set_fault(each)) throw misuse("--fault " + each.name);
-    return runner(session);
-}
-
 void tell(const std::string& program, const failure& why) {
     message_stream messages(program);
     std::size_t begin = 0, end;
@@ -75,6 +63,19 @@ int program_main(const std::string& program, closed_stream closed,
     }
 }
 
+int serve_station(station_model& model, const session_options& options, const std::string& program,
+                  const runner_choice& choose_runner) {
+    check_names(model);
+    const std::vector<station_fault> faults = understood_faults(model, options.faults);
+    const session_runner runner = choose_runner ? choose_runner(model, options) : run_headless;
+    message_stream messages(program);
+    end_signals::watch();
+    live_session session(model, options, messages);
+    for (const station_fault& each : faults)
+        if (!session.set_fault(each)) throw misuse("--fault " + each.name);
+    return runner(session);
+}
+
 int station_main(int argc, char** argv, command_line line,
                  const std::function<std::unique_ptr<station_model>()>& make_model,
                  const runner_choice& choose_runner) {
@@ -87,7 +88,6 @@ int station_main(int argc, char** argv, command_line line,
             return 0;
         }
         check_together(options);
-        message_stream messages(line.program);
-        return serve(*make_model(), options, messages, choose_runner);
+        return serve_station(*make_model(), options, line.program, choose_runner);
     });
 }

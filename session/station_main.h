@@ -20,6 +20,12 @@
 /// `failure`.
 using runner_choice = std::function<session_runner(station_model&, const session_options&)>;
 
+/// Serves a station until its session ends: checks its names and the faults of the options, makes
+/// the session, and runs it as the choice says; without one, without a window. The program's
+/// status. Throws `failure`, and then nothing was served.
+[[nodiscard]] int serve_station(station_model& model, const session_options& options,
+                                const std::string& program, const runner_choice& choose_runner);
+
 /// The main of a station's program, whose session has everything that sessions have: the panel's
 /// process or a command, faults, speed, duration, pause, control by scripts. `line` has the
 /// station's own options, those of every session are added to it. `make_model` is called once the

@@ -38,7 +38,8 @@ struct station_counts {
     bool operator==(const station_counts&) const = default;
 };
 
-/// With what a station was set up, as recordings tell it: "graine", "29".
+/// With what a station was set up, as recordings tell it: "graine", "29". One without a value is
+/// not told.
 struct station_fact {
     std::string name, value;
 };

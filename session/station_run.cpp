@@ -29,7 +29,8 @@ void station_run::begin(const std::string& title) {
     tell_number(event_kind::session, "format", 1);
     tell_word(event_kind::session, "station", model_.name());
     if (!title.empty()) tell_word(event_kind::session, "titre", title);
-    for (const station_fact& each : facts) tell_word(event_kind::session, each.name, each.value);
+    for (const station_fact& each : facts)
+        if (!each.value.empty()) tell_word(event_kind::session, each.name, each.value);
     take_faults();
     for (const desk_row& each : desk_rows) tell_number(event_kind::desk, each.name, 0);
     for (std::size_t i = 0; i < sensors_.size(); ++i) {

@@ -1,11 +1,15 @@
 // zk4sim: the bundled ZK4 station, served on a shared I/O segment.
 #include "programs/zk4sim/options.h"
-#include "session/station_main.h"
+#include "recording/recorded_main.h"
+#include "workcell/workcell_facts.h"
 #include "workcell/workcell_model.h"
 
 int main(int argc, char** argv) {
     zk4sim_options options;
-    return station_main(argc, argv, zk4sim_command_line(options), [&options] {
-        return std::make_unique<workcell_model>(options.seed, options.supplies);
-    });
+    return recorded_station_main(
+        argc, argv, zk4sim_command_line(options),
+        {"zk4",
+         [&] { return std::make_unique<workcell_model>(options.seed, options.supplies); },
+         workcell_of,
+         {"--seed", "--bases", "--parts"}});
 }

@@ -1,0 +1,131 @@
+#include "recording/background_file.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <thread>
+
+#include "recording/background_writer.h"
+#include "session/failure.h"
+#include "session/system_errors.h"
+
+namespace {
+
+constexpr int open_flags = O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+constexpr int everybody_reads = 0666;
+// Room that a disk must have for a recording to begin.
+constexpr std::uint64_t least_room = 4096;
+
+bool is_standard_output(const std::string& path) { return path == "-"; }
+
+std::optional<struct stat> facts_of(const std::string& path) {
+    struct stat facts {};
+    const int found =
+        is_standard_output(path) ? fstat(STDOUT_FILENO, &facts) : stat(path.c_str(), &facts);
+    return found == 0 ? std::optional(facts) : std::nullopt;
+}
+
+/// Whether the disk has room for a recording in the place of what the file holds.
+bool has_room(int descriptor, const struct stat& facts) {
+    constexpr std::uint64_t block_of_stat = 512;
+    struct statvfs disk {};
+    if (fstatvfs(descriptor, &disk) != 0) return true;
+    const std::uint64_t free = geteuid() == 0 ? disk.f_bfree : disk.f_bavail;
+    const auto own = static_cast<std::uint64_t>(facts.st_blocks) * block_of_stat;
+    return free * disk.f_frsize + own >= least_room;
+}
+
+}  // namespace
+
+background_file::background_file(const std::string& path, file_backlog backlog)
+    : path_(path), backlog_(backlog) {
+    open_it();
+    try {
+        look_at_it();
+    } catch (const failure&) {
+        close(descriptor_);
+        if (created_) unlink(path_.c_str());
+        throw;
+    }
+}
+
+background_file::~background_file() {
+    if (writer_) {
+        finish();
+        return;
+    }
+    close(descriptor_);
+    if (created_) unlink(path_.c_str());
+}
+
+void background_file::open_it() {
+    if (is_standard_output(path_)) {
+        descriptor_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+    } else {
+        descriptor_ = open(path_.c_str(), open_flags);
+        if (descriptor_ < 0 && errno == ENOENT) {
+            descriptor_ = open(path_.c_str(), open_flags | O_CREAT | O_EXCL, everybody_reads);
+            created_ = descriptor_ >= 0;
+        }
+    }
+    if (descriptor_ >= 0) return;
+    const bool no_reader = errno == ENXIO;
+    throw refusal(path_ + ": " +
+                  (no_reader ? "personne ne lit ce tube" : system_error_words(errno)));
+}
+
+void background_file::look_at_it() {
+    struct stat facts {};
+    if (fstat(descriptor_, &facts) != 0) throw refusal(path_ + ": " + system_error_words(errno));
+    regular_ = S_ISREG(facts.st_mode);
+    if (!regular_) return;
+    if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        throw refusal(path_ + ": un autre programme y enregistre");
+    if (!has_room(descriptor_, facts)) throw refusal(path_ + ": " + system_error_words(ENOSPC));
+}
+
+void background_file::begin() {
+    if (regular_ && !is_standard_output(path_)) (void)!ftruncate(descriptor_, 0);
+    writer_ = std::make_shared<background_writer>(descriptor_, regular_);
+    // Signals are for the program's own thread; to this one a reader that has gone, or a file that
+    // may not grow, is an error of the write.
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    std::thread([writer = writer_] { writer->run(); }).detach();
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+void background_file::append(std::string_view bytes) {
+    writer_->append(bytes, backlog_ == file_backlog::waits);
+}
+
+std::string background_file::trouble() {
+    const std::string why = writer_ && !told_ ? writer_->trouble() : "";
+    if (why.empty()) return why;
+    told_ = true;
+    return path_ + ": " + why;
+}
+
+void background_file::finish(std::chrono::milliseconds limit) { writer_->finish(limit); }
+
+bool same_file(const std::string& one, const std::string& other) {
+    const auto first = facts_of(one), second = facts_of(other);
+    if (first && second) {
+        const bool same = first->st_dev == second->st_dev && first->st_ino == second->st_ino;
+        return same && !S_ISCHR(first->st_mode);
+    }
+    if (first || second || is_standard_output(one) || is_standard_output(other))
+        return one == other;
+    std::error_code none;
+    return std::filesystem::weakly_canonical(one, none) ==
+           std::filesystem::weakly_canonical(other, none);
+}

@@ -1,0 +1,55 @@
+// A file that is written beside the program: whoever has something for it never waits for it.
+#pragma once
+#include <chrono>
+#include <memory>
+#include <string>
+#include <string_view>
+
+class background_writer;
+
+/// What happens to bytes that the file cannot take for the moment, once 16 MiB of them wait.
+enum class file_backlog {
+    /// Whoever appends waits: for work that nobody watches.
+    waits,
+    /// These and all that follow are lost.
+    is_cut,
+};
+
+class background_file {
+public:
+    /// Opens a file without changing what it holds; "-" is the standard output. A folder, a FIFO
+    /// that nobody reads, a full disk, a file that somebody else is recording on, no rights: throws
+    /// `refusal`, and no file was made.
+    background_file(const std::string& path, file_backlog backlog);
+    /// A file that was opened and never begun is as it was before, or gone if it was not there.
+    ~background_file();
+    background_file(const background_file&) = delete;
+    background_file& operator=(const background_file&) = delete;
+
+    /// Empties the file, and writes what is appended from now on.
+    void begin();
+    /// Adds bytes, which are in the file a tenth of a second later. After `begin`.
+    void append(std::string_view bytes);
+    /// What went wrong, told once: the disk is full, nobody reads any more, nobody has read for two
+    /// seconds. One French line; empty when nothing did.
+    std::string trouble();
+    /// Writes what is left, within `limit`; not all of it is a trouble. Nothing may be appended any
+    /// more.
+    void finish(std::chrono::milliseconds limit = std::chrono::seconds(3));
+
+    const std::string& path() const { return path_; }
+
+private:
+    void open_it();
+    void look_at_it();
+
+    std::string path_;
+    file_backlog backlog_;
+    int descriptor_ = -1;
+    bool created_ = false, regular_ = false, told_ = false;
+    std::shared_ptr<background_writer> writer_;
+};
+
+/// Whether two paths mean the same file; "-" is the standard output, devices are no files. Of a
+/// file that is not there yet, its folder and name count.
+[[nodiscard]] bool same_file(const std::string& one, const std::string& other);

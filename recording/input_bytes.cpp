@@ -1,0 +1,30 @@
+#include "recording/input_bytes.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "session/failure.h"
+#include "session/system_errors.h"
+
+input_bytes::input_bytes(const std::string& path)
+    : path_(path),
+      descriptor_(path == "-" ? fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
+                              : open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY)) {
+    if (descriptor_ < 0) refuse();
+}
+
+input_bytes::~input_bytes() { close(descriptor_); }
+
+void input_bytes::refuse() const { throw refusal(path_ + ": " + system_error_words(errno)); }
+
+input_bytes::int_type input_bytes::underflow() {
+    ssize_t took = -1;
+    do {
+        took = read(descriptor_, buffer_.data(), buffer_.size());
+    } while (took < 0 && errno == EINTR);
+    if (took < 0) refuse();
+    setg(buffer_.data(), buffer_.data(), buffer_.data() + took);
+    return took > 0 ? traits_type::to_int_type(*gptr()) : traits_type::eof();
+}

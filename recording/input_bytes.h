@@ -1,0 +1,26 @@
+// The bytes of a file that is read once, from its beginning to its end.
+#pragma once
+#include <array>
+#include <streambuf>
+#include <string>
+
+class input_bytes : public std::streambuf {
+public:
+    /// Opens the file; "-" is the standard input. Throws `refusal`, with the path and what the
+    /// system says.
+    explicit input_bytes(const std::string& path);
+    ~input_bytes() override;
+    input_bytes(const input_bytes&) = delete;
+    input_bytes& operator=(const input_bytes&) = delete;
+
+protected:
+    /// Throws `refusal` when the file cannot be read on.
+    int_type underflow() override;
+
+private:
+    [[noreturn]] void refuse() const;
+
+    std::string path_;
+    int descriptor_;
+    std::array<char, 65536> buffer_;
+};
