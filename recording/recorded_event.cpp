@@ -22,6 +22,7 @@ using row_taker = std::string (*)(const event_row& row, recorded_event& event);
 
 std::string take_words(const event_row& row, recorded_event& event) {
     if (row.name.empty()) return "un nom manque";
+    if (row.value.empty()) return "une valeur manque";
     event.name = row.name;
     event.text = row.value;
     if (const auto number = plain_number(row.value)) event.value = *number;

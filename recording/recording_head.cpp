@@ -20,6 +20,8 @@ constexpr part_row parts[] = {
 };
 static_assert(one_row_each(parts));
 
+constexpr const char* desk_expected = "dc, ac et atu sont attendus, à 0";
+
 // More than any session has, and few enough to be kept.
 constexpr std::size_t most_events = 1000;
 
@@ -47,18 +49,22 @@ int recording_head::index_of(const recorded_event& event) const {
 
 // A change of what the block has told: everything that comes later than time 0, and at 0 what the
 // first step takes, which stands behind the last input or output.
-bool head_builder::begins_the_first_step(const recorded_event& event, head_part part) const {
+bool head_builder::begins_the_first_step(const recorded_event& event,
+                                         std::optional<head_part> part) const {
     if (event.ms > 0) return true;
     if (event.kind == event_kind::session && event.name == "fin") return true;
     if (part_ < head_part::inputs) return false;
-    return part < part_ || (part == head_part::inputs && known(head_.inputs, event.name)) ||
+    return !part || part < part_ ||
+           (part == head_part::inputs && known(head_.inputs, event.name)) ||
            (part == head_part::outputs && known(head_.outputs, event.name));
 }
 
 bool head_builder::take(const recorded_event& event) {
+    check_first_rows(event);
     const std::optional<head_part> part = part_of(event.kind);
-    if (!part || begins_the_first_step(event, *part)) return false;
-    if (*part < part_) refuse(event, "cette ligne n'est pas à sa place dans le premier bloc");
+    if (begins_the_first_step(event, part)) return false;
+    if (!part || *part < part_)
+        refuse(event, "cette ligne n'est pas à sa place dans le premier bloc");
     if (head_.events.size() >= most_events) refuse(event, "un premier bloc de plus de 1000 lignes");
     part_ = *part;
     switch (*part) {
@@ -81,12 +87,17 @@ bool head_builder::take(const recorded_event& event) {
     return true;
 }
 
+void head_builder::check_first_rows(const recorded_event& event) const {
+    const std::size_t place = head_.events.size();
+    const bool session = event.kind == event_kind::session && event.ms == 0;
+    if (place == 0 && !(session && event.name == "format" && event.text == "1"))
+        refuse(event, "\"session,format,1\" est attendu");
+    if (place == 1 && !(session && event.name == "station"))
+        refuse(event, "\"session,station\" est attendu");
+}
+
 void head_builder::take_session(const recorded_event& event) {
     const std::size_t place = head_.events.size();
-    if (place == 0 && (event.name != "format" || event.text != "1"))
-        refuse(event, "\"session,format,1\" est attendu");
-    if (place == 1 && event.name != "station") refuse(event, "\"session,station\" est attendu");
-    if (event.text.empty()) refuse(event, "une valeur manque");
     if (place == 1)
         head_.station = event.text;
     else if (place == 2 && event.name == "titre")
@@ -97,16 +108,15 @@ void head_builder::take_session(const recorded_event& event) {
 
 // All buttons, in their order and not pushed.
 void head_builder::take_desk(const recorded_event& event) {
-    const auto before = std::ranges::count(head_.events, event_kind::desk, &recorded_event::kind);
-    const auto place = static_cast<std::size_t>(before);
-    if (place >= std::size(desk_rows) || event.name != desk_rows[place].name || event.value != 0)
-        refuse(event, "dc, ac et atu sont attendus, à 0");
+    if (buttons_ >= std::size(desk_rows) || event.name != desk_rows[buttons_].name ||
+        event.value != 0)
+        refuse(event, desk_expected);
+    ++buttons_;
     head_.has_desk = true;
 }
 
 void head_builder::take_signal(std::vector<std::string>& names, const recorded_event& event) {
-    if (head_.events.size() < 2) refuse(event, "\"session,format,1\" est attendu");
-    if (known(names, event.name)) refuse(event, "\"" + event.name + "\" est déjà dit");
+    if (head_.has_desk && buttons_ < std::size(desk_rows)) refuse(event, desk_expected);
     names.push_back(event.name);
     if (event.kind == event_kind::output && head_.has_desk && event.value != 0)
         refuse(event, "une commande vaut 0 avant le premier pas");

@@ -39,11 +39,13 @@ public:
     bool complete() const { return part_ == head_part::outputs; }
 
 private:
-    bool begins_the_first_step(const recorded_event& event, head_part part) const;
+    void check_first_rows(const recorded_event& event) const;
+    bool begins_the_first_step(const recorded_event& event, std::optional<head_part> part) const;
     void take_session(const recorded_event& event);
     void take_desk(const recorded_event& event);
     void take_signal(std::vector<std::string>& names, const recorded_event& event);
 
     recording_head& head_;
     head_part part_ = head_part::session;
+    std::size_t buttons_ = 0;
 };

@@ -39,8 +39,6 @@ void recording_reader::read_head() {
     }
     if (!next_ && !builder.complete())
         throw recording_problem{rows_.line(), "le fichier est coupé dans le premier bloc"};
-    if (head_.events.size() < 2)
-        throw recording_problem{rows_.line(), "\"session,format,1\" est attendu"};
     for (recorded_event& each : head_.events) each.index = head_.index_of(each);
     state_.begin(head_);
     if (next_) admit();

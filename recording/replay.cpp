@@ -13,7 +13,7 @@
 namespace {
 
 constexpr const char* nothing = "rien";
-constexpr std::string_view counts[] = {"bonnes", "mauvaises", "incidents", "fin"};
+constexpr std::string_view counts[] = {"bonnes", "mauvaises", "incidents"};
 
 // Within one time: what a step answers, then what the next one takes.
 constexpr std::array<event_kind, 7> order = {
@@ -25,7 +25,11 @@ bool is_end(event_kind kind, std::string_view name) {
     return kind == event_kind::session && name == "fin";
 }
 
-std::int64_t rank_of(event_kind kind) { return std::ranges::find(order, kind) - order.begin(); }
+// The end is behind all of it.
+std::int64_t rank_of(const station_event& event) {
+    if (is_end(event.kind, event.name)) return std::ssize(order);
+    return std::ranges::find(order, event.kind) - order.begin();
+}
 
 bool alike(const station_event& one, const station_event& other) {
     return one.ms == other.ms && one.kind == other.kind && row_of_event(one) == row_of_event(other);
@@ -90,7 +94,10 @@ std::optional<std::string> replay::before_step(station_run& run) {
     while (const recorded_event* const next = recording_.peek()) {
         if (next->ms > run.ms()) return std::nullopt;
         const bool in_time = next->ms == run.ms();
-        if (in_time && is_end(next->kind, next->name)) return next->text;
+        if (in_time && is_end(next->kind, next->name)) {
+            ended_ = true;
+            return next->text;
+        }
         if (in_time && next->kind == event_kind::exercise) {
             pass_exercise();
             continue;
@@ -167,7 +174,7 @@ bool replay::agrees(const station_event& event) {
     const bool same = alike(event, recorded->event());
     if (same) drop_expected();
     // A session may be ended before its recording is.
-    if (same || is_end(event.kind, event.name))
+    if (same || (is_end(event.kind, event.name) && !ended_))
         agreed_.push_back(event);
     else
         explain(event, *recorded);
@@ -178,7 +185,7 @@ bool replay::agrees(const station_event& event) {
 void replay::explain(const station_event& event, const recorded_event& recorded) {
     const station_event other = recorded.event();
     const auto rank = [this](const station_event& of) {
-        return std::tuple(of.ms, rank_of(of.kind), place_in(recording_.head(), of));
+        return std::tuple(of.ms, rank_of(of), place_in(recording_.head(), of));
     };
     if (rank(event) < rank(other)) return differ(event, nothing, value_of(event));
     if (rank(event) > rank(other) || recorded_name(event.name) != other.name)

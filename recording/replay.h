@@ -51,5 +51,5 @@ private:
     std::vector<station_event> agreed_;
     std::deque<recorded_event> passed_;
     std::string difference_;
-    bool begun_ = false, told_ = false;
+    bool begun_ = false, ended_ = false, told_ = false;
 };
