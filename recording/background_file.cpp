@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
-#include <filesystem>
 #include <optional>
 #include <thread>
 
@@ -37,7 +36,7 @@ std::optional<struct stat> facts_of(const std::string& path) {
 bool has_room(int descriptor, const struct stat& facts) {
     constexpr std::uint64_t block_of_stat = 512;
     struct statvfs disk {};
-    if (fstatvfs(descriptor, &disk) != 0) return true;
+    if (fstatvfs(descriptor, &disk) != 0 || disk.f_blocks == 0) return true;
     const std::uint64_t free = geteuid() == 0 ? disk.f_bfree : disk.f_bavail;
     const auto own = static_cast<std::uint64_t>(facts.st_blocks) * block_of_stat;
     return free * disk.f_frsize + own >= least_room;
@@ -77,9 +76,7 @@ void background_file::open_it() {
         }
     }
     if (descriptor_ >= 0) return;
-    const bool no_reader = errno == ENXIO;
-    throw refusal(path_ + ": " +
-                  (no_reader ? "personne ne lit ce tube" : system_error_words(errno)));
+    throw refusal(path_ + ": " + system_error_words(errno));
 }
 
 void background_file::look_at_it() {
@@ -119,13 +116,6 @@ void background_file::finish(std::chrono::milliseconds limit) { writer_->finish(
 
 bool same_file(const std::string& one, const std::string& other) {
     const auto first = facts_of(one), second = facts_of(other);
-    if (first && second) {
-        const bool same = first->st_dev == second->st_dev && first->st_ino == second->st_ino;
-        return same && !S_ISCHR(first->st_mode);
-    }
-    if (first || second || is_standard_output(one) || is_standard_output(other))
-        return one == other;
-    std::error_code none;
-    return std::filesystem::weakly_canonical(one, none) ==
-           std::filesystem::weakly_canonical(other, none);
+    return first && second && first->st_dev == second->st_dev && first->st_ino == second->st_ino &&
+           !S_ISCHR(first->st_mode);
 }

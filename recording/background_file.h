@@ -50,6 +50,6 @@ private:
     std::shared_ptr<background_writer> writer_;
 };
 
-/// Whether two paths mean the same file; "-" is the standard output, devices are no files. Of a
-/// file that is not there yet, its folder and name count.
+/// Whether two paths mean the same file, which is there; "-" is the standard output, devices are no
+/// files.
 [[nodiscard]] bool same_file(const std::string& one, const std::string& other);

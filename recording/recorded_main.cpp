@@ -39,6 +39,9 @@ recorders open_recorders(const recording_options& options, file_backlog backlog)
         if (path.empty()) continue;
         if (!options.play.empty() && same_file(path, options.play))
             throw refusal(path + ": c'est l'enregistrement qui est rejoué");
+        // The first of them is there now, by whatever name.
+        if (!opened.empty() && (path == options.csv || same_file(path, options.csv)))
+            throw misuse("--csv et --vcd veulent le même fichier");
         opened.push_back(std::make_unique<file_recorder>(kind, path, backlog));
     }
     return opened;

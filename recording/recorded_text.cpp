@@ -1,7 +1,5 @@
 #include "recording/recorded_text.h"
 
-#include "ioshare/io_printable.h"
-
 namespace {
 
 unsigned byte_at(std::string_view text, std::size_t place) {
@@ -38,6 +36,11 @@ std::size_t announced_length(unsigned first) {
     return 0;
 }
 
+bool is_control(char each) {
+    const auto byte = static_cast<unsigned char>(each);
+    return byte < 32 || byte == 127;
+}
+
 std::string hexadecimal(char byte) {
     constexpr char digits[] = "0123456789ABCDEF";
     const auto value = static_cast<unsigned char>(byte);
@@ -48,7 +51,7 @@ std::string escaped(std::string_view text, std::string_view kept_controls) {
     std::string shown;
     while (!text.empty()) {
         const std::size_t length = utf8_length(text);
-        const bool kept = !io_is_control(text[0]) || kept_controls.find(text[0]) != text.npos;
+        const bool kept = !is_control(text[0]) || kept_controls.find(text[0]) != text.npos;
         const std::size_t taken = length > 0 && kept ? length : 1;
         shown += length > 0 && kept ? std::string(text.substr(0, taken)) : hexadecimal(text[0]);
         text.remove_prefix(taken);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "recording/background_file.h"
 #include "session/failure.h"
 #include "session/keyed_rows.h"
 
@@ -44,8 +43,6 @@ void add_recording_options(command_line& line, recording_options& options) {
 void check_together(const recording_options& options, const std::vector<std::string>& given,
                     const std::vector<std::string>& set_up) {
     if (options.at_s && options.play.empty()) throw misuse("--at demande --play");
-    if (!options.csv.empty() && !options.vcd.empty() && same_file(options.csv, options.vcd))
-        throw misuse("--csv et --vcd veulent le même fichier");
     if (options.play.empty()) return;
     std::vector<std::string> excluded(std::begin(decided), std::end(decided));
     excluded.insert(excluded.end(), set_up.begin(), set_up.end());

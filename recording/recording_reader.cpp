@@ -53,7 +53,10 @@ recorded_event recording_reader::take() {
     recorded_event taken = std::move(*next_);
     try {
         whole_ = state_.over();
-        if (read_next()) admit();
+        if (read_next())
+            admit();
+        else if (whole_ && rows_.cut())
+            throw recording_problem{rows_.line(), "rien ne suit la fin"};
     } catch (const recording_problem& problem) {
         refuse(problem);
     }

@@ -69,8 +69,8 @@ TEST_F(Zk4sim, ASignalToTheSessionReachesTheCommandAsItsEnd) {
 }
 
 TEST_F(Zk4sim, ACommandThatDoesNotWantToEndHoldsNothingUpForLong) {
-    const outcome end = run_until_soon_after("trap '' TERM; sleep 1000 & " + go_on +
-                                             "while :; do sleep 1; done");
+    const outcome end =
+        run_until_soon_after("trap '' TERM; sleep 1000 & " + go_on + "while :; do sleep 1; done");
     EXPECT_EQ(end.status, 128 + SIGKILL);
     EXPECT_TRUE(end.err.ends_with(nothing_made)) << end.err;
 }

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "programs/zk4sim/options.h"
+#include "recording/recording_options.h"
 #include "session/session_options.h"
 #include "tests/support/programs.h"
 
@@ -35,12 +36,19 @@ names options_in(const std::string& text, const std::string& form) {
     return found;
 }
 
+command_line every_option() {
+    static zk4sim_options own;
+    static recording_options kept;
+    static session_options every;
+    command_line line = zk4sim_command_line(own);
+    add_recording_options(line, kept);
+    add_session_options(line, every);
+    return line;
+}
+
 /// Those that the program takes, and the two that every program has.
 names taken_options() {
-    zk4sim_options own;
-    session_options every;
-    command_line line = zk4sim_command_line(own);
-    add_session_options(line, every);
+    const command_line line = every_option();
     names taken = {"--help", "--version"};
     for (const command_option& each : line.options) taken.insert(each.name);
     EXPECT_EQ(taken.size(), line.options.size() + 2) << "one row has the name of another";
@@ -63,11 +71,7 @@ TEST(Zk4simOptions, TheGuideTellsThemAllAndNoOther) {
 }
 
 TEST(Zk4simOptions, EachHasAMeaningInOneLine) {
-    zk4sim_options own;
-    session_options every;
-    command_line line = zk4sim_command_line(own);
-    add_session_options(line, every);
-    for (const command_option& each : line.options) {
+    for (const command_option& each : every_option().options) {
         EXPECT_GT(each.meaning.size(), 5u) << each.name;
         EXPECT_EQ(each.meaning.find('\n'), std::string::npos) << each.name;
     }

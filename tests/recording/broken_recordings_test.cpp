@@ -133,7 +133,6 @@ TEST(BrokenRecordings, TimesAreWholeAndNeverFall) {
 
 TEST(BrokenRecordings, EveryRowSaysSomethingNewOfSomethingKnown) {
     const std::string same = ": cette ligne ne change rien";
-    const std::string count = ": un compte ne fait que monter";
     expect_reasons({
         {block + "10,capteur,s1,0\n", "10: \"capteur\" n'est pas un genre"},
         {block + "10,,s1,0\n", "10: \"\" n'est pas un genre"},
@@ -152,6 +151,19 @@ TEST(BrokenRecordings, EveryRowSaysSomethingNewOfSomethingKnown) {
         {block + "10,panne,s1,\n", "10" + same},
         {block + "10,panne,s1,late\n20,panne,s1,late\n", "11" + same},
         {block + "10,entree,s1,0\n10,entree,s1,0\n", "11" + same},
+        {block + "10,panne,s3,late\n", "10: \"s3\" n'est ni une entrée ni une sortie"},
+        {block + "10,panne,s1,slow\n", "10: \"slow\" n'est pas une panne de s1"},
+        {block + "10,panne,C1,late\n", "10: \"late\" n'est pas une panne de C1"},
+        {block + "10,panne,s1,STUCK0\n", "10: \"STUCK0\" n'est pas une panne"},
+        {block + "10,session,fin,x\n10,session,fin,x\n", "11: rien ne suit la fin"},
+        {block + "10,session,fin,x\n20,entree,s1,0\n", "11: rien ne suit la fin"},
+        {block + "10,session,fin,x\n1", "11: rien ne suit la fin"},
+        {block + "10,session,fin,x\n\n", "11: moins de quatre champs"},
+    });
+}
+
+TEST(BrokenRecordings, ValuesAreWholeNumbersInTheirOneForm) {
+    expect_reasons({
         {block + "10,entree,s1,\n", "10: \"\" n'est pas un entier de 32 bits"},
         {block + "10,entree,s1,00\n", "10: \"00\" n'est pas un entier de 32 bits"},
         {block + "10,entree,s1,-0\n", "10: \"-0\" n'est pas un entier de 32 bits"},
@@ -162,10 +174,12 @@ TEST(BrokenRecordings, EveryRowSaysSomethingNewOfSomethingKnown) {
          "10: \"-2147483649\" n'est pas un entier de 32 bits"},
         {block + "10,pupitre,dc,2\n", "10: \"2\" n'est ni 0 ni 1"},
         {block + "10,pupitre,dc,\n", "10: \"\" n'est ni 0 ni 1"},
-        {block + "10,panne,s3,late\n", "10: \"s3\" n'est ni une entrée ni une sortie"},
-        {block + "10,panne,s1,slow\n", "10: \"slow\" n'est pas une panne de s1"},
-        {block + "10,panne,C1,late\n", "10: \"late\" n'est pas une panne de C1"},
-        {block + "10,panne,s1,STUCK0\n", "10: \"STUCK0\" n'est pas une panne"},
+    });
+}
+
+TEST(BrokenRecordings, IncidentsAreNumberedAndCountsGrow) {
+    const std::string count = ": un compte ne fait que monter";
+    expect_reasons({
         {block + "10,incident,2,x\n", "10: l'incident 1 est attendu"},
         {block + "10,incident,1,x\n10,incident,1,x\n", "11: l'incident 2 est attendu"},
         {block + "10,incident,0,x\n", "10: \"0\" n'est pas le numéro d'un incident"},
@@ -183,9 +197,6 @@ TEST(BrokenRecordings, EveryRowSaysSomethingNewOfSomethingKnown) {
         {block + "10,session,fin,\n", "10: une valeur manque"},
         {block + "10,exercice,but,\n", "10: une valeur manque"},
         {block + "10,exercice,,1\n", "10: un nom manque"},
-        {block + "10,session,fin,x\n10,session,fin,x\n", "11: rien ne suit la fin"},
-        {block + "10,session,fin,x\n20,entree,s1,0\n", "11: rien ne suit la fin"},
-        {block + "10,session,fin,x\n\n", "11: moins de quatre champs"},
     });
 }
 
