@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "session/session_follower.h"
-#include "session/station_driver.h"
+#include "session/session_driver.h"
 
-class playback : public event_reader, public session_follower, public station_driver {
+class playback : public event_reader, public session_follower, public session_driver {
 public:
     /// Somebody who is handed the recorded events as they come again. Must outlive this one.
     void add_reader(event_reader& reader) { readers_.push_back(&reader); }

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "recording/csv_reader.h"
+#include "recording/recorded_text.h"
 #include "session/faults.h"
 #include "session/keyed_rows.h"
 #include "session/whole_number.h"
@@ -89,6 +90,8 @@ recorded_event event_of_row(const event_row& row, std::int64_t line) {
     const auto kind = event_kind_called(row.kind);
     if (!kind) throw recording_problem{line, "\"" + row.kind + "\" n'est pas un genre"};
     event.kind = *kind;
+    if (recorded_name(row.name) != row.name)
+        throw recording_problem{line, "un octet qui n'a pas de place dans un nom"};
     const std::string problem = row_of(takers, *kind).take(row, event);
     if (!problem.empty()) throw recording_problem{line, problem};
     return event;

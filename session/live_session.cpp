@@ -54,7 +54,7 @@ live_session::live_session(station_model& model, const session_options& options,
 
 live_session::~live_session() { close(events_); }
 
-void live_session::take_from(station_driver& driver) {
+void live_session::take_from(session_driver& driver) {
     driver_ = &driver;
     requests_.refuse_changes("un rejeu est en cours");
 }

@@ -22,7 +22,7 @@
 #include "session/session_follower.h"
 #include "session/session_options.h"
 #include "session/session_report.h"
-#include "session/station_driver.h"
+#include "session/session_driver.h"
 #include "session/station_run.h"
 #include "session/step_clock.h"
 #include "session/supervisor.h"
@@ -46,7 +46,7 @@ public:
     void add_follower(session_follower& follower) { followers_.push_back(&follower); }
     /// The station takes commands, desk and faults from `driver`, which must live as long, and no
     /// more from the link and those who ask. Before `begin`.
-    void take_from(station_driver& driver);
+    void take_from(session_driver& driver);
     /// Goes on to so many simulated milliseconds as fast as it can, whatever the speed. Before
     /// `begin`.
     void hurry_to(std::int64_t ms);
@@ -116,7 +116,7 @@ private:
     std::unique_ptr<control_socket> control_;
     std::unique_ptr<child_process> child_;
     std::vector<session_follower*> followers_;
-    station_driver* driver_ = nullptr;
+    session_driver* driver_ = nullptr;
     // Until when it hurries, through a pause of its own.
     std::optional<std::int64_t> hurries_to_ms_;
     int events_ = -1;

@@ -138,6 +138,8 @@ TEST(BrokenRecordings, EveryRowSaysSomethingNewOfSomethingKnown) {
         {block + "10,,s1,0\n", "10: \"\" n'est pas un genre"},
         {block + "10,Entree,s1,0\n", "10: \"Entree\" n'est pas un genre"},
         {block + "10,entrée,s1,0\n", "10: \"entrée\" n'est pas un genre"},
+        {block + "10,entree,\"s\n3\",0\n", "10: un octet qui n'a pas de place dans un nom"},
+        {block + "10,exercice,a\tb,0\n", "10: un octet qui n'a pas de place dans un nom"},
         {block + "10,entree,s3,0\n", "10: \"s3\" n'est pas dans le premier bloc"},
         {block + "10,entree,C1,0\n", "10: \"C1\" n'est pas dans le premier bloc"},
         {block + "10,sortie,s1,0\n", "10: \"s1\" n'est pas dans le premier bloc"},

@@ -6,9 +6,9 @@
 
 #include "session/station_run.h"
 
-class station_driver {
+class session_driver {
 public:
-    virtual ~station_driver() = default;
+    virtual ~session_driver() = default;
     /// The title under which the session is told; empty: none.
     [[nodiscard]] virtual std::string title() const = 0;
     /// Before the first block is told: what the session begins with.
