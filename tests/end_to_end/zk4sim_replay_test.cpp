@@ -100,6 +100,24 @@ TEST_F(Zk4simReplay, TheDumpOfAKilledSessionIsOneToo) {
     EXPECT_GT(std::filesystem::file_size(file("a.fst")), 0U);
 }
 
+#if !defined(__SANITIZE_ADDRESS__)
+// A hundred megabytes of recording under a limit of a hundred megabytes of addresses.
+TEST_F(Zk4simReplay, ALongRecordingNeedsNoMoreMemoryThanAShortOne) {
+    const std::string rows =
+        "awk 'BEGIN { print \"ms,genre,nom,valeur\\n0,session,format,1\\n0,session,station,x\";"
+        " print \"0,entree,un_nom_assez_long_pour_une_entree,0\\n0,sortie,C,0\";"
+        " for (i = 1; i < 2000000; i++) print i \",entree,un_nom_assez_long_pour_une_entree,\" i;"
+        " print i \",session,fin,x\" }'";
+    const outcome end =
+        run_program({"sh", "-c",
+                     rows + " | (ulimit -v 100000; MALLOC_ARENA_MAX=1 exec " + built("zk4sim") +
+                         " --play - --headless --csv " + file("out.csv") + "); echo status=$?; " +
+                         rows + " | cmp - " + file("out.csv") + " && echo same"});
+    EXPECT_EQ(end.out, "status=0\nsame\n") << end.err;
+    EXPECT_EQ(end.err, nothing_made);
+}
+#endif
+
 TEST_F(Zk4simReplay, WhatExcludesAReplayIsMisuse) {
     write_bytes(file("a.csv"), "");
     const struct {
