@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <climits>
 #include <string_view>
 
@@ -53,6 +54,13 @@ void message_stream::line(const std::string& text) {
 }
 
 void print_at_once(const std::string& text, int stream) {
-    constexpr int limit_ms = 1000;
-    if (write_when_ready(stream, text, limit_ms) != text.size()) throw output_refusal();
+    using clock = std::chrono::steady_clock;
+    const auto limit = clock::now() + std::chrono::seconds(1);
+    for (std::string_view rest = text; !rest.empty();) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(limit - clock::now());
+        const std::size_t written =
+            write_when_ready(stream, rest, static_cast<int>(std::max<long>(left.count(), 0)));
+        if (written == 0) throw output_refusal();
+        rest.remove_prefix(written);
+    }
 }

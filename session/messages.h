@@ -26,5 +26,5 @@ private:
 };
 
 /// Writes `text` on the standard output, or on the error stream, at once. Throws `refusal` when it
-/// takes nothing, for a second in the case of a full pipe.
+/// takes nothing, or not all of it within a second in the case of a full pipe or a slow terminal.
 void print_at_once(const std::string& text, int stream = STDOUT_FILENO);

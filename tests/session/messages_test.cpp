@@ -1,12 +1,14 @@
 // What a program says on streams that may take nothing: in child processes, on pipes of the test.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <signal.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
+#include <thread>
 
 #include "ioshare/io_streams.h"
 #include "session/failure.h"
@@ -161,13 +163,14 @@ TEST(Messages, ALongLineIsCutToOnePiece) {
 }
 
 /// What printing ends with: nothing, or the status and whether there is one line that says why.
-std::string printing_on(const std::function<void()>& redirect) {
+std::string printing_on(const std::function<void()>& redirect,
+                        const std::string& text = "ident_mem=7\n") {
     return run_in_child([&] {
                const int shown = dup(STDOUT_FILENO);
                redirect();
                std::string result = "printed";
                try {
-                   print_at_once("ident_mem=7\n");
+                   print_at_once(text);
                } catch (const failure& why) {
                    const bool one_line =
                        !why.why.empty() && why.why.find('\n') == std::string::npos;
@@ -199,6 +202,26 @@ TEST(Messages, AStandardOutputThatTakesNothingIsAFailure) {
     EXPECT_EQ(printing_on([&] { dup2(pipe.ends[1], STDOUT_FILENO); }), "printed");
     EXPECT_EQ(pipe.empty(), "ident_mem=7\n");
     signal(SIGPIPE, SIG_DFL);
+}
+
+// Longer than what a terminal takes at a time.
+TEST(Messages, ASlowTerminalGetsAllOfIt) {
+    const test_terminal terminal;
+    const std::string text(100'000, 'x');
+    std::string seen;
+    std::thread reading([&] {
+        while (seen.size() < text.size()) {
+            char bytes[999];
+            pollfd wanted{terminal.master, POLLIN, 0};
+            if (poll(&wanted, 1, 10'000) != 1) return;
+            const ssize_t count = read(terminal.master, bytes, sizeof bytes);
+            if (count <= 0) return;
+            seen.append(bytes, static_cast<std::size_t>(count));
+        }
+    });
+    EXPECT_EQ(printing_on([&] { dup2(terminal.slave, STDOUT_FILENO); }, text + "\n"), "printed");
+    reading.join();
+    EXPECT_EQ(seen.substr(0, text.size()), text);
 }
 
 TEST(Messages, StreamsThatTheCallerClosedGoNowhereAndNoFileGetsTheirNumber) {
