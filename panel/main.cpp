@@ -43,6 +43,7 @@ void run_panel(int argc, char** argv) {
 int main(int argc, char** argv) {
     // The display's connection must not become the stream that reports go to.
     open_closed_streams(closed_stream::swallows);
+    outlive_full_files();
     const std::string form = argc > 1 ? argv[1] : "";
     if (form == "-h") {
         std::cout << help;

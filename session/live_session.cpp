@@ -77,7 +77,8 @@ void live_session::begin_run() {
 }
 
 void live_session::begin() {
-    if (!supervisor_.watch(server_.ident)) throw refusal("le processus de garde ne répond pas");
+    if (!supervisor_.watch(server_.ident) && !end_signals::due())
+        throw refusal("le processus de garde ne répond pas");
     end_signals::announce_on(*server_.segment);
     end_signals::depend_on(supervisor_.id());
     listen_to(end_signals::descriptor());

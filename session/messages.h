@@ -5,8 +5,9 @@
 #include <string>
 
 /// Lines on the standard error stream, each written whole or not at all. A stream that takes
-/// nothing at the moment, a full pipe for one, loses the line rather than holding the program up;
-/// the next one that gets through is preceded by a line that says how many were lost.
+/// nothing at the moment, a full pipe or a terminal that stands still, loses the line rather than
+/// holding the program up; the next one that gets through is preceded by a line that says how many
+/// were lost. Of a line that a terminal took in part the rest comes with the next.
 class message_stream {
 public:
     /// `program` begins the line that tells the number of lost ones.
@@ -19,9 +20,11 @@ public:
 
 private:
     std::string program_;
+    // What a terminal has not taken yet of the last line.
+    std::string unfinished_;
     int lost_ = 0;
 };
 
 /// Writes `text` on the standard output, or on the error stream, at once. Throws `refusal` when it
-/// takes nothing, for a second in the case of a full pipe.
+/// takes nothing, or not all of it within a second in the case of a full pipe or a slow terminal.
 void print_at_once(const std::string& text, int stream = STDOUT_FILENO);

@@ -1,7 +1,5 @@
 #include "session/station_main.h"
 
-#include <csignal>
-
 #include "ioshare/io_printable.h"
 #include "ioshare/link_capacity.h"
 #include "session/end_signals.h"
@@ -38,15 +36,6 @@ void tell(const std::string& program, const failure& why) {
         begin = end + 1;
     }
     messages.say(why.why.substr(begin));
-}
-
-/// A file that may not grow fails whoever writes on it, and does no more. The signal is caught, not
-/// ignored: programs that this one starts have its default again, and what a caller ignores can
-/// still be asked.
-void outlive_full_files() {
-    struct sigaction now {};
-    sigaction(SIGXFSZ, nullptr, &now);
-    if (now.sa_handler == SIG_DFL) std::signal(SIGXFSZ, [](int) {});
 }
 
 }  // namespace

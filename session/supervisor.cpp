@@ -17,6 +17,7 @@
 #include "ioshare/io_clocks.h"
 #include "session/control_folder.h"
 #include "session/dead_lock_watch.h"
+#include "session/end_signals.h"
 #include "session/failure.h"
 #include "session/system_errors.h"
 
@@ -136,7 +137,7 @@ bool supervisor::watch(std::int32_t ident) {
     if (send(pipe_, &ident, sizeof ident, MSG_NOSIGNAL) != sizeof ident) return false;
     pollfd answer{pipe_, POLLIN, 0};
     for (const auto limit = std::chrono::steady_clock::now() + patience;
-         std::chrono::steady_clock::now() < limit;) {
+         std::chrono::steady_clock::now() < limit && !end_signals::due();) {
         constexpr int look_ms = 100;
         if (poll(&answer, 1, look_ms) <= 0) continue;
         std::int32_t held = 0;

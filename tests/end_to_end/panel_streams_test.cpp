@@ -50,6 +50,17 @@ TEST(PanelStreams, ThePanelWorksWhicheverAreClosed) {
     }
 }
 
+TEST(PanelStreams, AnErrorStreamWhoseFileMayNotGrowDoesNotEndThePanel) {
+    const leaves_nothing nothing;
+    const temporary_folder files;
+    screen display;
+    test_server server({"te"}, {"RENT"});
+    program panel({"sh", "-c",
+                   "ulimit -f 0; exec " + built("quorin") + " -automemlink " +
+                       std::to_string(server->memory_ident()) + " 2>" + (files / "full").string()});
+    expect_to_work(display, server, panel);
+}
+
 TEST(PanelStreams, ItsStatusIsWhatItIsWithAllOfThem) {
     const struct {
         const char* words;

@@ -6,8 +6,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstring>
 #include <fstream>
+#include <thread>
 
 #include "ioshare/io_server.h"
 #include "session/dead_lock_watch.h"
@@ -152,6 +154,36 @@ TEST(DeadLockWatch, FreesOneAfterAnother) {
         test.look(10'000 * i);
         test.take();
         EXPECT_TRUE(test.free_after_looks(10'000 * i + 100, 10'000 * i + 900));
+    }
+}
+
+void spin(std::chrono::microseconds time) {
+    const auto until = std::chrono::steady_clock::now() + time;
+    while (std::chrono::steady_clock::now() < until) {
+    }
+}
+
+// Their hands are on it most of the time, and nothing is published meanwhile.
+TEST(DeadLockWatch, LeavesALockAloneThatBusyClientsTakeInTurn) {
+    for (int round = 0; round < 30; ++round) {
+        watched_lock test;
+        const attached_client client(test.server.ident, 0);
+        std::atomic<bool> stop = false;
+        std::thread busy([&] {
+            while (!stop) {
+                if (sem_trywait(&test.server.segment->lock) != 0) continue;
+                spin(std::chrono::microseconds(20));
+                sem_post(&test.server.segment->lock);
+                spin(std::chrono::microseconds(5));
+            }
+        });
+        for (int ms = 0; ms <= 2400; ms += 300) {
+            usleep(2000);
+            test.look(ms);
+        }
+        stop = true;
+        busy.join();
+        ASSERT_EQ(test.count(), 1) << "freed in round " << round;
     }
 }
 

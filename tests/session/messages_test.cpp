@@ -1,10 +1,14 @@
 // What a program says on streams that may take nothing: in child processes, on pipes of the test.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <signal.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <sstream>
+#include <thread>
 
 #include "ioshare/io_streams.h"
 #include "session/failure.h"
@@ -74,6 +78,66 @@ TEST(Messages, AFullPipeLosesLinesAndTheNextThatGetsThroughSaysHowMany) {
     EXPECT_EQ(said.out, "[essai: un\n][]" + after + "[]" + after);
 }
 
+/// A terminal that nobody reads until the end.
+struct test_terminal {
+    test_terminal() {
+        EXPECT_EQ(grantpt(master), 0);
+        EXPECT_EQ(unlockpt(master), 0);
+        slave = open(ptsname(master), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        EXPECT_GE(slave, 0);
+    }
+    ~test_terminal() {
+        for (const int each : {master, slave}) close(each);
+    }
+    test_terminal(const test_terminal&) = delete;
+    test_terminal& operator=(const test_terminal&) = delete;
+
+    std::string empty() const {
+        fcntl(master, F_SETFL, O_NONBLOCK);
+        std::string all;
+        char bytes[4096];
+        for (ssize_t count; (count = read(master, bytes, sizeof bytes)) > 0;)
+            all.append(bytes, static_cast<std::size_t>(count));
+        std::erase(all, '\r');
+        return all;
+    }
+    int master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC), slave = -1;
+};
+
+TEST(Messages, ATerminalThatStandsStillLosesLinesAndCutsNone) {
+    const test_terminal terminal;
+    constexpr int lines = 2000;
+    const std::string text(70, 'x');
+    const outcome said = run_in_child([&] {
+        dup2(terminal.slave, STDERR_FILENO);
+        message_stream messages("essai");
+        std::string seen;
+        alarm(20);
+        for (int times = 0; times < 2; ++times) {
+            for (int i = 0; i < lines; ++i) messages.say(text);
+            for (int i = 0; i < 3; ++i) {
+                seen += terminal.empty();
+                messages.say("fin");
+            }
+        }
+        std::printf("%s", (seen + terminal.empty()).c_str());
+        std::fflush(stdout);
+    });
+    EXPECT_EQ(said.status, 0) << "it waited for a reader";
+    std::istringstream shown(said.out);
+    const std::string lost = "essai: messages perdus: ";
+    int told = 0, ends = 0;
+    for (std::string line; std::getline(shown, line); ++told) {
+        if (line.starts_with(lost)) told += std::stoi(line.substr(lost.size())) - 1;
+        ends += line == "essai: fin";
+        EXPECT_TRUE(line.starts_with(lost) || line == "essai: " + text || line == "essai: fin")
+            << line;
+    }
+    EXPECT_EQ(told, 2 * (lines + 3)) << "told, or counted as lost";
+    EXPECT_GE(ends, 4);
+    EXPECT_NE(said.out.find(lost), std::string::npos);
+}
+
 TEST(Messages, AStreamWithoutAReaderIsNoReasonToEnd) {
     const outcome said = run_in_child([] {
         signal(SIGPIPE, SIG_IGN);  // as a session has it
@@ -99,13 +163,14 @@ TEST(Messages, ALongLineIsCutToOnePiece) {
 }
 
 /// What printing ends with: nothing, or the status and whether there is one line that says why.
-std::string printing_on(const std::function<void()>& redirect) {
+std::string printing_on(const std::function<void()>& redirect,
+                        const std::string& text = "ident_mem=7\n") {
     return run_in_child([&] {
                const int shown = dup(STDOUT_FILENO);
                redirect();
                std::string result = "printed";
                try {
-                   print_at_once("ident_mem=7\n");
+                   print_at_once(text);
                } catch (const failure& why) {
                    const bool one_line =
                        !why.why.empty() && why.why.find('\n') == std::string::npos;
@@ -137,6 +202,26 @@ TEST(Messages, AStandardOutputThatTakesNothingIsAFailure) {
     EXPECT_EQ(printing_on([&] { dup2(pipe.ends[1], STDOUT_FILENO); }), "printed");
     EXPECT_EQ(pipe.empty(), "ident_mem=7\n");
     signal(SIGPIPE, SIG_DFL);
+}
+
+// Longer than what a terminal takes at a time.
+TEST(Messages, ASlowTerminalGetsAllOfIt) {
+    const test_terminal terminal;
+    const std::string text(100'000, 'x');
+    std::string seen;
+    std::thread reading([&] {
+        while (seen.size() < text.size()) {
+            char bytes[999];
+            pollfd wanted{terminal.master, POLLIN, 0};
+            if (poll(&wanted, 1, 10'000) != 1) return;
+            const ssize_t count = read(terminal.master, bytes, sizeof bytes);
+            if (count <= 0) return;
+            seen.append(bytes, static_cast<std::size_t>(count));
+        }
+    });
+    EXPECT_EQ(printing_on([&] { dup2(terminal.slave, STDOUT_FILENO); }, text + "\n"), "printed");
+    reading.join();
+    EXPECT_EQ(seen.substr(0, text.size()), text);
 }
 
 TEST(Messages, StreamsThatTheCallerClosedGoNowhereAndNoFileGetsTheirNumber) {
