@@ -46,43 +46,25 @@ struct picture_box {
     bool operator==(const picture_box&) const = default;
 };
 
+// clang-format off
 /// The colours of the drawing, by what they are for.
 enum class ink {
-    // The background of each mode.
-    paper,
-    paused_paper,
-    replay_paper,
-    dead_paper,
-    over_paper,
-    // Texts and outlines; unlit commands; faint helps such as the ruler.
-    black,
-    white,
-    unlit,
-    faint,
-    // The panel's colours of a sensor: 1 and 0.
-    lamp_one,
-    lamp_zero,
+    // The background in each mode, and a great mark on it, a shade darker.
+    paper, paused_paper, replay_paper, dead_paper, over_paper,
+    paused_mark, replay_mark, dead_mark, over_mark,
+    // Texts and outlines; a command that is not 1; what is there to help only.
+    black, white, unlit, faint,
+    // A sensor at 1 and at 0, as on the panel.
+    lamp_one, lamp_zero,
     // A command that is 1; a value that is neither 1 nor 0.
-    lit,
-    odd,
+    lit, odd,
     // The mechanism.
-    metal,
-    dark_metal,
-    belt,
-    cleat,
-    base,
-    glue,
-    part,
-    stamp,
-    suction,
-    vacuum,
-    housing,
-    // Stop and warnings.
-    alarm,
-    warning,
-    replay_mark,
+    metal, dark_metal, belt, cleat, base, glue, part, stamp, suction, vacuum, housing,
+    // An emergency stop; a replay.
+    alarm, warning, replay,
     count
 };
+// clang-format on
 
 /// The red, green and blue of a colour, 0xRRGGBB.
 std::uint32_t rgb_of(ink colour);
@@ -122,7 +104,7 @@ struct picture_shape {
     /// Which of the picture's things it shows; -1 for none.
     int thing = -1;
     /// For a text: UTF-8, its size in pixels, where it stands in its box.
-    std::string text;
+    std::string text = {};
     int text_px = 0;
     text_side side = text_side::left;
     bool bold = false;
