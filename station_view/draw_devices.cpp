@@ -39,6 +39,10 @@ void draw_part(picture_builder& into, double mm, double bottom) {
     around(into, bound, ink::part, mm, part_mm, bottom - part_rows, bottom);
 }
 
+void draw_zone(picture_builder& into, const station_scene& scene, double mm, bilingual words) {
+    into.text(words.in(scene), into.x(mm), into.y(3.3), text_side::middle, ink::faint, 0.9);
+}
+
 bool base_below_nozzle(const workcell_state& state) {
     return std::ranges::any_of(state.bases, [](const workcell_base& each) {
         return each.front_mm >= nozzle_mm && each.front_mm - station::base_mm <= nozzle_mm;
@@ -68,6 +72,7 @@ void draw_timer(picture_builder& into, const station_scene& scene) {
 
 void draw_dispenser(picture_builder& into, const station_scene& scene) {
     begin_part(into, scene, station_part::glue_dispenser);
+    draw_zone(into, scene, nozzle_mm, {"zone 1 : colle", "zone 1: glue"});
     const int end = into.y(base_below_nozzle(scene.state) ? base_row + 0.75 : belt_row);
     if (scene.state.dispensing)
         into.bar(fill, ink::glue, into.x(nozzle_mm - 3), into.y(16.2), into.x(nozzle_mm + 3), end);
@@ -110,6 +115,7 @@ void draw_cup(picture_builder& into, const station_scene& scene) {
     begin_part(into, scene, station_part::suction_cup);
     constexpr double high = 10.6, low = drawer_floor_row - part_rows;
     const double lip = high + fraction_of(scene.state.cup_down) * (low - high);
+    draw_zone(into, scene, cup_mm, {"zone 2 : pièce", "zone 2: part"});
     const ink air = scene.state.vacuum    ? ink::vacuum
                     : scene.state.suction ? ink::suction
                                           : ink::white;
@@ -125,6 +131,7 @@ void draw_press(picture_builder& into, const station_scene& scene) {
     constexpr double high = 11, low = base_row - 0.15, head_rows = 1.5;
     constexpr double head_mm = station::press_head_end_mm - station::press_head_begin_mm;
     const double end = high + fraction_of(scene.state.press_down) * (low - high);
+    draw_zone(into, scene, press_mm, {"zone 3 : presse", "zone 3: press"});
     draw_cylinder(into, press_mm, 44, 16, end - head_rows);
     around(into, bound, ink::dark_metal, press_mm, head_mm, end - head_rows, end);
     draw_timer(into, scene);

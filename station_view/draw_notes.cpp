@@ -9,60 +9,68 @@ namespace {
 
 using enum shape_kind;
 
-constexpr double header_row = 2.1;
+// How high the banner and the title stand, and what is left free around their texts.
+constexpr double header_row = 1.8, banner_size = 1.35;
 
-// A great mark behind the station, in a shade of the paper.
-enum class watermark { none, bars, arrows, cross, block };
+// A great sign in the empty place left of the dispenser.
+enum class mode_sign { none, bars, arrows, cross, block };
 
 struct mode_row {
     session_mode key;
     station_part part;
-    ink paper, mark_ink, banner;
-    watermark mark;
+    ink paper, colour;
+    mode_sign sign;
     bilingual words;
 };
 
 // clang-format off
 constexpr mode_row modes[] = {
-    {session_mode::running,       station_part::running,       ink::paper,        ink::paper,       ink::paper,       watermark::none,   {"en marche", "running"}},
-    {session_mode::paused,        station_part::paused,        ink::paused_paper, ink::paused_mark, ink::black,       watermark::bars,   {"PAUSE", "PAUSED"}},
-    {session_mode::replay,        station_part::replay,        ink::replay_paper, ink::replay_mark, ink::replay,      watermark::arrows, {"REJEU", "REPLAY"}},
-    {session_mode::replay_paused, station_part::replay_paused, ink::replay_paper, ink::replay_mark, ink::replay,      watermark::bars,   {"REJEU EN PAUSE", "REPLAY PAUSED"}},
-    {session_mode::link_dead,     station_part::link_dead,     ink::dead_paper,   ink::dead_mark,   ink::black,       watermark::cross,  {"LIAISON PERDUE", "LINK LOST"}},
-    {session_mode::over,          station_part::over,          ink::over_paper,   ink::over_mark,   ink::stamp,       watermark::block,  {"SESSION TERMINÉE", "SESSION OVER"}},
+    {session_mode::running,       station_part::running,       ink::paper,        ink::faint,  mode_sign::none,   {"en marche", "running"}},
+    {session_mode::paused,        station_part::paused,        ink::paused_paper, ink::black,  mode_sign::bars,   {"PAUSE", "PAUSED"}},
+    {session_mode::replay,        station_part::replay,        ink::replay_paper, ink::replay, mode_sign::arrows, {"REJEU", "REPLAY"}},
+    {session_mode::replay_paused, station_part::replay_paused, ink::replay_paper, ink::replay, mode_sign::bars,   {"REJEU EN PAUSE", "REPLAY PAUSED"}},
+    {session_mode::link_dead,     station_part::link_dead,     ink::dead_paper,   ink::black,  mode_sign::cross,  {"LIAISON PERDUE", "LINK LOST"}},
+    {session_mode::over,          station_part::over,          ink::over_paper,   ink::stamp,  mode_sign::block,  {"SESSION TERMINÉE", "SESSION OVER"}},
 };
 // clang-format on
 static_assert(one_row_each(modes));
 
-void draw_cross(picture_builder& into, ink colour) {
-    const int thick = into.px(0.8);
+/// From corner to corner, so thick across.
+void draw_cross(picture_builder& into, ink colour, picture_box at, int thick) {
+    const int right = at.x + at.w - 1, bottom = at.y + at.h - 1;
     for (int i = 0; i < thick; ++i) {
-        into.line(colour, i, 0, into.w() - thick + i, into.h() - 1);
-        into.line(colour, i, into.h() - 1, into.w() - thick + i, 0);
+        into.line(colour, at.x + i, at.y, right - thick + 1 + i, bottom);
+        into.line(colour, at.x + i, bottom, right - thick + 1 + i, at.y);
     }
 }
 
-void draw_watermark(picture_builder& into, watermark mark, ink colour) {
-    const int middle = into.w() / 2, top = into.y(5), bottom = into.y(26), unit = into.px(3);
-    if (mark == watermark::cross) draw_cross(into, colour);
-    if (mark == watermark::block)
-        into.bar(fill, colour, middle - 3 * unit, top, middle + 3 * unit, bottom);
+void draw_sign(picture_builder& into, mode_sign sign, ink colour) {
+    const int middle = (into.x(-400, 13) + into.x(220, -4.5)) / 2;
+    const int top = into.y(12), bottom = into.y(17), side = bottom - top;
+    if (sign == mode_sign::cross)
+        draw_cross(into, colour, {middle - side / 2, top, side, side}, into.px(1));
+    if (sign == mode_sign::block)
+        into.bar(fill, colour, middle - side / 2, top, middle + side / 2, bottom);
     for (const int at : {-1, 1}) {
-        const int centre = middle + at * 5 * unit / 2;
-        if (mark == watermark::bars)
-            into.bar(fill, colour, centre - unit, top, centre + unit, bottom);
-        if (mark == watermark::arrows)
-            into.bar(head_right, colour, centre - 3 * unit, top, centre + 3 * unit, bottom);
+        const int bar = middle + at * side / 4, head = middle + at * side * 3 / 8;
+        if (sign == mode_sign::bars)
+            into.bar(fill, colour, bar - side / 7, top, bar + side / 7, bottom);
+        if (sign == mode_sign::arrows)
+            into.bar(head_right, colour, head - side * 3 / 8, top, head + side * 3 / 8, bottom);
     }
+}
+
+/// How wide a banner is to either side of its middle.
+int banner_half_px(const picture_builder& into, const std::string& text) {
+    return text_width_px(text, into.text_px(banner_size), true) / 2 + into.px(0.7);
 }
 
 /// A text in a coloured box around the middle of a width.
 void draw_banner(picture_builder& into, const std::string& text, int middle, ink colour) {
-    constexpr double size = 1.35;
-    const int wide = text_width_px(text, into.px(size)) / 2 + into.px(0.8), high = into.px(1.05);
+    const int half = banner_half_px(into, text), high = into.px(1);
     const int y = into.y(header_row);
-    into.bar(fill, colour, middle - wide, y - high, middle + wide, y + high);
-    into.text(text, middle, y, text_side::middle, ink::white, size, true);
+    into.bar(fill, colour, middle - half, y - high, middle + half, y + high);
+    into.text(text, middle, y, text_side::middle, ink::white, banner_size, true);
 }
 
 // Yellow and black along the whole edge.
@@ -80,6 +88,14 @@ void draw_hazard_frame(picture_builder& into) {
         into.bar(fill, colour, 0, at, thick, end);
         into.bar(fill, colour, w - thick, at, w, end);
     }
+}
+
+void draw_emergency(picture_builder& into, const station_scene& scene) {
+    if (!scene.state.emergency_stop) return;
+    begin_part(into, scene, station_part::emergency_stop);
+    draw_hazard_frame(into);
+    draw_banner(into, scene.english ? "EMERGENCY STOP" : "ARRÊT D'URGENCE", into.w() / 2,
+                ink::alarm);
 }
 
 void draw_title(picture_builder& into, const station_scene& scene) {
@@ -114,21 +130,18 @@ station_part part_of(session_mode mode) { return row_of(modes, mode).part; }
 
 void draw_mode(picture_builder& into, const station_scene& scene) {
     const mode_row& mode = row_of(modes, scene.mode);
+    const std::string words = mode.words.in(scene);
+    const int right = into.x(right_end_mm);
     into.background(mode.paper);
     begin_part(into, scene, mode.part);
-    draw_watermark(into, mode.mark, mode.mark_ink);
-    const std::string words = mode.words.in(scene);
-    const int right = into.w() - into.px(10);
-    if (mode.mark == watermark::none)
-        into.text(words, right, into.y(header_row), text_side::middle, ink::faint, 1.1);
+    if (mode.sign == mode_sign::cross)
+        draw_cross(into, ink::dead_cross, {0, 0, into.w(), into.h()}, into.px(0.6));
+    draw_sign(into, mode.sign, mode.colour);
+    if (mode.sign == mode_sign::none)
+        into.text(words, right, into.y(header_row), text_side::right, mode.colour, 1.1);
     else
-        draw_banner(into, words, right, mode.banner);
-    if (scene.state.emergency_stop) {
-        begin_part(into, scene, station_part::emergency_stop);
-        draw_hazard_frame(into);
-        draw_banner(into, scene.english ? "EMERGENCY STOP" : "ARRÊT D'URGENCE", into.w() / 2,
-                    ink::alarm);
-    }
+        draw_banner(into, words, right - banner_half_px(into, words), mode.colour);
+    draw_emergency(into, scene);
     draw_title(into, scene);
 }
 
@@ -152,13 +165,15 @@ void draw_counts(picture_builder& into, const station_scene& scene) {
                 {{"mauvaises", "bad"}, scene.state.bad},
                 {{"incidents", "incidents"}, scene.state.incidents},
                 {{"perdues", "lost parts"}, scene.state.parts_lost}};
-    into.bar(bound, ink::housing, into.x(1280, -9.6), into.y(4.5), into.x(1280, 1.3), into.y(11));
-    double row = 5.5;
+    constexpr double first_row = 5.4, step = 3;
+    const int left = into.x(right_end_mm, -9.5), right = into.x(right_end_mm), gap = into.px(0.5);
+    into.bar(bound, ink::housing, left, into.y(4.5), right, into.y(16.9));
+    double row = first_row;
     for (const auto& [words, count] : rows) {
-        into.text(words.in(scene), into.x(1280, -9.2), into.y(row), text_side::left, ink::faint);
-        into.text(std::to_string(count), into.x(1280, 0.9), into.y(row), text_side::right,
-                  ink::black, 1, true);
-        row += 1.5;
+        into.text(words.in(scene), left + gap, into.y(row), text_side::left, ink::faint);
+        into.text(std::to_string(count), right - gap, into.y(row + step / 2), text_side::right,
+                  ink::black, 1.3, true);
+        row += step;
     }
 }
 

@@ -65,7 +65,7 @@ constexpr sensor_row sensors[] = {
 };
 
 constexpr command_row commands[] = {
-    {station_output::DEPOSE, {236, -6.8, 8}, head_down, {"1 dépose de la colle en zone 1.", "1 lays glue at zone 1."}, true},
+    {station_output::DEPOSE, {236, -7.6, 8}, head_down, {"1 dépose de la colle en zone 1.", "1 lays glue at zone 1."}, true},
     {station_output::MTA,    {desk, 8.2, 23.2}, head_right, {"1 fait marcher le tapis d'attente.", "1 runs the waiting belt."}},
     {station_output::MT,     {0, 1.2, 23.2}, head_right, {"1 fait marcher le tapis principal.", "1 runs the main belt."}},
     {station_output::ASPI,   {cup, 0.6, 8.2}, head_up, {"1 aspire ; 0 lâche la pièce.", "1 sucks; 0 lets the part go."}},
@@ -73,8 +73,8 @@ constexpr command_row commands[] = {
     {station_output::SORT,   {drawer_in, -4.4, 6.7}, head_right, {"1 sort le tiroir sous la ventouse.", "1 moves the drawer out, below the cup."}},
     {station_output::DESV,   {cup, 0.6, 6.7}, head_down, {"1 descend la ventouse.", "1 lowers the cup."}},
     {station_output::MONV,   {cup, 0.6, 5.2}, head_up, {"1 monte la ventouse.", "1 raises the cup."}},
-    {station_output::DESP,   {882, 1.2, 6.7}, head_down, {"1 descend la presse.", "1 lowers the press."}},
-    {station_output::MONP,   {882, 1.2, 5.2}, head_up, {"1 monte la presse.", "1 raises the press."}},
+    {station_output::DESP,   {882, 0.7, 6.7}, head_down, {"1 descend la presse.", "1 lowers the press."}},
+    {station_output::MONP,   {882, 0.7, 5.2}, head_up, {"1 monte la presse.", "1 raises the press."}},
     {station_output::BZ1,    {blocker_1, 0.55, 25.7}, head_up, {"1 sort le bloqueur 1, 0 le laisse rentrer.", "1 extends blocker 1, 0 lets it retract."}},
     {station_output::BZ2,    {blocker_2, 0.55, 25.7}, head_up, {"1 sort le bloqueur 2, 0 le laisse rentrer.", "1 extends blocker 2, 0 lets it retract."}},
     {station_output::BZ3,    {blocker_3, 0.55, 25.7}, head_up, {"1 sort le bloqueur 3, 0 le laisse rentrer.", "1 extends blocker 3, 0 lets it retract."}},
@@ -114,16 +114,19 @@ void draw_command(picture_builder& into, const station_scene& scene, const comma
     draw_arrow(into, command.arrow, value == 1 ? ink::lit : ink::unlit, left, y);
     into.text(name, text_x, y, text_side::left, value == 1 ? ink::lit : ink::black, 1, value == 1);
     if (value == 0 || value == 1) return;
-    const int after = text_x + text_width_px(name, into.px(1)) + into.px(0.3);
+    const int after = text_x + text_width_px(name, into.text_px(1)) + into.px(0.3);
     into.text(std::to_string(value), command.value_below ? text_x : after,
-              command.value_below ? y + into.px(1.3) : y, text_side::left, ink::odd, 0.85, true);
+              command.value_below ? y + into.px(1.3) : y, text_side::left, ink::odd, 0.8);
 }
 
 }  // namespace
 
 void draw_lamp(picture_builder& into, int centre_x, int centre_y, std::int32_t value) {
-    const int side = into.px(1.05), half = into.px(0.42);
-    if (value == 1) return into.disc(bound_disc, ink::lamp_one, centre_x, centre_y, side);
+    const int side = into.px(1.1), half = into.px(value == 0 ? 0.4 : 0.5), glint = into.px(0.28);
+    if (value == 1) {
+        into.disc(bound_disc, ink::lamp_one, centre_x, centre_y, side);
+        return into.disc(disc, ink::white, centre_x - side / 5, centre_y - side / 5, glint);
+    }
     const int left = centre_x - half, top = centre_y - half;
     const int right = centre_x + half, bottom = centre_y + half;
     into.bar(bound, value == 0 ? ink::lamp_zero : ink::white, left, top, right, bottom);

@@ -11,17 +11,18 @@ namespace {
 constexpr double first_mm = -station::waiting_belt_mm;
 constexpr double last_mm = station::main_belt_mm + station::base_mm;
 // So many units are always there, across and down; a row grows to so many units at most.
-constexpr double units_across = 100, rows = 30, most_units_a_row = 1.7;
+constexpr double units_across = 100, rows = 30, most_units_a_row = 1.9;
 constexpr double margin_units = 3;
 
 bool begins_character(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }
 
+// Those of a wide typeface.
 double character_units(char byte) {
-    constexpr std::string_view narrow = " .,:;'!|()ijl", wide = "mwMW";
+    constexpr std::string_view narrow = " .,:;'!|()ijlft-", wide = "mwMW@%";
     if (!begins_character(byte)) return 0;
-    if (narrow.find(byte) != narrow.npos) return 0.36;
-    if (wide.find(byte) != wide.npos) return 0.95;
-    return byte >= 'A' && byte <= 'Z' ? 0.79 : static_cast<unsigned char>(byte) < 0x80 ? 0.62 : 0.8;
+    if (narrow.find(byte) != narrow.npos) return 0.4;
+    if (wide.find(byte) != wide.npos || static_cast<unsigned char>(byte) >= 0xE0) return 1;
+    return byte >= 'A' && byte <= 'Z' ? 0.79 : 0.67;
 }
 
 bool is_cut(const picture_shape& shape, int w, int h) {
@@ -31,17 +32,18 @@ bool is_cut(const picture_shape& shape, int w, int h) {
 
 }  // namespace
 
-int text_width_px(const std::string& text, int size_px) {
+int text_width_px(const std::string& text, int size_px, bool bold) {
+    constexpr double bolder = 1.11;
     double units = 0;
     for (const char byte : text) units += character_units(byte);
-    return static_cast<int>(std::ceil(units * size_px));
+    return static_cast<int>(std::ceil(units * size_px * (bold ? bolder : 1)));
 }
 
-std::string fitted(const std::string& text, int size_px, int most_px) {
-    if (text_width_px(text, size_px) <= most_px) return text;
+std::string fitted(const std::string& text, int size_px, bool bold, int most_px) {
+    if (text_width_px(text, size_px, bold) <= most_px) return text;
     const std::string ellipsis = "…";
     std::string beginning = text;
-    while (!beginning.empty() && text_width_px(beginning + ellipsis, size_px) > most_px) {
+    while (!beginning.empty() && text_width_px(beginning + ellipsis, size_px, bold) > most_px) {
         while (!begins_character(beginning.back()) && beginning.size() > 1) beginning.pop_back();
         beginning.pop_back();
     }
@@ -78,6 +80,10 @@ int picture_builder::px(double units) const {
     return std::max(1, static_cast<int>(std::lround(units * unit_)));
 }
 
+int picture_builder::text_px(double units) const {
+    return std::max(1, static_cast<int>(units * unit_ + 1e-6));
+}
+
 void picture_builder::bar(shape_kind kind, ink colour, int x0, int y0, int x1, int y1) {
     x0 = std::clamp(x0, 0, picture_.w);
     y0 = std::clamp(y0, 0, picture_.h);
@@ -103,10 +109,10 @@ void picture_builder::line(ink colour, int x0, int y0, int x1, int y1, bool dash
 
 void picture_builder::text(const std::string& text, int at_x, int middle_y, text_side side,
                            ink colour, double units, bool bold, int most_px) {
-    const int size = px(units);
+    const int size = text_px(units);
     const int room = most_px > 0 ? std::min(most_px, picture_.w) : picture_.w;
-    const std::string shown = fitted(text, size, room);
-    const int wide = text_width_px(shown, size), high = size * 6 / 5;
+    const std::string shown = fitted(text, size, bold, room);
+    const int wide = text_width_px(shown, size, bold), high = size * 6 / 5;
     const int left = at_x - (side == text_side::left     ? 0
                              : side == text_side::middle ? wide / 2
                                                          : wide);

@@ -25,8 +25,10 @@ public:
     int x(double mm, double units = 0) const;
     /// The pixel of a row.
     int y(double row) const;
-    /// The height of names, times a factor: whole pixels, at least one.
+    /// So many units in whole pixels, at least one.
     int px(double units) const;
+    /// The size of a text that is so many units high: whole pixels, never more than that.
+    int text_px(double units) const;
 
     /// Rectangles and arrow heads, from edge to edge; what lies outside the picture is cut off.
     void bar(shape_kind kind, ink colour, int x0, int y0, int x1, int y1);
@@ -52,10 +54,10 @@ private:
 
 /// How wide a text is at most in the drawing's typeface, in pixels: by its characters, since a
 /// picture knows no display.
-int text_width_px(const std::string& text, int size_px);
+int text_width_px(const std::string& text, int size_px, bool bold = false);
 
 /// The text, or as much of its beginning as there is room for, with an ellipsis.
-std::string fitted(const std::string& text, int size_px, int most_px);
+std::string fitted(const std::string& text, int size_px, bool bold, int most_px);
 
 /// A fraction as a drawing can take it: 0 to 1, 0 for what is no number.
 double fraction_of(double value);

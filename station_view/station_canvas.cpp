@@ -29,17 +29,21 @@ void station_canvas::resize(int new_x, int new_y, int new_w, int new_h) {
     redraw();
 }
 
-int station_canvas::handle(int event) {
-    if (event == FL_ENTER || event == FL_MOVE) {
-        point_at(Fl::event_x() - x(), Fl::event_y() - y());
-        return 1;
-    }
-    return Fl_Widget::handle(event);
+const picture_thing* station_canvas::pointed_at() const {
+    if (Fl::belowmouse() != this) return nullptr;
+    return thing_at(picture_, Fl::event_x() - x(), Fl::event_y() - y());
 }
 
-// The tooltip of a place goes with the place: it comes up again over another thing.
-void station_canvas::point_at(int at_x, int at_y) {
-    const picture_thing* const thing = thing_at(picture_, at_x, at_y);
+int station_canvas::handle(int event) {
+    if (event != FL_ENTER && event != FL_MOVE && event != FL_LEAVE) return Fl_Widget::handle(event);
+    tell(event == FL_LEAVE ? nullptr
+                           : thing_at(picture_, Fl::event_x() - x(), Fl::event_y() - y()));
+    return 1;
+}
+
+// The toolkit keeps the text's address: it lets go of the old text before that changes. Another
+// text comes up as one of its own.
+void station_canvas::tell(const picture_thing* thing) {
     const std::string tip = thing ? thing->sentence : "";
     if (tip == tip_) return;
     Fl_Tooltip::enter_area(this, 0, 0, 0, 0, nullptr);

@@ -20,6 +20,8 @@ public:
 
     /// What is shown.
     const station_picture& picture() const { return picture_; }
+    /// The thing below the mouse; null when there is none. Valid until the next change.
+    const picture_thing* pointed_at() const;
     /// How often it was painted.
     int paintings() const { return paintings_; }
 
@@ -30,7 +32,7 @@ protected:
     void draw() override;
 
 private:
-    void point_at(int x, int y);
+    void tell(const picture_thing* thing);
 
     station_scene scene_;
     station_picture picture_;

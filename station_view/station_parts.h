@@ -11,6 +11,9 @@ inline constexpr double beam_row = 3.9, belt_row = 20, belt_end_row = 21.6, base
 // when that is low.
 inline constexpr double part_rows = 0.9, drawer_floor_row = 17.35;
 
+// Where the drawing ends on the right: a base that leaves is over the belt's end by its length.
+inline constexpr double right_end_mm = 1280;
+
 /// A sentence or a word in both languages.
 struct bilingual {
     const char *french, *english;
@@ -71,6 +74,6 @@ void draw_legend(picture_builder& into, const station_scene& scene);
 void draw_sensors(picture_builder& into, const station_scene& scene);
 void draw_commands(picture_builder& into, const station_scene& scene);
 
-/// A lamp around a centre: a red disc for 1, a blue square for 0, a crossed white box for any other
-/// value, so that grey tones tell them apart.
+/// A lamp around a centre: a red disc with a glint for 1, a smaller blue square for 0, a larger
+/// crossed white box for any other value, so that grey tones tell them apart.
 void draw_lamp(picture_builder& into, int centre_x, int centre_y, std::int32_t value);

@@ -49,9 +49,8 @@ struct picture_box {
 // clang-format off
 /// The colours of the drawing, by what they are for.
 enum class ink {
-    // The background in each mode, and a great mark on it, a shade darker.
-    paper, paused_paper, replay_paper, dead_paper, over_paper,
-    paused_mark, replay_mark, dead_mark, over_mark,
+    // The background in each mode; the cross over the last state of a dead link.
+    paper, paused_paper, replay_paper, dead_paper, over_paper, dead_cross,
     // Texts and outlines; a command that is not 1; what is there to help only.
     black, white, unlit, faint,
     // A sensor at 1 and at 0, as on the panel.

@@ -26,7 +26,7 @@ inline station_scene scene_at_work() {
     using enum station_output;
     station_scene scene = scene_of(workcell_model(29), {MT, MTA, DESP, BZ1, BZ3, DEPOSE, ASPI});
     workcell_state& now = scene.state;
-    now.bases = {{1, 900, true, true, false, 1},  {2, 700, true, true, false, 1},
+    now.bases = {{1, 900, true, true, false, 1},     {2, 700, true, true, false, 1},
                  {3, 300, false, false, false, 0.6}, {4, 60, false, false, false, 0},
                  {5, -100, false, false, false, 0},  {6, -200, false, false, false, 0}};
     now.blockers_out = {1, 0.3, 1};
@@ -77,17 +77,17 @@ public:
     station_scene next() {
         station_scene scene;
         workcell_state& now = scene.state;
-        for (double* each : {&now.time_s, &now.drawer_out, &now.cup_down, &now.press_down,
-                             &now.press_held_s, &now.blockers_out[0], &now.blockers_out[1],
-                             &now.blockers_out[2]})
+        for (double* each :
+             {&now.time_s, &now.drawer_out, &now.cup_down, &now.press_down, &now.press_held_s,
+              &now.blockers_out[0], &now.blockers_out[1], &now.blockers_out[2]})
             *each = real();
         for (int* each : {&now.bases_in_stock, &now.parts_in_magazine, &now.parts_lost, &now.good,
                           &now.bad, &now.parts_left, &now.incidents})
             *each = whole();
-        for (bool* each : {&now.emergency_stop, &now.waiting_belt_runs, &now.main_belt_runs,
-                           &now.dispensing, &now.suction, &now.vacuum, &now.part_in_drawer,
-                           &now.part_in_cup, &scene.desk.dc, &scene.desk.ac, &scene.desk.atu,
-                           &scene.english})
+        for (bool* each :
+             {&now.emergency_stop, &now.waiting_belt_runs, &now.main_belt_runs, &now.dispensing,
+              &now.suction, &now.vacuum, &now.part_in_drawer, &now.part_in_cup, &scene.desk.dc,
+              &scene.desk.ac, &scene.desk.atu, &scene.english})
             *each = coin();
         now.waiting_belt_um = static_cast<std::int64_t>(random_());
         now.main_belt_um = static_cast<std::int64_t>(random_());
@@ -95,8 +95,8 @@ public:
             now.bases.push_back({whole(), real(), coin(), coin(), coin(), real()});
         for (std::int32_t& each : scene.sensors) each = coin() ? coin() : whole();
         for (std::int32_t& each : scene.commands) each = coin() ? coin() : whole();
-        scene.mode = static_cast<session_mode>(random_() %
-                                               static_cast<unsigned>(session_mode::count));
+        scene.mode =
+            static_cast<session_mode>(random_() % static_cast<unsigned>(session_mode::count));
         for (auto i = random_() % 40; i > 0; --i) scene.title += static_cast<char>(random_());
         return scene;
     }
