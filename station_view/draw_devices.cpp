@@ -101,8 +101,9 @@ void draw_drawer(picture_builder& into, const station_scene& scene) {
     const double out = fraction_of(scene.state.drawer_out);
     const double mm = magazine_mm + out * (cup_mm - magazine_mm);
     // The rail stays where it is.
-    into.line(ink::dark_metal, into.x(magazine_mm - tray_mm / 2), into.y(drawer_floor_row + thick),
-              into.x(cup_mm + tray_mm / 2), into.y(drawer_floor_row + thick));
+    into.bar(fill, ink::dark_metal, into.x(magazine_mm - tray_mm / 2),
+             into.y(drawer_floor_row + thick), into.x(cup_mm + tray_mm / 2),
+             into.y(drawer_floor_row + thick) + into.px(0.15));
     if (scene.state.part_in_drawer) draw_part(into, mm, drawer_floor_row);
     around(into, fill, ink::stamp, mm, tray_mm, drawer_floor_row, drawer_floor_row + thick);
     for (const double side : {-1.0, 1.0})

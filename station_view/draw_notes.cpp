@@ -115,10 +115,10 @@ constexpr key_row desk_keys[] = {{&station_desk::dc, ink::lit},
 
 // A pushed button is down, and its inside dark.
 void draw_key(picture_builder& into, int middle, ink colour, bool pushed) {
-    const int wide = into.px(1.3), bottom = into.y(7.9), top = into.y(pushed ? 7.2 : 6.5);
+    const int wide = into.px(1.3), bottom = into.y(7.3), top = into.y(pushed ? 6.6 : 5.9);
     into.bar(bound, colour, middle - wide, top, middle + wide, bottom);
     into.bar(bound, ink::dark_metal, middle - wide - into.px(0.4), bottom,
-             middle + wide + into.px(0.4), into.y(8.2));
+             middle + wide + into.px(0.4), into.y(7.6));
     if (!pushed)
         into.bar(fill, ink::white, middle - wide + 1, top + 1, middle + wide - 1,
                  top + into.px(0.35));
@@ -148,8 +148,8 @@ void draw_mode(picture_builder& into, const station_scene& scene) {
 void draw_desk(picture_builder& into, const station_scene& scene) {
     begin_part(into, scene, station_part::desk);
     const int left = into.x(-400), right = into.x(-400, 21.5);
-    into.bar(bound, ink::housing, left, into.y(4.5), right, into.y(11));
-    into.text(scene.english ? "desk" : "pupitre", into.x(-400, 15.7), into.y(7.2), text_side::left,
+    into.bar(bound, ink::housing, left, into.y(4.5), right, into.y(10.4));
+    into.text(scene.english ? "desk" : "pupitre", into.x(-400, 16), into.y(6.8), text_side::left,
               ink::faint);
     for (std::size_t i = 0; i < std::size(desk_keys); ++i)
         draw_key(into, into.x(-400, 2.5 + 5 * static_cast<double>(i)), desk_keys[i].colour,
@@ -165,13 +165,13 @@ void draw_counts(picture_builder& into, const station_scene& scene) {
                 {{"mauvaises", "bad"}, scene.state.bad},
                 {{"incidents", "incidents"}, scene.state.incidents},
                 {{"perdues", "lost parts"}, scene.state.parts_lost}};
-    constexpr double first_row = 5.4, step = 3;
+    constexpr double first_row = 5.3, step = 3.05, below = 1.38;
     const int left = into.x(right_end_mm, -9.5), right = into.x(right_end_mm), gap = into.px(0.5);
     into.bar(bound, ink::housing, left, into.y(4.5), right, into.y(16.9));
     double row = first_row;
     for (const auto& [words, count] : rows) {
         into.text(words.in(scene), left + gap, into.y(row), text_side::left, ink::faint);
-        into.text(std::to_string(count), right - gap, into.y(row + step / 2), text_side::right,
+        into.text(std::to_string(count), right - gap, into.y(row + below), text_side::right,
                   ink::black, 1.3, true);
         row += step;
     }

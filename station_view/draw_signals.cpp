@@ -55,12 +55,12 @@ constexpr sensor_row sensors[] = {
     {station_input::p1ok,  {station::stop_mm[0] - 3, -4.2, 22.6}, {"1 quand un support est à la butée de la zone 1.", "1 when a base is at the stop of zone 1."}},
     {station_input::p2ok,  {station::stop_mm[1] - 3, -4.2, 22.6}, {"1 quand un support est à la butée de la zone 2.", "1 when a base is at the stop of zone 2."}},
     {station_input::p3ok,  {station::stop_mm[2] - 3, -4.2, 22.6}, {"1 quand un support est à la butée de la zone 3.", "1 when a base is at the stop of zone 3."}},
-    {station_input::init,  {desk, 16.4, 9.6}, {"1 quand la station est au repos : tiroir rentré, ventouse et presse hautes, bloqueurs rentrés, rien en marche.", "1 when the station is at rest: drawer in, cup and press high, blockers retracted, nothing running."}},
+    {station_input::init,  {desk, 16.4, 9.1}, {"1 quand la station est au repos : tiroir rentré, ventouse et presse hautes, bloqueurs rentrés, rien en marche.", "1 when the station is at rest: drawer in, cup and press high, blockers retracted, nothing running."}},
     {station_input::vide,  {cup, 1.2, 13}, {"1 quand la ventouse tient une pièce par le vide (ASPI).", "1 when the cup holds a part by vacuum (ASPI)."}},
     {station_input::colle, {station::stop_mm[0] - 80, -4.2, 16.6}, {"1 quand le support en zone 1 est collé (DEPOSE).", "1 when the base at zone 1 is glued (DEPOSE)."}},
-    {station_input::dc,    {desk, 1.4, 9.6}, {"bouton de départ de cycle, 1 tant qu'il est enfoncé.", "start cycle button, 1 while it is held."}},
-    {station_input::ac,    {desk, 6.4, 9.6}, {"bouton d'arrêt de cycle, 1 tant qu'il est enfoncé.", "stop cycle button, 1 while it is held."}},
-    {station_input::atu,   {desk, 11.4, 9.6}, {"arrêt d'urgence, 1 tant qu'il est verrouillé : tout reste où il est.", "emergency stop, 1 while it is latched: everything stays where it is."}},
+    {station_input::dc,    {desk, 1.4, 9.1}, {"bouton de départ de cycle, 1 tant qu'il est enfoncé.", "start cycle button, 1 while it is held."}},
+    {station_input::ac,    {desk, 6.4, 9.1}, {"bouton d'arrêt de cycle, 1 tant qu'il est enfoncé.", "stop cycle button, 1 while it is held."}},
+    {station_input::atu,   {desk, 11.4, 9.1}, {"arrêt d'urgence, 1 tant qu'il est verrouillé : tout reste où il est.", "emergency stop, 1 while it is latched: everything stays where it is."}},
     {station_input::timer10_term, {press, 1.8, 14.2}, {"1 quand la presse a tenu un support dix secondes, jusqu'à ce qu'elle remonte (DESP, MONP).", "1 when the press has held a base for ten seconds, until it goes up (DESP, MONP)."}},
 };
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "station_view/station_picture.h"
-#include "tests/workcell/station_driver.h"
+#include "workcell/workcell_model.h"
 
 /// The scene of a model, with commands as they were given.
 inline station_scene scene_of(const workcell_model& model,
