@@ -2,7 +2,7 @@
 // to be painted, on each size.
 //
 //     tools/with_display build/bench/bin/bench_station_view
-#include <FL/Fl_Device.H>
+#include <FL/fl_draw.H>
 #include <FL/x.H>
 
 #include <algorithm>

@@ -57,6 +57,7 @@ picture_builder::picture_builder(int w, int h)
       row_(std::min(h / rows, most_units_a_row * unit_)) {
     picture_.w = w;
     picture_.h = h;
+    picture_.name_px = text_px(1);
 }
 
 void picture_builder::begin(std::string name, std::string sentence) {

@@ -3,9 +3,16 @@
 #include <FL/Fl.H>
 #include <FL/Fl_Tooltip.H>
 
+#include <algorithm>
 #include <utility>
 
 #include "station_view/station_painter.h"
+
+namespace {
+
+constexpr int most_tip_px = 20;
+
+}  // namespace
 
 station_canvas::station_canvas(int x, int y, int w, int h) : Fl_Widget(x, y, w, h) {
     picture_ = draw_station(scene_, w, h);
@@ -41,13 +48,15 @@ int station_canvas::handle(int event) {
     return 1;
 }
 
-// The toolkit keeps the text's address: it lets go of the old text before that changes. Another
-// text comes up as one of its own.
+// As large as the names, as far as the toolkit's tooltips are wide enough for that. The toolkit
+// keeps the text's address: it lets go of the old text before that changes. Another text comes up
+// as one of its own.
 void station_canvas::tell(const picture_thing* thing) {
     const std::string tip = thing ? thing->sentence : "";
     if (tip == tip_) return;
     Fl_Tooltip::enter_area(this, 0, 0, 0, 0, nullptr);
     tip_ = tip;
+    Fl_Tooltip::size(std::clamp<int>(picture_.name_px, FL_NORMAL_SIZE, most_tip_px));
     if (thing) Fl_Tooltip::enter_area(this, x(), y(), w(), h(), tip_.c_str());
 }
 

@@ -8,7 +8,8 @@
 
 /// Needs a display, and a double-buffered window around it, or it flickers. It has no clock:
 /// whoever owns it calls `show` when something may have changed. The window takes care of its size;
-/// each resize draws the scene anew for it.
+/// each resize draws the scene anew for it. Tooltips, the program's other ones too, get about the
+/// size of its names.
 class station_canvas : public Fl_Widget {
 public:
     station_canvas(int x, int y, int w, int h);

@@ -122,6 +122,8 @@ struct picture_thing {
 
 struct station_picture {
     int w = 0, h = 0;
+    /// The height of the names, in pixels.
+    int name_px = 0;
     ink background = ink::paper;
     std::vector<picture_shape> shapes;
     std::vector<picture_thing> things;

@@ -5,6 +5,7 @@
 
 #include <FL/Fl.H>
 #include <FL/Fl_Double_Window.H>
+#include <FL/Fl_Tooltip.H>
 #include <FL/x.H>
 
 #include <chrono>
@@ -118,6 +119,16 @@ TEST_F(Canvas, TellsWhatIsPointedAt) {
     XWarpPointer(fl_display, None, fl_xid(&window), 0, 0, 0, 0, 10, 10);
     EXPECT_TRUE(wait_until([this] { return !canvas.pointed_at(); }));
     EXPECT_TRUE(wait_until([] { return !tooltip_is_up(); }));
+}
+
+TEST_F(Canvas, TooltipsGrowWithTheNames) {
+    window.resize(0, 0, 1850, 1000);
+    ASSERT_TRUE(wait_until([this] { return canvas.w() == 1750; }));
+    settle();
+    ASSERT_EQ(canvas.picture().name_px, 17);
+    point_at("te");
+    ASSERT_TRUE(wait_until([this] { return canvas.pointed_at() != nullptr; }));
+    EXPECT_EQ(Fl_Tooltip::size(), 17);
 }
 
 TEST_F(Canvas, CanGoWhileItsTooltipIsUp) {

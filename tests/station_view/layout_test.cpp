@@ -220,6 +220,13 @@ TEST(Layout, NamesAreFourteenPixelsAtLeastOnAProjector) {
     }
 }
 
+TEST(Layout, SaysHowHighItsNamesAre) {
+    for (const auto& [w, h] : sizes) {
+        const station_picture picture = draw_station({}, w, h);
+        EXPECT_EQ(picture.name_px, shapes_of(picture, "te").back().text_px) << w;
+    }
+}
+
 TEST(Layout, TextsGrowWithThePicture) {
     const auto name_px = [](int w, int h) {
         return shapes_of(draw_station({}, w, h), "timer10_term").back().text_px;
