@@ -18,6 +18,7 @@ public:
     /// Shows the scene. It is painted with the toolkit's next turn, and only when its picture is
     /// not the one that is shown already.
     void show(const station_scene& scene);
+    using Fl_Widget::show;
 
     /// What is shown.
     const station_picture& picture() const { return picture_; }

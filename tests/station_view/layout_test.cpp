@@ -74,30 +74,31 @@ TEST(Layout, ABlockerIsInTheBasesPathFromHalfItsStrokeOn) {
 
 // A part of the mechanism goes from one place to another, in a straight line of its stroke.
 TEST(Layout, StrokesAreToScale) {
-    const struct {
+    const struct rod {
         const char* name;
         double workcell_state::*stroke;
         bool down;
-    } rods[] = {{"drawer", &workcell_state::drawer_out, false},
-                {"suction_cup", &workcell_state::cup_down, true},
-                {"press", &workcell_state::press_down, true}};
-    for (const auto& [name, stroke, down] : rods) {
-        const auto place = [&](double fraction) {
-            station_scene scene;
-            scene.state.*stroke = fraction;
-            scene.state.part_in_drawer = scene.state.part_in_cup = true;
-            const auto shapes = shapes_of(draw_station(scene, 3840, 2000), name);
-            // The press's head, or the part that is carried.
-            const ink carried = std::string_view(name) == "press" ? ink::dark_metal : ink::part;
-            for (auto each = shapes.rbegin(); each != shapes.rend(); ++each)
-                if (each->kind == shape_kind::bound && each->colour == carried)
-                    return down ? each->box.y : each->box.x;
-            return -1;
-        };
-        const int from = place(0), to = place(1);
-        EXPECT_GT(to - from, 100) << name;
+        // The press's head, or the part that is carried.
+        ink end;
+    } rods[] = {{"drawer", &workcell_state::drawer_out, false, ink::part},
+                {"suction_cup", &workcell_state::cup_down, true, ink::part},
+                {"press", &workcell_state::press_down, true, ink::dark_metal}};
+    const auto place = [](const rod& moved, double fraction) {
+        station_scene scene;
+        scene.state.*moved.stroke = fraction;
+        scene.state.part_in_drawer = scene.state.part_in_cup = true;
+        int found = -1;
+        for (const picture_shape& each : shapes_of(draw_station(scene, 3840, 2000), moved.name))
+            if (each.kind == shape_kind::bound && each.colour == moved.end)
+                found = moved.down ? each.box.y : each.box.x;
+        return found;
+    };
+    for (const rod& each : rods) {
+        const int from = place(each, 0), to = place(each, 1);
+        EXPECT_GT(to - from, 100) << each.name;
         for (const double fraction : {0.1, 0.25, 0.5, 0.98})
-            EXPECT_NEAR(place(fraction), from + fraction * (to - from), 1.5) << name << fraction;
+            EXPECT_NEAR(place(each, fraction), from + fraction * (to - from), 1.5)
+                << each.name << fraction;
     }
 }
 
