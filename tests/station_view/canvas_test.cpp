@@ -76,7 +76,7 @@ TEST_F(Canvas, PaintsAgainOnlyWhenThePictureDiffers) {
     canvas.show(scene);
     settle();
     const int before = canvas.paintings();
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 20; ++i) {
         scene.state.time_s += 0.01;
         canvas.show(scene);
         settle();

@@ -12,6 +12,7 @@
 #include "tests/station_view/looking.h"
 #include "tests/station_view/painted.h"
 #include "tests/station_view/scenes.h"
+#include "tests/workcell/station_driver.h"
 
 namespace {
 
@@ -117,6 +118,25 @@ TEST(Painting, ModesAreApartAtAGlance) {
     }
 }
 
+TEST(Painting, PaintsNothingOutsideWhateverTheScene) {
+    constexpr int edge = 20;
+    fl_open_display();
+    random_scenes random(21);
+    std::mt19937 pick(22);
+    for (int i = 0; i < 200; ++i) {
+        const int w = 1 + static_cast<int>(pick() % 1300), h = 1 + static_cast<int>(pick() % 500);
+        const painted seen(draw_station(random.next(), w, h), edge);
+        int changed = 0;
+        for (int y = -edge; y < h + edge; ++y)
+            for (int x = -edge; x < w + edge; ++x) {
+                const bool inside = x >= 0 && x < w && y >= 0 && y < h;
+                changed += !inside && seen.at(x, y) != painted::edge_rgb;
+            }
+        ASSERT_EQ(changed, 0) << i << ": " << w << " x " << h;
+        ASSERT_NE(seen.at(w / 2, h / 2), painted::edge_rgb) << i;
+    }
+}
+
 TEST(Painting, AnAtSignInATitleIsNoSymbol) {
     station_scene plain, symbol;
     plain.title = "@";
@@ -132,6 +152,29 @@ TEST(Painting, AnAtSignInATitleIsNoSymbol) {
     EXPECT_GT(title(plain), 20);
     plain.title = "@->";
     EXPECT_GT(title(plain), title(symbol) + 20);
+}
+
+/// The model itself, a base in its press and others on their way.
+station_scene scene_of_the_model() {
+    using enum station_output;
+    station_driver station(29);
+    station.bring_to_zone(3, true, true);
+    station.set("BZ1=1 BZ2=1 MTA=1 MT=1 DESP=1");
+    station.run_ms(7000);
+    station.set("SORT=1");
+    station.run_ms(500);
+    station_scene scene = scene_of(station.model, {BZ1, BZ2, BZ3, MTA, MT, DESP, SORT});
+    scene.title = "poste 7";
+    return scene;
+}
+
+TEST(Painting, TheModelsOwnStateIsInThePicture) {
+    const station_scene scene = scene_of_the_model();
+    const station_picture picture = draw_station(scene, 1600, 520);
+    const painted seen = paint_scene(scene, 1600, 520, "model");
+    EXPECT_EQ(texts_of(shapes_of(picture, "press_timer")), std::vector<std::string>{"6 s"});
+    const picture_box lamp = shapes_of(picture, "p3ok").front().box;
+    EXPECT_EQ(seen.at(lamp.x + lamp.w / 2, lamp.y + lamp.h / 2), 0xFF0000U);
 }
 
 // For the eye alone: what the other tests do not paint.

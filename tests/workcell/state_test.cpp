@@ -20,6 +20,15 @@ TEST(State, BeltsCountTheWayThatTheyRun) {
     EXPECT_EQ(station.model.state().waiting_belt_um, 1000);
 }
 
+TEST(State, ASlowBeltRunsAQuarterOfTheWay) {
+    station_driver station;
+    station.model.set_slow(place_of(station_output::MT), true);
+    station.set("MT=1 MTA=1");
+    station.run_ms(1000);
+    EXPECT_EQ(station.model.state().main_belt_um, 25'000);
+    EXPECT_EQ(station.model.state().waiting_belt_um, 100'000);
+}
+
 TEST(State, BeltsRunBelowABaseThatIsHeld) {
     station_driver station;
     station.bring_to_zone(1);
