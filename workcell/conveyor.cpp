@@ -29,6 +29,8 @@ bool under_press(int front_um) {
 }  // namespace
 
 void conveyor::step(const conveyor_step& now, incident_log& incidents) {
+    waiting_belt_um_ += now.waiting_belt_um;
+    main_belt_um_ += now.main_belt_um;
     move_blockers(now, incidents);
     move_bases(now, incidents);
     count_base_past_end();

@@ -1,6 +1,7 @@
 // The two belts, the bases on them, the three zones and their blockers.
 #pragma once
 #include <array>
+#include <cstdint>
 #include <vector>
 
 #include "workcell/cylinder.h"
@@ -66,6 +67,9 @@ public:
     int good() const { return good_; }
     int bad() const { return bad_; }
     int parts_left() const { return parts_left_; }
+    /// How far the belts have run since the start.
+    std::int64_t waiting_belt_um() const { return waiting_belt_um_; }
+    std::int64_t main_belt_um() const { return main_belt_um_; }
 
 private:
     void move_blockers(const conveyor_step& now, incident_log& incidents);
@@ -85,6 +89,7 @@ private:
         {{blocker_stroke_ms}, {blocker_stroke_ms}, {blocker_stroke_ms}}};
     int stock_;
     int loader_ms_ = 0;
+    std::int64_t waiting_belt_um_ = 0, main_belt_um_ = 0;
     int loaded_ = 0, good_ = 0, bad_ = 0, parts_left_ = 0;
 };
 

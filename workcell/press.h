@@ -16,6 +16,8 @@ public:
     const cylinder& rod() const { return rod_; }
     /// Whether it was low on a base for its ten seconds, and still is.
     bool timer_done() const { return held_ms_ >= press_hold_ms; }
+    /// For how long it has been low on a base, at most `press_hold_ms`.
+    int held_ms() const { return held_ms_; }
 
 private:
     void move(int speed, const conveyor& belts, incident_log& incidents);

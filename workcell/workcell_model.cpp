@@ -20,6 +20,7 @@ int first_front_mm(std::uint64_t seed) {
 }
 
 double mm(int um) { return um / 1000.0; }
+double seconds(std::int64_t ms) { return static_cast<double>(ms) / 1000.0; }
 
 }  // namespace
 
@@ -128,7 +129,7 @@ std::vector<station_fact> workcell_model::facts() const {
 
 workcell_state workcell_model::state() const {
     workcell_state now{};
-    now.time_s = static_cast<double>(incidents_.now_ms()) / 1000.0;
+    now.time_s = seconds(incidents_.now_ms());
     now.emergency_stop = desk_.atu;
     now.waiting_belt_runs = acts(station_output::MTA);
     now.main_belt_runs = acts(station_output::MT);
@@ -140,11 +141,14 @@ workcell_state workcell_model::state() const {
     now.drawer_out = handling_.drawer().fraction();
     now.cup_down = handling_.cup().fraction();
     now.press_down = press_.rod().fraction();
+    now.press_held_s = seconds(press_.held_ms());
+    now.waiting_belt_um = belts_.waiting_belt_um();
+    now.main_belt_um = belts_.main_belt_um();
     now.part_in_drawer = handling_.part_in_drawer();
     now.part_in_cup = handling_.part_in_cup();
     for (const base& each : belts_.bases())
-        now.bases.push_back(
-            {each.number, mm(each.front_um), each.glued(), each.part, each.pressed});
+        now.bases.push_back({each.number, mm(each.front_um), each.glued(), each.part, each.pressed,
+                             seconds(each.glue_ms)});
     now.bases_in_stock = belts_.stock();
     now.parts_in_magazine = handling_.magazine();
     now.parts_lost = handling_.lost();

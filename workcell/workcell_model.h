@@ -32,6 +32,9 @@ struct workcell_base {
     /// its end.
     double front_mm;
     bool glued, part, pressed;
+    /// For how long glue was laid on it: glued at 1.0.
+    double glue_s = 0;
+    bool operator==(const workcell_base&) const = default;
 };
 
 /// A snapshot of everything that a drawing shows: what is, not what the sensors say. Places of
@@ -47,6 +50,11 @@ struct workcell_state {
     double drawer_out;
     /// 0 high, 1 low.
     double cup_down, press_down;
+    /// For how long the press has been low on a base at zone 3: 0 to 10.
+    double press_held_s;
+    /// How far the belts have run since the start, in micrometres, whether a base lay on them or
+    /// not.
+    std::int64_t waiting_belt_um, main_belt_um;
     bool part_in_drawer, part_in_cup;
     /// The foremost first.
     std::vector<workcell_base> bases;
@@ -55,6 +63,7 @@ struct workcell_state {
     int good, bad, parts_left;
     /// How many there were since the start.
     int incidents;
+    bool operator==(const workcell_state&) const = default;
 };
 
 class workcell_model : public station_model {
