@@ -201,6 +201,22 @@ TEST_F(QuorinIoRecord, AFileThatTakesNothingMoreEndsIt) {
     EXPECT_NE(end.err.find("/dev/full"), std::string::npos) << end.err;
 }
 
+TEST_F(QuorinIoRecord, AFileThatMayNotGrowKeepsWhatFittedAndEndsIt) {
+    program recording(
+        {"sh", "-c", "ulimit -f 2; exec " + built("quorin-io") + " " + ident() + " record " + csv});
+    ASSERT_TRUE(wait_until([&] { return bytes_of(csv) == csv_block; }));
+    int value = 0;
+    ASSERT_TRUE(wait_until([&] {
+        publish(1, ++value);
+        return !recording.running();
+    }));
+    EXPECT_EQ(recording.wait(), 1);
+    EXPECT_EQ(recording.err(),
+              "quorin-io: " + csv + ": fichier trop grand; la suite n'est pas enregistrée\n");
+    EXPECT_TRUE(bytes_of(csv).starts_with(csv_block));
+    EXPECT_GE(bytes_of(csv).size(), 1024u);
+}
+
 TEST_F(QuorinIoRecord, AStandardOutputThatTakesNothingIsRefused) {
     for (const char* const words : {">/dev/full", ">&-"}) {
         SCOPED_TRACE(words);
