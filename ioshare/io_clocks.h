@@ -79,5 +79,14 @@ inline void io_publish_unless_over(io_segment& segment) {
     }
 }
 
+/// How many publications brought an inputs_clock from `before` to `now`; 0 when either says that the
+/// session has ended, and when somebody set the clock back.
+///
+///     io_publications_since(40, 43)  // 3
+///     io_publications_since(40, -1)  // 0
+[[nodiscard]] constexpr std::int64_t io_publications_since(std::int64_t before, std::int64_t now) {
+    return io_over(before) || now < before ? 0 : now - before;
+}
+
 /// Announces the end of the session.
 inline void io_end_session(io_segment& segment) { io_write_clock(segment.inputs_clock, -1); }

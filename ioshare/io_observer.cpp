@@ -72,9 +72,9 @@ bool io_observer::look() {
     if (!segment_) return false;
     read_values(now_);
     for (int i = 0; i < tries; ++i) {
-        const std::int64_t clock = io_read_clock(segment_->inputs_clock);
+        publication_ = io_read_clock(segment_->inputs_clock);
         read_values(again_);
-        const bool still = again_ == now_ && io_read_clock(segment_->inputs_clock) == clock;
+        const bool still = again_ == now_ && io_read_clock(segment_->inputs_clock) == publication_;
         now_.swap(again_);
         if (still) break;
     }

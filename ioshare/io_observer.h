@@ -44,6 +44,11 @@ public:
     /// the lock: they were read twice, alike, under an unmoved clock. Allocates nothing.
     bool look();
 
+    /// The publication clock under which the last look found the inputs; below 0 once the session
+    /// is over. One look may miss several publications (`io_publications_since`), and values that
+    /// differ under a clock that stands were written and not published.
+    [[nodiscard]] std::int64_t publication() const { return publication_; }
+
     /// Every input, then every output, each in the order of the segment; those whose names begin
     /// inside the segment. Valid as long as the observer.
     [[nodiscard]] std::span<const io_signal> signals() const { return signals_; }
@@ -66,6 +71,7 @@ private:
     io_access access_;
     io_segment* segment_ = nullptr;
     std::string problem_;
+    std::int64_t publication_ = -1;
     std::vector<io_signal> signals_;
     std::size_t inputs_ = 0;                 // How many of the signals are inputs.
     std::vector<std::int32_t> now_, again_;  // The values of two readings, as long as the signals.

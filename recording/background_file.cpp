@@ -112,6 +112,8 @@ std::string background_file::trouble() {
     return path_ + ": " + why;
 }
 
+bool background_file::failed() const { return writer_->failed(); }
+
 void background_file::finish(std::chrono::milliseconds limit) { writer_->finish(limit); }
 
 bool same_file(const std::string& one, const std::string& other) {

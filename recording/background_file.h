@@ -33,6 +33,8 @@ public:
     /// What went wrong, told once: the disk is full, nobody reads any more, nobody has read for two
     /// seconds. One French line; empty when nothing did.
     std::string trouble();
+    /// Whether bytes were lost, so that nothing more is written. After `begin`.
+    bool failed() const;
     /// Writes what is left, within `limit`; not all of it is a trouble. Nothing may be appended any
     /// more.
     void finish(std::chrono::milliseconds limit = std::chrono::seconds(3));

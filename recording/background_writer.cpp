@@ -42,6 +42,7 @@ void background_writer::finish(std::chrono::milliseconds limit) {
     closing_ = true;
     changed_.notify_all();
     if (changed_.wait_for(hold, limit, [&] { return done_; })) return;
+    failed_ = true;
     trouble_ = "la fin n'a pas pu être écrite à temps";
     troubled_ = true;
 }
@@ -50,6 +51,11 @@ std::string background_writer::trouble() {
     if (!troubled_.exchange(false)) return {};
     const std::scoped_lock hold(lock_);
     return std::exchange(trouble_, {});
+}
+
+bool background_writer::failed() {
+    const std::scoped_lock hold(lock_);
+    return failed_;
 }
 
 void background_writer::run() {

@@ -24,6 +24,8 @@ public:
     void finish(std::chrono::milliseconds limit);
     /// What went wrong since the last call, without the file's name; empty when nothing did.
     std::string trouble();
+    /// Whether bytes are lost, and all that follow; after `finish` also when it came too late.
+    bool failed();
 
     /// Writes until the end, or until nothing more can be written; on a thread of its own.
     void run();

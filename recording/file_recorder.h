@@ -19,6 +19,8 @@ public:
     void begin() override;
     void finish() override { file_.finish(); }
     [[nodiscard]] std::string trouble() override { return file_.trouble(); }
+    /// Whether a part of the session is not in the file. After `begin`.
+    [[nodiscard]] bool failed() const { return file_.failed(); }
 
 private:
     background_file file_;

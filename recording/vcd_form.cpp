@@ -18,10 +18,12 @@ constexpr scope_row scopes[] = {{event_kind::input, "capteurs"},
 constexpr std::string_view code_characters = "!%&()*+,-./:;<=>?@[]^_{|}~";
 
 /// A name as one word of a dump: it ends at a blank, and a "$" at its front would be a keyword's.
+/// "$end" within it is the declaration's end to readers that look for no word but for these bytes.
 std::string word_of(std::string_view name) {
     std::string word = recorded_name(name);
     for (char& each : word)
         if (each == ' ') each = '_';
+    for (std::size_t at = 0; (at = word.find("$end", at)) != std::string::npos;) word[at] = '_';
     if (word.empty() || word.front() == '$') word.insert(0, "_");
     return word;
 }

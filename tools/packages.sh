@@ -22,6 +22,8 @@ test     libxtst-dev       header   X11/extensions/XTest.h
 test     locales           file     fr_FR  /usr/share/i18n/locales
 test     procps            program  ps
 test     util-linux        program  unshare
+test     gtkwave           program  vcd2fst
+test     sigrok-cli        program  sigrok-cli
 test     poppler-utils     program  pdftotext
 test     mupdf-tools       program  mutool
 test     ghostscript       program  gs

@@ -1,7 +1,7 @@
 // A station of one's own: a carriage on a conveyor of one metre, with three sensors and two
-// commands. Faults, speed, duration, pause, the panel's process and control by scripts come with
-// the session.
-#include <quorin/session/station_main.h>
+// commands. Faults, speed, duration, pause, the panel's process, control by scripts, recordings and
+// their replay come with the session.
+#include <quorin/recording/recorded_main.h>
 
 #include <algorithm>
 
@@ -49,6 +49,7 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) {
-    return station_main(argc, argv, {"convoyeur", "Un chariot sur un convoyeur"},
-                        [] { return std::make_unique<conveyor>(); });
+    const auto make = [] { return std::make_unique<conveyor>(); };
+    return recorded_station_main(argc, argv, {"convoyeur", "Un chariot sur un convoyeur"},
+                                 {"convoyeur", make, [&](auto) { return make(); }});
 }

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "programs/quorin_io/link_commands.h"
+#include "programs/quorin_io/record.h"
 #include "session/keyed_rows.h"
 
 namespace {
@@ -34,7 +35,9 @@ constexpr io_option_row options[] = {
     {option_key::time, "--time", "", form::any, false, false,
      "watch: les secondes depuis son début devant chaque ligne"},
     {initial, "--initial", "", form::any, false, false,
-     "watch: d'abord les valeurs présentes"}};
+     "watch: d'abord les valeurs présentes"},
+    {option_key::format, "--format", "csv|vcd", form::recording, false, false,
+     "record: la forme de l'enregistrement, quand le nom du fichier ne la dit pas"}};
 static_assert(one_row_each(options));
 
 using key = command_key;
@@ -57,6 +60,8 @@ constexpr command_row commands[] = {
      "met une sortie à 1, puis à 0"},
     {key::watch, "watch", "[NOM...]", 0, any_number, form::any, with(option_key::time, initial), values_to_read, watch_values,
      "une ligne par changement, jusqu'à la fin de la session"},
+    {key::record, "record", "FICHIER", 1, 1, form::any, with(option_key::format), values_to_read, record_link,
+     "enregistre la liaison dans un fichier .csv ou .vcd (- : la sortie standard)"},
     {key::status, "status", "", 0, 0, form::any, with(), session, nullptr,
      "l'état de la session, en lignes nom=valeur"},
     {key::desk, "desk", "dc=|ac=|atu=...", 1, any_number, form::any, with(), session, nullptr,

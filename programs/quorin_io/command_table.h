@@ -7,10 +7,15 @@
 
 struct io_request;
 
-enum class option_key { last, until, timeout, any, unless, length, time, initial, count };
+// clang-format off
+enum class option_key {
+    last, until, timeout, any, unless, length, time, initial, format,
+    count
+};
+// clang-format on
 
 /// What an operand or an option's value must look like for the command line to be understood.
-enum class word_form { any, assignment, condition, seconds };
+enum class word_form { any, assignment, condition, seconds, recording };
 
 struct io_option_row {
     option_key key;
@@ -30,7 +35,7 @@ struct io_option_row {
 
 // clang-format off
 enum class command_key {
-    list, get, set, reset, wait, expect, pulse, watch,
+    list, get, set, reset, wait, expect, pulse, watch, record,
     status, desk, fault, diagnose, pause, resume, speed, step, end,
     count
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ioshare/io_printable.h"
+#include "programs/quorin_io/record.h"
 #include "session/command_line.h"
 #include "session/failure.h"
 #include "session/keyed_rows.h"
@@ -47,6 +48,8 @@ front take_front(const std::vector<std::string>& words) {
 std::string objection(word_form form, const std::string& word) {
     const bool pair = form == word_form::assignment || form == word_form::condition;
     if (pair && word.find('=') == std::string::npos) return "NOM=VALEUR est attendu";
+    if (form == word_form::recording)
+        return recording_kind_called(word) ? "" : "csv ou vcd est attendu";
     if (form != word_form::seconds) return "";
     const std::optional<double> value = whole_number<double>(word);
     return value && *value >= 0 && *value <= 1e9 ? "" : "un nombre de secondes est attendu";
@@ -113,6 +116,7 @@ void check_operands(const io_request& asked) {
     if (command.key == command_key::set && asked.given(option_key::timeout) &&
         !asked.given(option_key::until))
         throw misuse("--timeout: --until est attendu");
+    if (command.key == command_key::record) (void)kind_of_recording(asked);
 }
 
 }  // namespace

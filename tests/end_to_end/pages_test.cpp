@@ -143,6 +143,25 @@ TEST_P(PageScripts, ShowWhatTheyWatched) {
     EXPECT_EQ(last("b1s="), "0\n") << end.out;
 }
 
+// The page of recordings has the bytes of both files, and what a forged one gives.
+TEST_P(PageScripts, RecordAndReplayAsThePageShows) {
+    const std::string text = page("docs/recordings.md");
+    const std::vector<std::string> scripts = code_blocks(text, "sh");
+    ASSERT_EQ(scripts.size(), 2u);
+    const current_folder folder;
+    const auto run = [](const std::string& script) {
+        write_bytes("script", "exec 2>&1\n" + script);
+        return run_program({GetParam(), "script"},
+                           {"PATH=" QUORIN_PROGRAMS ":" + std::string(getenv("PATH"))});
+    };
+    const outcome recorded = run(scripts[0]);
+    EXPECT_EQ(recorded.status, 0) << recorded.out;
+    EXPECT_EQ(bytes_of("seance.csv"), code_blocks(text, "csv").at(0)) << recorded.out;
+    EXPECT_EQ(bytes_of("seance.vcd"), code_blocks(text, "vcd").at(0));
+    EXPECT_EQ(run(scripts[1]).out, code_blocks(text, "text").at(0));
+    EXPECT_EQ(bytes_of("encore.csv"), bytes_of("seance.csv"));
+}
+
 INSTANTIATE_TEST_SUITE_P(Shells, PageScripts, testing::Values("sh", "bash"),
                          [](const auto& shell) { return shell.param; });
 

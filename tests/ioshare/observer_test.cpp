@@ -42,6 +42,45 @@ TEST(Observer, ALookTellsWhatChangedSinceTheLookBefore) {
     EXPECT_EQ(shown(observer), "i te=0\ni ts=3\no RENT=1\n");
 }
 
+TEST(Observer, SaysUnderWhichPublicationItLooked) {
+    test_server server;
+    io_observer observer(server->memory_ident(), io_access::read);
+    EXPECT_EQ(observer.publication(), 0);
+    server->inputs_go();
+    server->inputs_go();
+    EXPECT_EQ(observer.publication(), 0) << "that of the last look";
+    observer.look();
+    EXPECT_EQ(observer.publication(), 2);
+    server->setreset_input(0, 1);
+    EXPECT_TRUE(observer.look());
+    EXPECT_EQ(observer.publication(), 2) << "written, and not published";
+    for (const std::int64_t clock : {INT64_MAX, INT64_MIN, std::int64_t{-1}}) {
+        server->segment->inputs_clock = clock;
+        observer.look();
+        EXPECT_EQ(observer.publication(), clock);
+    }
+    EXPECT_LT(io_observer(INT32_MAX, io_access::read).publication(), 0);
+}
+
+TEST(Observer, PublicationsBetweenTwoLooksAreCountedWhateverTheClock) {
+    const struct {
+        std::int64_t before, now, count;
+    } rows[] = {{0, 0, 0},
+                {0, 1, 1},
+                {41, 1041, 1000},
+                {5, 4, 0},
+                {5, 0, 0},
+                {5, -1, 0},
+                {-1, 5, 0},
+                {-1, -1, 0},
+                {0, INT64_MAX, INT64_MAX},
+                {INT64_MAX, INT64_MIN, 0},
+                {INT64_MIN, INT64_MAX, 0},
+                {INT64_MAX, 0, 0}};
+    for (const auto& [before, now, count] : rows)
+        EXPECT_EQ(io_publications_since(before, now), count) << before << " " << now;
+}
+
 TEST(Observer, LooksWithoutAllocating) {
     test_server server;
     io_observer observer(server->memory_ident(), io_access::read);
