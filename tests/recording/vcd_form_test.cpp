@@ -90,7 +90,7 @@ TEST(VcdForm, ALinkWithoutADeskHasNoScopeForIt) {
 TEST(VcdForm, EveryNameIsOneWordThatIsNoKeyword) {
     const struct {
         std::string name, word;
-    } cases[] = {{"te", "te"},       {"a b  c", "a_b__c"},  {"$end", "_$end"},
+    } cases[] = {{"te", "te"},       {"a b  c", "a_b__c"},  {"$end", "_end"},
                  {"", "_"},          {"a\tb", "a\\x09b"},   {"d\xE9p", "d\\xE9p"},
                  {"dépôt", "dépôt"}, {"a,\"b\"", "a,\"b\""}};
     for (const auto& [name, word] : cases) {
