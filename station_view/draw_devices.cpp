@@ -40,7 +40,7 @@ void draw_part(picture_builder& into, double mm, double bottom) {
 }
 
 void draw_zone(picture_builder& into, const station_scene& scene, double mm, bilingual words) {
-    into.text(words.in(scene), into.x(mm), into.y(3.3), text_side::middle, ink::faint, 0.9);
+    into.text(told(words, scene), into.x(mm), into.y(3.3), text_side::middle, ink::faint, 0.9);
 }
 
 bool base_below_nozzle(const workcell_state& state) {

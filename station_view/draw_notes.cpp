@@ -130,7 +130,7 @@ station_part part_of(session_mode mode) { return row_of(modes, mode).part; }
 
 void draw_mode(picture_builder& into, const station_scene& scene) {
     const mode_row& mode = row_of(modes, scene.mode);
-    const std::string words = mode.words.in(scene);
+    const std::string words = told(mode.words, scene);
     const int right = into.x(right_end_mm);
     into.background(mode.paper);
     begin_part(into, scene, mode.part);
@@ -170,7 +170,7 @@ void draw_counts(picture_builder& into, const station_scene& scene) {
     into.bar(bound, ink::housing, left, into.y(4.5), right, into.y(16.9));
     double row = first_row;
     for (const auto& [words, count] : rows) {
-        into.text(words.in(scene), left + gap, into.y(row), text_side::left, ink::faint);
+        into.text(told(words, scene), left + gap, into.y(row), text_side::left, ink::faint);
         into.text(std::to_string(count), right - gap, into.y(row + below), text_side::right,
                   ink::black, 1.3, true);
         row += step;
@@ -187,7 +187,7 @@ void draw_legend(picture_builder& into, const station_scene& scene) {
     } lamps[] = {{1, 0.5, {"1", "1"}}, {0, 3.2, {"0", "0"}}, {-1, 5.9, {"autre", "other"}}};
     for (const auto& [value, at, words] : lamps) {
         draw_lamp(into, into.x(-400, at), into.y(row), value);
-        into.text(words.in(scene), into.x(-400, at + 0.8), into.y(row), text_side::left,
+        into.text(told(words, scene), into.x(-400, at + 0.8), into.y(row), text_side::left,
                   ink::faint);
     }
     const int left = into.x(-400, 10.8), half = into.px(0.45);

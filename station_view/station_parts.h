@@ -2,6 +2,7 @@
 #pragma once
 #include <string>
 
+#include "station_view/bilingual.h"
 #include "station_view/picture_builder.h"
 #include "station_view/station_picture.h"
 
@@ -14,11 +15,10 @@ inline constexpr double part_rows = 0.9, drawer_floor_row = 17.35;
 // Where the drawing ends on the right: a base that leaves is over the belt's end by its length.
 inline constexpr double right_end_mm = 1280;
 
-/// A sentence or a word in both languages.
-struct bilingual {
-    const char *french, *english;
-    std::string in(const station_scene& scene) const { return scene.english ? english : french; }
-};
+/// The text in the scene's language.
+inline std::string told(const bilingual& words, const station_scene& scene) {
+    return words.in(scene.english ? language::english : language::french);
+}
 
 /// What can be pointed at beside sensors and commands.
 enum class station_part {

@@ -48,5 +48,5 @@ static_assert(one_row_each(parts));
 
 void begin_part(picture_builder& into, const station_scene& scene, station_part part) {
     const part_row& row = row_of(parts, part);
-    into.begin(row.name, row.sentence.in(scene));
+    into.begin(row.name, told(row.sentence, scene));
 }
