@@ -73,6 +73,7 @@ struct opened_viewer {
         opened.viewer.window->copy_label(opened.title.c_str());
         opened.viewer.print_filter->lines = opened.printed.data();
         opened.viewer.text_filter->lines = opened.text.data();
+        opened.viewer.page_numero(opened.viewer.display_filter->nb_pages());
     }
 };
 

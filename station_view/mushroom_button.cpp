@@ -34,7 +34,7 @@ void mushroom_button::draw() {
     const int edge = value() ? 6 : 3;
     fl_color(value() ? cap_down : cap);
     fl_pie(left + edge, top + edge, side - 2 * edge, side - 2 * edge, 0, 360);
-    fl_font(FL_HELVETICA_BOLD, 10);
+    fl_font(FL_HELVETICA_BOLD, value() ? 8 : 9);
     fl_color(FL_WHITE);
     fl_draw(label(), x(), y(), w(), h(), FL_ALIGN_CENTER, nullptr, 0);
     if (Fl::focus() == this) draw_focus(FL_THIN_UP_BOX, x(), y(), w(), h());
