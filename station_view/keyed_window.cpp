@@ -23,8 +23,7 @@ int keyed_window::handle(int event) {
     const bool down = event == FL_KEYBOARD || event == FL_SHORTCUT;
     if (!down && event != FL_KEYUP) return Fl_Double_Window::handle(event);
     constexpr int others = FL_CTRL | FL_ALT | FL_META;
-    if (!Fl::event_state(others) && take_(symbol(), Fl::event_state(FL_SHIFT) != 0, down))
-        return 1;
+    if (!Fl::event_state(others) && take_(symbol(), Fl::event_state(FL_SHIFT) != 0, down)) return 1;
     // The toolkit would take it for the window's cross.
     if (event == FL_SHORTCUT && Fl::event_key() == FL_Escape) return 1;
     return Fl_Double_Window::handle(event);

@@ -89,7 +89,7 @@ station_names read_names(const std::string& file) {
     };
     station_names names;
     std::vector<std::string>* list = &names.inputs;
-    std::size_t number = 0;
+    std::size_t number = bytes.empty();
     for (std::string& line : lines_of(bytes)) {
         ++number;
         if (line.ends_with('\r')) line.pop_back();
