@@ -25,7 +25,7 @@ TEST_F(WindowOnDisplay, ATickSetsAFaultAndAnotherOneEndsIt) {
     EXPECT_EQ(live->told("pannes"), "b1e=stuck1") << "one fault a name";
     click(box_at(0, 1));
     EXPECT_TRUE(told_becomes("pannes", ""));
-    live->end();
+    end();
 }
 
 TEST_F(WindowOnDisplay, ShowsFaultsThatOthersSetAndEnd) {
@@ -36,7 +36,7 @@ TEST_F(WindowOnDisplay, ShowsFaultsThatOthersSetAndEnd) {
     EXPECT_TRUE(wait_until([&] { return pixels(box, 1) != empty; }, seconds(5)));
     live->ask("fault te=");
     EXPECT_TRUE(wait_until([&] { return pixels(box, 1) == empty; }, seconds(5)));
-    live->end();
+    end();
 }
 
 /// Every fault that fits, in the order of the list's boxes.
@@ -86,7 +86,7 @@ TEST_F(WindowOnDisplay, EveryFaultIsSetByTheKeyboardAloneAndSeenOnThePanel) {
         ASSERT_TRUE(told_becomes("pannes", "")) << text;
         display.key(XK_Tab);
     }
-    live->end();
+    end();
 }
 
 }  // namespace

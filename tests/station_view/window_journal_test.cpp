@@ -46,7 +46,7 @@ TEST_F(JournalOnDisplay, ExportsChangesAndIncidents) {
     const outcome pdf = run_program({"pdftotext", "-layout", "journal.pdf", "-"});
     for (const char* const part : {"poste 7", "DEPOSE", "colle répandue"})
         EXPECT_NE(pdf.out.find(part), std::string::npos) << part << " in " << pdf.out;
-    live->end();
+    end();
 }
 
 TEST_F(JournalOnDisplay, TheSessionGoesOnWhileItIsOpenAndTakesItAlongAtItsEnd) {
@@ -58,7 +58,7 @@ TEST_F(JournalOnDisplay, TheSessionGoesOnWhileItIsOpenAndTakesItAlongAtItsEnd) {
     display.give_focus(window);
     click(window_layout::emergency);
     EXPECT_TRUE(becomes("atu", "1")) << "the emergency stop is there";
-    EXPECT_EQ(live->end(), 0);
+    end();
     EXPECT_TRUE(wait_until([&] { return !display.manages(viewer); }));
 }
 
@@ -71,7 +71,7 @@ TEST_F(JournalOnDisplay, OpensAgainAfterItWasClosed) {
         ASSERT_TRUE(wait_until([&] { return !display.manages(viewer); }));
         take_keyboard();
     }
-    live->end();
+    end();
 }
 
 TEST_F(JournalOnDisplay, GoesWithASessionThatIsKilled) {

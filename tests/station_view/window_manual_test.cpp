@@ -59,7 +59,7 @@ TEST_F(ManualOnDisplay, TakesFaultsAndAPause) {
     EXPECT_TRUE(becomes("b1e", "1"));
     live->ask("fault b1e=stuck0");
     EXPECT_TRUE(becomes("b1e", "0"));
-    live->end();
+    end();
 }
 
 }  // namespace

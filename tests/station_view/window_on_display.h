@@ -32,6 +32,16 @@ protected:
         take_keyboard();
     }
 
+    /// Ends the session as a user does: by the panel, which would else stay with its message.
+    void end() {
+        if (panel)
+            display.close(panel);
+        else
+            live->process->signal(SIGTERM);
+        EXPECT_EQ(live->process->wait(), 0) << live->process->err();
+        panel = 0;
+    }
+
     void take_keyboard() {
         display.give_focus(window);
         wait_until([] { return false; }, seconds(0.3));
