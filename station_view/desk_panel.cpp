@@ -2,6 +2,7 @@
 
 #include <FL/Fl_Button.H>
 
+#include <initializer_list>
 #include <utility>
 
 #include "station_view/held_button.h"
@@ -42,9 +43,16 @@ desk_panel::desk_panel(station_run& run, language in, std::function<void()> chan
         [](Fl_Widget*, void* self) { static_cast<desk_panel*>(self)->set_emergency(false); }, this);
 }
 
+void desk_panel::only_show() {
+    only_shows_ = true;
+    for (Fl_Button* const each :
+         std::initializer_list<Fl_Button*>{start_, stop_, emergency_, unlock_})
+        each->deactivate();
+}
+
 void desk_panel::set(bool station_desk::*button, bool pushed) {
     station_desk desk = run_.desk();
-    if (desk.*button == pushed) return;
+    if (only_shows_ || desk.*button == pushed) return;
     desk.*button = pushed;
     run_.set_desk(desk);
     changed_();
@@ -80,6 +88,7 @@ void desk_panel::show() {
     show_value(*start_, desk.dc);
     show_value(*stop_, desk.ac);
     show_value(*emergency_, desk.atu);
+    if (only_shows_) return;
     if (desk.atu && !unlock_->active()) unlock_->activate();
     if (!desk.atu && unlock_->active()) unlock_->deactivate();
 }

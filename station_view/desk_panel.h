@@ -18,6 +18,9 @@ public:
     /// after each change of its desk.
     desk_panel(station_run& run, language in, std::function<void()> changed);
 
+    /// From now on it shows the desk, and nobody works it here.
+    void only_show();
+
     /// Start or stop, pushed or let go. However short a push is, one step takes it.
     void hold(bool station_desk::*button, bool held);
     /// Everything that is held here is let go.
@@ -40,6 +43,7 @@ private:
     void set(bool station_desk::*button, bool pushed);
 
     station_run& run_;
+    bool only_shows_ = false;
     std::function<void()> changed_;
     std::array<push, 2> pushes_;
     held_button *start_, *stop_;

@@ -13,16 +13,15 @@
 
 namespace {
 
-constexpr int row_h = 20, name_w = 92, column_w = 46, inset = 8;
+constexpr int row_h = 20, name_w = 88, column_w = 42, inset = 8;
 
 /// The kinds that fit one of these names at least, in their order.
 std::vector<fault_kind> kinds_of(name_span names, const station_model& model) {
     std::vector<fault_kind> found;
     for (int i = 0; i < static_cast<int>(fault_kind::count); ++i) {
         const auto kind = static_cast<fault_kind>(i);
-        if (std::ranges::any_of(names, [&](std::string_view name) {
-                return fault_fits(name, kind, model.inputs(), model.outputs());
-            }))
+        if (std::ranges::any_of(
+                names, [&](std::string_view name) { return fault_fits(name, kind, model); }))
             found.push_back(kind);
     }
     return found;
@@ -68,14 +67,13 @@ void fault_list::add_section(const char* title, name_span names, language in) {
 }
 
 void fault_list::add_row(std::string_view name, std::span<const fault_kind> kinds, language in) {
-    const station_model& model = run_.model();
     Fl_Box* const label =
         window_style::add_text({x() + inset, next_y_, name_w - 4, row_h}, plain(name));
     label->color(window_style::white);
     label->labelsize(window_style::small_px);
     label->align(label->align() | FL_ALIGN_CLIP);
     for (std::size_t i = 0; i < kinds.size(); ++i) {
-        if (!fault_fits(name, kinds[i], model.inputs(), model.outputs())) continue;
+        if (!fault_fits(name, kinds[i], run_.model())) continue;
         const station_fault fault{std::string(name), kinds[i]};
         auto* const button = new Fl_Check_Button(
             x() + inset + name_w + static_cast<int>(i) * column_w, next_y_, row_h + 2, row_h);

@@ -29,12 +29,17 @@ incident_list::incident_list(const window_layout::area& at, language in)
     add((std::string("@C45@.") + text_of(window_word::no_incident, in)).c_str());
 }
 
-void incident_list::show_news(session_news& news) {
-    for (const session_news::incident& each : news.take_incidents()) {
-        if (empty_) clear();
-        empty_ = false;
-        insert(1, line_of(each, language_).c_str());
-        if (size() > most_lines) remove(size());
-        topline(1);
-    }
+void incident_list::add_first(const std::string& line) {
+    if (empty_) clear();
+    empty_ = false;
+    insert(1, line.c_str());
+    if (size() > most_lines) remove(size());
+    topline(1);
 }
+
+void incident_list::show_news(session_news& news) {
+    for (const session_news::incident& each : news.take_incidents())
+        add_first(line_of(each, language_));
+}
+
+void incident_list::show_trouble(const std::string& why) { add_first("@C1@b@." + why); }

@@ -17,8 +17,12 @@ public:
 
     /// Shows what has come since the last time.
     void show_news(session_news& news);
+    /// Shows what went wrong with the session itself.
+    void show_trouble(const std::string& why);
 
 private:
+    void add_first(const std::string& line);
+
     language language_;
     bool empty_ = true;
 };

@@ -4,16 +4,12 @@
 
 #include <utility>
 
+#include "station_view/lamp_panels.h"
 #include "station_view/window_words.h"
 
 namespace {
 
 constexpr int inputs_width = 400;
-
-/// The output panel's list reads "@" as a format; "@." is one that ends them.
-std::string as_browser_line(const std::string& name) {
-    return name.starts_with('@') ? "@." + name : name;
-}
 
 }  // namespace
 
@@ -23,11 +19,9 @@ manual_panels::manual_panels(Fl_Window* window, int height, manual_station& stat
       changed_(std::move(changed)),
       quit_(std::move(quit)),
       inputs_(window, 0, height),
-      outputs_(window, inputs_width, height, text_of(window_word::inputs_outputs, in)) {
+      outputs_(window, inputs_width, height, text_of(window_word::outputs, in)) {
     for (const std::string_view name : station_.inputs()) inputs_.add(std::string(name));
-    for (const std::string_view name : station_.outputs())
-        outputs_.add(as_browser_line(std::string(name)));
-    while (outputs_.page > 0) outputs_.previous_page();
+    add_names(outputs_, station_.outputs());
 }
 
 void manual_panels::show() {

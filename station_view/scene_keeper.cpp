@@ -6,8 +6,10 @@ namespace {
 
 session_mode mode_of(live_session& session) {
     if (session.over()) return session_mode::over;
+    const bool paused = session.time().paused();
+    if (session.replaying()) return paused ? session_mode::replay_paused : session_mode::replay;
     if (!session.commanded()) return session_mode::link_dead;
-    return session.time().paused() ? session_mode::paused : session_mode::running;
+    return paused ? session_mode::paused : session_mode::running;
 }
 
 }  // namespace

@@ -41,8 +41,8 @@ public:
 
 }  // namespace
 
-station_window::station_window(live_session& session, const workcell_model* drawn,
-                               manual_station* by_hand, const window_options& options)
+station_window::station_window(live_session& session, station_model& model,
+                               const window_options& options)
     : session_(session), options_(options), news_(session.time()) {
     session_.add_reader(news_);
     session_.add_reader(journal_);
@@ -54,8 +54,14 @@ station_window::station_window(live_session& session, const workcell_model* draw
     };
     window_ = std::make_unique<keyed_window>(layout::width, layout::height, nullptr, keys, left);
     window_->color(window_style::paper);
-    if (drawn) add_drawing(*drawn);
-    if (by_hand) add_panels(*by_hand);
+    const auto* const drawn = dynamic_cast<const workcell_model*>(&model);
+    auto* const by_hand = dynamic_cast<manual_station*>(&model);
+    if (drawn)
+        add_drawing(*drawn);
+    else if (by_hand)
+        add_panels(*by_hand);
+    else
+        add_lamps(model);
     add_middle_column(drawn != nullptr);
     add_faults();
     window_->end();
@@ -85,13 +91,23 @@ void station_window::add_drawing(const workcell_model& model) {
     window_->resizable(group);
 }
 
-void station_window::add_panels(manual_station& station) {
-    window_->size(layout::width - (layout::desk_title.x - 8 - layout::panels_width),
-                  layout::height);
+void station_window::make_room(int panels_width) {
+    columns_left_by_ = layout::desk_title.x - 8 - panels_width;
+    window_->size(layout::width - columns_left_by_, layout::height);
     window_->resizable(nullptr);
+}
+
+void station_window::add_panels(manual_station& station) {
+    make_room(layout::panels_width);
     panels_.emplace(
         window_.get(), layout::height, station, options_.in, [this] { changed(); },
         [this] { window_->do_callback(); });
+}
+
+void station_window::add_lamps(const station_model& model) {
+    make_room(lamp_panels::width);
+    lamps_.emplace(window_.get(), layout::height, model, options_.in);
+    session_.add_reader(*lamps_);
 }
 
 void station_window::add_middle_column(bool with_desk) {
@@ -101,13 +117,14 @@ void station_window::add_middle_column(bool with_desk) {
     if (with_desk) {
         window_style::add_heading(layout::desk_title, text_of(window_word::desk, options_.in));
         desk_.emplace(session_.run(), options_.in, served);
+        if (session_.replaying()) desk_->only_show();
     }
     time_.emplace(session_, news_, options_.in, served);
     if (with_desk) counts_ = std::make_unique<count_panel>(session_.run(), options_.in);
     new panel_button(layout::journal, window_action::journal, options_.in,
                      [this] { open_journal(); });
     column->end();
-    if (!with_desk) column->position(layout::panels_width, 0);
+    column->position(column->x() - columns_left_by_, 0);
 }
 
 void station_window::add_faults() {
@@ -118,14 +135,15 @@ void station_window::add_faults() {
     faults_ = new fault_list(layout::faults, session_.run(), options_.in, [this] { changed(); });
     group->resizable(faults_);
     group->end();
-    if (panels_) group->position(window_->w() - group->w(), 0);
+    group->position(group->x() - columns_left_by_, 0);
+    if (session_.replaying()) faults_->deactivate();
 }
 
 void station_window::place() {
     int x, y, w, h;
     Fl::screen_work_area(x, y, w, h, 0);
     const layout::area at = window_place::beside_panel({x, y, w, h});
-    if (panels_) {
+    if (columns_left_by_ > 0) {
         window_->position(at.x, at.y);
         return;
     }
@@ -163,7 +181,10 @@ void station_window::draw_now() {
     drawn_at_s_ = now_s();
     if (canvas_) canvas_->show(scene_->now());
     if (incidents_) incidents_->show_news(news_);
+    if (incidents_ && told_trouble_ != session_.trouble())
+        incidents_->show_trouble(told_trouble_ = session_.trouble());
     if (panels_) panels_->show();
+    if (lamps_) lamps_->show();
     if (desk_) desk_->show();
     if (counts_) counts_->show();
     time_->show();

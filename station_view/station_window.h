@@ -9,6 +9,7 @@
 #include "station_view/desk_panel.h"
 #include "station_view/journal.h"
 #include "station_view/journal_process.h"
+#include "station_view/lamp_panels.h"
 #include "station_view/manual_panels.h"
 #include "station_view/scene_keeper.h"
 #include "station_view/session_news.h"
@@ -30,11 +31,10 @@ struct window_options {
 
 class station_window {
 public:
-    /// Builds the window of a session that has not begun, and follows it. One of `drawn`, a station
-    /// that it draws, and `by_hand`, one whose inputs it sets, is not null; it and the session must
-    /// live as long. Needs the display.
-    station_window(live_session& session, const workcell_model* drawn, manual_station* by_hand,
-                   const window_options& options);
+    /// Builds the window of a session that has not begun, and follows it. `model` is what the
+    /// session steps: the ZK4 station is drawn, the inputs of a manual one are set, of another one
+    /// inputs and outputs are shown. Both must live as long. Needs the display.
+    station_window(live_session& session, station_model& model, const window_options& options);
     ~station_window();
     station_window(const station_window&) = delete;
     station_window& operator=(const station_window&) = delete;
@@ -58,6 +58,8 @@ public:
 private:
     void add_drawing(const workcell_model& model);
     void add_panels(manual_station& station);
+    void add_lamps(const station_model& model);
+    void make_room(int panels_width);
     void add_middle_column(bool with_desk);
     void add_faults();
     void place();
@@ -76,6 +78,7 @@ private:
     std::unique_ptr<keyed_window> window_;
     std::optional<scene_keeper> scene_;
     std::optional<manual_panels> panels_;
+    std::optional<lamp_panels> lamps_;
     std::optional<desk_panel> desk_;
     std::optional<time_panel> time_;
     std::unique_ptr<count_panel> counts_;
@@ -83,6 +86,9 @@ private:
     incident_list* incidents_ = nullptr;
     fault_list* faults_ = nullptr;
     Fl_Box* faults_heading_ = nullptr;
+    std::string told_trouble_;
+    // How far left the columns stand, for what is narrower than the drawing.
+    int columns_left_by_ = 0;
     bool drawing_is_due_ = false;
     double drawn_at_s_ = 0;
 };

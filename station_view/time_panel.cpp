@@ -133,10 +133,12 @@ void time_panel::show_state() {
     };
     const bool paused = session_.time().paused();
     look now = {window_word::running, 0xDCEBE100, window_style::green};
+    if (session_.replaying()) now = {window_word::replay, 0xD6E2F300, window_style::blue};
     if (paused) now = {window_word::paused, 0xFBEBC200, window_style::ink};
     if (paused && news_.nothing_changed()) now.word = window_word::nothing_changed;
     if (session_.run().desk().atu) now = {window_word::emergency, window_style::red, FL_WHITE};
-    if (!session_.commanded()) now = {window_word::dead_link, 0x4A4F5500, FL_WHITE};
+    if (!session_.commanded() && !session_.replaying())
+        now = {window_word::dead_link, 0x4A4F5500, FL_WHITE};
     if (state_->color() != now.back) {
         state_->color(now.back);
         state_->labelcolor(now.front);

@@ -7,7 +7,7 @@ struct area {
     int x, y, w, h;
 };
 
-inline constexpr int width = 1668, height = 380;
+inline constexpr int width = 1718, height = 380;
 /// Below this the right-hand columns would not be whole.
 inline constexpr int least_width = 1000, least_height = 240;
 
@@ -31,6 +31,6 @@ inline constexpr area good = {1080, 254, 92, 58}, bad = {1179, 254, 92, 58},
                       incident_count = {1278, 254, 92, 58};
 inline constexpr area journal = {1080, 344, 290, 28};
 
-inline constexpr area faults_title = {1382, 6, 278, 18}, faults = {1382, 28, 278, 344};
+inline constexpr area faults_title = {1382, 6, 328, 18}, faults = {1382, 28, 328, 344};
 
 }  // namespace window_layout

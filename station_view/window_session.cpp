@@ -41,10 +41,9 @@ int run(live_session& session, std::unique_ptr<station_window> window) {
 
 }  // namespace
 
-session_runner run_in_window(const workcell_model* drawn, manual_station* by_hand,
-                             const window_options& options) {
+session_runner run_in_window(station_model& model, const window_options& options) {
     display_connection::open();
-    return [=](live_session& session) {
-        return run(session, std::make_unique<station_window>(session, drawn, by_hand, options));
+    return [&model, options](live_session& session) {
+        return run(session, std::make_unique<station_window>(session, model, options));
     };
 }

@@ -3,7 +3,7 @@
 
 #include "session/faults.h"
 #include "tests/station_view/window_on_display.h"
-#include "workcell/station_names.h"
+#include "workcell/workcell_model.h"
 
 namespace {
 
@@ -11,7 +11,7 @@ namespace layout = window_layout;
 
 /// The box of a row and column of the list before it is scrolled.
 layout::area box_at(int row, int column) {
-    return {layout::faults.x + 8 + 92 + column * 46, layout::faults.y + 2 + (row + 1) * 20, 20, 20};
+    return {layout::faults.x + 8 + 88 + column * 42, layout::faults.y + 2 + (row + 1) * 20, 20, 20};
 }
 
 TEST_F(WindowOnDisplay, ATickSetsAFaultAndAnotherOneEndsIt) {
@@ -41,12 +41,12 @@ TEST_F(WindowOnDisplay, ShowsFaultsThatOthersSetAndEnd) {
 
 /// Every fault that fits, in the order of the list's boxes.
 std::vector<station_fault> every_fault() {
+    const workcell_model model(0);
     std::vector<station_fault> all;
     const auto add = [&all](name_span names) {
         for (const std::string_view name : names)
             for (int i = 0; i < static_cast<int>(fault_kind::count); ++i)
-                if (const auto kind = static_cast<fault_kind>(i);
-                    fault_fits(name, kind, station_inputs, station_outputs))
+                if (const auto kind = static_cast<fault_kind>(i); fault_fits(name, kind, model))
                     all.push_back({std::string(name), kind});
     };
     add(station_inputs);
