@@ -4,10 +4,11 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <cstring>
+#include <cerrno>
 #include <string_view>
 
 #include "session/failure.h"
+#include "session/system_errors.h"
 #include "station_view/journal_viewer.h"
 
 namespace {
@@ -23,8 +24,9 @@ public:
         for (const std::string& line : lines) bytes += line + "\n";
         const auto size = static_cast<ssize_t>(bytes.size());
         if (write(descriptor_, bytes.data(), bytes.size()) == size) return;
+        const int error = errno;
         ::close(descriptor_);
-        throw refusal(std::string("journal: ") + std::strerror(errno));
+        throw refusal("journal: " + system_error_words(error));
     }
     ~handed_lines() { ::close(descriptor_); }
     handed_lines(const handed_lines&) = delete;

@@ -33,7 +33,8 @@ void lamp_panels::read(std::span<const station_event> events) {
 }
 
 void lamp_panels::lamps::show() {
-    if (values == shown) return;
+    // A hidden panel keeps its lamps as they were.
+    if (values == shown || !panel.window->shown()) return;
     shown = values;
     panel.eval(shown.data());
 }

@@ -25,7 +25,8 @@ manual_panels::manual_panels(Fl_Window* window, int height, manual_station& stat
 }
 
 void manual_panels::show() {
-    if (station_.commands() == shown_) return;
+    // A hidden panel keeps its lamps as they were.
+    if (station_.commands() == shown_ || !outputs_.window->shown()) return;
     shown_ = station_.commands();
     outputs_.eval(shown_.data());
 }

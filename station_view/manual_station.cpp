@@ -5,11 +5,12 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
+#include <algorithm>
 #include <utility>
 
 #include "ioshare/io_printable.h"
 #include "session/failure.h"
+#include "session/system_errors.h"
 #include "workcell/station_names.h"
 
 namespace {
@@ -29,7 +30,7 @@ std::string bytes_of_file(const std::string& file) {
     }
     const int error = errno;
     if (in >= 0) close(in);
-    if (got < 0) throw refusal(io_printable(file) + ": " + std::strerror(error));
+    if (got < 0) throw refusal(io_printable(file) + ": " + system_error_words(error));
     bytes.resize(size);
     return bytes;
 }

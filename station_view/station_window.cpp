@@ -65,8 +65,10 @@ station_window::station_window(live_session& session, station_model& model,
     add_middle_column(drawn != nullptr);
     add_faults();
     window_->end();
-    window_->copy_label(options_.title.empty() ? text_of(window_word::station, options_.in)
-                                               : options_.title.c_str());
+    std::string title = options_.title;
+    if (title.empty() && drawn) title = text_of(window_word::station, options_.in);
+    if (title.empty() && by_hand) title = text_of(window_word::by_hand, options_.in);
+    window_->copy_label((title.empty() ? std::string(model.name()) : title).c_str());
     window_->callback(
         [](Fl_Widget*, void* self) {
             auto& window = *static_cast<station_window*>(self);
@@ -124,7 +126,8 @@ void station_window::add_middle_column(bool with_desk) {
     new panel_button(layout::journal, window_action::journal, options_.in,
                      [this] { open_journal(); });
     column->end();
-    column->position(column->x() - columns_left_by_, 0);
+    // Without the desk, what stands below it moves up.
+    column->position(column->x() - columns_left_by_, with_desk ? 0 : -layout::time_title.y + 6);
 }
 
 void station_window::add_faults() {

@@ -25,7 +25,7 @@ class station_canvas;
 
 struct window_options {
     language in = language::french;
-    /// Names the window; empty: "Station ZK4".
+    /// Names the window; empty: what it shows does.
     std::string title;
 };
 

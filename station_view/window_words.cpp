@@ -38,6 +38,7 @@ constexpr word_row rows[] = {
     {window_word::journal_value,   {"valeur", "value"}},
     {window_word::journal_limit,   {"lignes plus anciennes oubliées : ", "older rows forgotten: "}},
     {window_word::station,         {"Station ZK4", "ZK4 station"}},
+    {window_word::by_hand,         {"Entrées à la main", "Inputs by hand"}},
 };
 // clang-format on
 static_assert(one_row_each(rows));

@@ -30,6 +30,7 @@ enum class window_word {
     journal_value,
     journal_limit,
     station,
+    by_hand,
     count
 };
 

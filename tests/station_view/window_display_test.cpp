@@ -65,7 +65,9 @@ TEST_F(Zk4sim, SaysInOneLineWhatIsWrongWithNames) {
         EXPECT_EQ(end.status, 1);
         EXPECT_EQ(end.err, "zk4sim: " + line + "\n");
     }
-    EXPECT_EQ(run_without_display("--manual --names /nowhere").status, 1);
+    const outcome missing = run_without_display("--manual --names /nowhere");
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.err, "zk4sim: /nowhere: fichier ou dossier introuvable\n");
 }
 
 /// A display of its own, which the test can take away.
