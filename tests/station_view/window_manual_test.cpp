@@ -6,7 +6,7 @@
 namespace {
 
 constexpr int height = window_layout::height;
-constexpr char by_hand[] = "Entrées à la main";
+constexpr char by_hand[] = "a la main";
 
 class ManualOnDisplay : public WindowOnDisplay {
 protected:
@@ -21,7 +21,8 @@ protected:
 TEST_F(ManualOnDisplay, SetsInputsByNamesOfAFileAndShowsOutputs) {
     const temporary_folder names;
     write_bytes(names / "names", "poussoir\ncapteur 2\n\nMOTEUR\n@F9999 L\n");
-    start({"--manual", "--names", (names / "names").string(), "--no-panel"}, by_hand);
+    start({"--title", by_hand, "--manual", "--names", (names / "names").string(), "--no-panel"},
+          by_hand);
     tick_signal(1);
     EXPECT_EQ(live->value("capteur 2"), "0") << "not before GO";
     go();
@@ -38,7 +39,7 @@ TEST_F(ManualOnDisplay, SetsInputsByNamesOfAFileAndShowsOutputs) {
 }
 
 TEST_F(ManualOnDisplay, ItsNamesAreTheZk4StationsAndThePanelShowsThem) {
-    start({"--manual"}, by_hand);
+    start({"--title", by_hand, "--manual"}, by_hand);
     tick_signal(0);
     go();
     EXPECT_TRUE(panel_shows("b1e", red));
@@ -50,7 +51,7 @@ TEST_F(ManualOnDisplay, ItsNamesAreTheZk4StationsAndThePanelShowsThem) {
 }
 
 TEST_F(ManualOnDisplay, TakesFaultsAndAPause) {
-    start({"--manual", "--no-panel"}, by_hand);
+    start({"--title", by_hand, "--manual", "--no-panel"}, by_hand);
     display.key(XK_p);
     EXPECT_TRUE(told_becomes("etat", "pause"));
     tick_signal(0);
