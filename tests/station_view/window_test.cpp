@@ -239,6 +239,25 @@ TEST_F(WindowOnDisplay, HasItsTitleAndIsEnglishOnDemand) {
     end();
 }
 
+TEST_F(WindowOnDisplay, HasTheSameEventsAsASessionWithoutAWindow) {
+    const temporary_folder folder;
+    const std::string script =
+        "set -e; Q=" + built("quorin-io") +
+        "; $Q set BZ1=1 MT=1 MTA=1 DEPOSE=1; $Q step 4; $Q desk atu=1; $Q step 1;"
+        "$Q desk atu=0; $Q fault te=flicker; $Q set SORT=1; $Q step 20";
+    const auto events = [&](const std::string& name, std::vector<std::string> options) {
+        const std::string file = (folder / name).string();
+        options.insert(options.begin(), built("zk4sim"));
+        options.insert(options.end(), {"--paused", "--csv", file, "--exec", script});
+        const outcome end = run_program(options);
+        EXPECT_EQ(end.status, 0) << end.err;
+        return bytes_of(file);
+    };
+    const std::string without = events("without", {"--headless"});
+    EXPECT_GT(lines_in(without), 100);
+    EXPECT_EQ(events("with", {}), without);
+}
+
 TEST_F(WindowOnDisplay, UsesNoProcessorTimeInAPause) {
     start({"--no-panel", "--paused"});
     wait_until([] { return false; }, seconds(0.5));
