@@ -32,7 +32,9 @@ void session_pump::serve() {
     serving_ = true;
     Fl::remove_timeout(on_time, this);
     const std::chrono::duration<double> rest = session_.service();
-    if (!session_.over()) Fl::add_timeout(std::max(rest.count(), least_rest_s), on_time, this);
+    // Also when it is over: the toolkit may be about to sleep until the next timeout, and whoever
+    // looks for the end waits for the toolkit.
+    Fl::add_timeout(std::max(rest.count(), least_rest_s), on_time, this);
     serving_ = false;
     served_();
 }
