@@ -181,8 +181,12 @@ void live_session::step_without_commands() {
 }
 
 void live_session::tell_troubles() {
-    for (session_follower* const each : followers_)
-        if (const std::string why = each->trouble(); !why.empty()) messages_.say(why);
+    for (session_follower* const each : followers_) {
+        const std::string why = each->trouble();
+        if (why.empty()) continue;
+        messages_.say(why);
+        trouble_ = why;
+    }
 }
 
 void live_session::look_for_the_end() {

@@ -61,6 +61,10 @@ public:
     int ident() const { return server_.ident; }
     /// Whether the commands count: false while a commander is missing (`--commander-timeout`).
     bool commanded() const { return commander_.present(); }
+    /// Whether it takes its commands from a driver.
+    bool replaying() const { return driver_ != nullptr; }
+    /// What went wrong last with those who follow it: one French line; empty: nothing.
+    const std::string& trouble() const { return trouble_; }
     /// Asks for the end; `words` tell why, in French and one line. The next `service` brings it
     /// about.
     void end(const std::string& words) { end_.ask(words); }
@@ -117,6 +121,7 @@ private:
     std::unique_ptr<child_process> child_;
     std::vector<session_follower*> followers_;
     session_driver* driver_ = nullptr;
+    std::string trouble_;
     // Until when it hurries, through a pause of its own.
     std::optional<std::int64_t> hurries_to_ms_;
     int events_ = -1;

@@ -17,7 +17,7 @@ bool step_clock::due(moment now) {
 
 void step_clock::stepped() {
     if (paused_)
-        --steps_left_;
+        steps_left_ = std::max(steps_left_ - 1, 0LL);  // the step itself may have ended the run
     else
         next_ += interval();
 }

@@ -23,7 +23,8 @@ enum class window_action {
 /// How an action looks and which key does it.
 struct action_row {
     window_action key;
-    /// The toolkit's number of the key: a character or a function key; and another one for the same.
+    /// The toolkit's number of the key: a character or a function key; and another one for the
+    /// same.
     int symbol, other_symbol;
     bool shift;
     bilingual key_name, label, meaning;

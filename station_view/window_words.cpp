@@ -26,8 +26,9 @@ constexpr word_row rows[] = {
     {window_word::paused,          {"En pause", "Paused"}},
     {window_word::emergency,       {"Arrêt d'urgence", "Emergency stop"}},
     {window_word::dead_link,       {"Liaison sans commande", "Nobody commands"}},
-    {window_word::by_hand,         {"Entrées à la main", "Inputs by hand"}},
-    {window_word::inputs_outputs,  {"Sorties", "Outputs"}},
+    {window_word::replay,          {"Rejeu", "Replay"}},
+    {window_word::inputs,          {"Entrées", "Inputs"}},
+    {window_word::outputs,         {"Sorties", "Outputs"}},
     {window_word::speed_tip,       {"Vitesse : secondes simulées par seconde, de 0.1 à 100 (touches + et -)",
                                     "Speed: simulated seconds per second, 0.1 to 100 (keys + and -)"}},
     {window_word::journal_title,   {"Journal de la session", "Journal of the session"}},
@@ -37,6 +38,7 @@ constexpr word_row rows[] = {
     {window_word::journal_value,   {"valeur", "value"}},
     {window_word::journal_limit,   {"lignes plus anciennes oubliées : ", "older rows forgotten: "}},
     {window_word::station,         {"Station ZK4", "ZK4 station"}},
+    {window_word::by_hand,         {"Entrées à la main", "Inputs by hand"}},
 };
 // clang-format on
 static_assert(one_row_each(rows));

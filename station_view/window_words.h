@@ -19,8 +19,9 @@ enum class window_word {
     paused,
     emergency,
     dead_link,
-    by_hand,
-    inputs_outputs,
+    replay,
+    inputs,
+    outputs,
     speed_tip,
     journal_title,
     journal_time,
@@ -29,6 +30,7 @@ enum class window_word {
     journal_value,
     journal_limit,
     station,
+    by_hand,
     count
 };
 

@@ -19,13 +19,14 @@ protected:
 };
 
 TEST_F(FileLimit, AFirstLineThatDoesNotFitIsStatusOne) {
-    const outcome end = run_limited(built("zk4sim") + " --no-panel >" + file);
+    const outcome end = run_limited(built("zk4sim") + " --headless --no-panel >" + file);
     EXPECT_EQ(end.out, "status=1\n");
     EXPECT_EQ(end.err, "zk4sim: la sortie standard ne prend rien\n");
 }
 
 TEST_F(FileLimit, AnErrorStreamThatIsFullDoesNotEndTheStation) {
-    const outcome end = run_limited(built("zk4sim") + " --no-panel --duration 0.2 2>" + file);
+    const outcome end =
+        run_limited(built("zk4sim") + " --headless --no-panel --duration 0.2 2>" + file);
     EXPECT_EQ(end.out.rfind("ident_mem=", 0), 0u) << end.out;
     EXPECT_TRUE(end.out.ends_with("\nstatus=0\n")) << end.out;
 }

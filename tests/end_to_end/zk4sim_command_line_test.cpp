@@ -162,7 +162,7 @@ TEST_F(Zk4sim, TakesEveryNumberUpToItsLimits) {
                                                {"--speed", "100"},
                                                {"--speed", "0.1"},
                                                {"--commander-timeout", "0.5"},
-                                               {"--headless", "--title", "[a, b]"},
+                                               {"--title", "[a, b]"},
                                                {"--title", "{}"},
                                                {"--title=-x"}}) {
         std::vector<std::string> options = {"--no-panel", "--duration", "0.01"};

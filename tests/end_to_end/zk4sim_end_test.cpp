@@ -30,7 +30,7 @@ TEST_F(Zk4sim, EndsAtASignalWithStatusZeroAndItsClientsKnow) {
 
 TEST_F(Zk4sim, ASignalDuringItsStartLeavesNothing) {
     for (int i = 0; i < 40; ++i) {
-        program starting({built("zk4sim"), "--no-panel"});
+        program starting({built("zk4sim"), "--headless", "--no-panel"});
         std::this_thread::sleep_for(std::chrono::microseconds(100 * i));
         const int number = i % 2 ? SIGTERM : SIGINT;
         starting.signal(number);
@@ -42,7 +42,8 @@ TEST_F(Zk4sim, ASignalDuringItsStartLeavesNothing) {
 
 TEST_F(Zk4sim, UnderNohupAHangupDoesNotEndIt) {
     program running(
-        {"sh", "-c", "trap '' HUP; exec " + built("zk4sim") + " --no-panel --duration 0.5"});
+        {"sh", "-c",
+         "trap '' HUP; exec " + built("zk4sim") + " --headless --no-panel --duration 0.5"});
     ASSERT_NE(wait_for_ident(running), "");
     running.signal(SIGHUP);
     EXPECT_EQ(running.wait(), 0);
@@ -57,7 +58,8 @@ TEST_F(Zk4sim, ServesWhicheverOfItsStreamsAreClosed) {
         {"<&-", 1, 2}, {">&-", 0, 2}, {"2>&-", 1, 0}, {"<&- >&-", 0, 2}, {"<&- >&- 2>&-", 0, 0}};
     for (const auto& [closed, lines_out, lines_err] : rows) {
         const outcome end = run_program(
-            {"sh", "-c", "exec " + built("zk4sim") + " --no-panel --duration 0.1 " + closed});
+            {"sh", "-c",
+             "exec " + built("zk4sim") + " --headless --no-panel --duration 0.1 " + closed});
         EXPECT_EQ(end.status, 0) << closed << end.err;
         EXPECT_EQ(lines_in(end.out), lines_out) << closed;
         EXPECT_EQ(lines_in(end.err), lines_err) << closed;
@@ -65,7 +67,7 @@ TEST_F(Zk4sim, ServesWhicheverOfItsStreamsAreClosed) {
 }
 
 TEST_F(Zk4sim, TheEndOfAChildThatIsNotItsOwnChangesNothing) {
-    program running({"sh", "-c", "sleep 0.1 & exec " + built("zk4sim") + " --no-panel"});
+    program running({"sh", "-c", "sleep 0.1 & exec " + built("zk4sim") + " --headless --no-panel"});
     const std::string ident = wait_for_ident(running);
     ASSERT_NE(ident, "");
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
@@ -144,7 +146,7 @@ TEST_F(Zk4sim, TheLastStepAfterThePanelDoesNotReopenTheSession) {
     const int out = index_of(station_inputs, "b1s");
     for (int i = 0; i < 40; ++i) {
         const scripted_panel panel({"set BZ1=1", "wait b1s=1 --timeout 15"});
-        station running({"--headless", "--speed", "5", "--panel", panel.path});
+        station running({"--speed", "5", "--panel", panel.path});
         const attached_segment segment(running.ident);
         ASSERT_TRUE(segment);
         std::atomic<bool> ended = false, reopened = false;

@@ -82,7 +82,7 @@ TEST_F(Zk4sim, ACommandThatIsStoppedHearsOfTheEndToo) {
 }
 
 TEST_F(Zk4sim, ItsCommandGetsAFilesInputAndTheEndInPlaceOfATerminals) {
-    const std::string start = built("zk4sim") + " --exec 'cat; exit 7'";
+    const std::string start = built("zk4sim") + " --headless --exec 'cat; exit 7'";
     const outcome piped = run_program({"sh", "-c", "echo word | " + start});
     EXPECT_EQ(piped.status, 7);
     EXPECT_NE(piped.err.find("word\n"), std::string::npos) << piped.err;

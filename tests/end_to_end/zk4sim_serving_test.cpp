@@ -15,7 +15,7 @@
 namespace {
 
 TEST_F(Zk4sim, PrintsItsIdentifierOnceAndAloneOnTheStandardOutput) {
-    const outcome end = run_zk4sim({"--headless", "--no-panel", "--duration", "0.2"});
+    const outcome end = run_zk4sim({"--no-panel", "--duration", "0.2"});
     EXPECT_EQ(end.status, 0);
     EXPECT_EQ(end.out.rfind("ident_mem=", 0), 0u);
     EXPECT_EQ(lines_in(end.out), 1);
@@ -170,9 +170,9 @@ TEST_F(Zk4sim, NeverServesIdentifierZeroTheFirstOfAMachine) {
     });
     if (first.status == 77) GTEST_SKIP() << "needs the rights to make an IPC namespace";
     ASSERT_EQ(first.status, 0) << "a fresh namespace no longer begins at 0";
-    const outcome end =
-        run_program({"unshare", "--ipc", "sh", "-c",
-                     built("zk4sim") + " --no-panel --duration 0.1; cat /proc/sysvipc/shm"});
+    const outcome end = run_program(
+        {"unshare", "--ipc", "sh", "-c",
+         built("zk4sim") + " --headless --no-panel --duration 0.1; cat /proc/sysvipc/shm"});
     EXPECT_EQ(end.status, 0);
     EXPECT_EQ(end.out.rfind("ident_mem=", 0), 0u);
     EXPECT_NE(end.out.rfind("ident_mem=0\n", 0), 0u);

@@ -25,7 +25,7 @@ private:
 inline long lines_in(const std::string& text) { return std::ranges::count(text, '\n'); }
 
 inline std::vector<std::string> zk4sim_command(const std::vector<std::string>& options) {
-    std::vector<std::string> command = {built("zk4sim")};
+    std::vector<std::string> command = {built("zk4sim"), "--headless"};
     command.insert(command.end(), options.begin(), options.end());
     return command;
 }

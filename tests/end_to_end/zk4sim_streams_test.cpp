@@ -38,7 +38,7 @@ private:
 };
 
 std::vector<std::string> redirected(const std::string& options, const std::string& redirection) {
-    return {"sh", "-c", "exec " + built("zk4sim") + " " + options + " " + redirection};
+    return {"sh", "-c", "exec " + built("zk4sim") + " --headless " + options + " " + redirection};
 }
 
 TEST_F(Zk4sim, AFirstLineThatNobodyCanReadIsStatusOne) {
@@ -82,7 +82,7 @@ TEST_F(Zk4sim, AFullErrorStreamDoesNotHoldUpItsEnd) {
 TEST_F(Zk4sim, AnErrorStreamWhoseReaderHasGoneDoesNotEndIt) {
     program running({"sh", "-c",
                      "exec 3>&1; { " + built("zk4sim") +
-                         " --no-panel --duration 0.5; echo $? >&3; } 2>&1 >&3 | true"});
+                         " --headless --no-panel --duration 0.5; echo $? >&3; } 2>&1 >&3 | true"});
     ASSERT_NE(wait_for_ident(running), "");
     EXPECT_EQ(running.wait(), 0);
     EXPECT_TRUE(wait_until([&] { return lines_in(running.out()) == 2; }));

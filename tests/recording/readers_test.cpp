@@ -123,8 +123,8 @@ protected:
             "quorin-io fault te=stuck0; quorin-io wait te=0; quorin-io set BZ1=0 BZ3=1 --until "
             "b3s=1";
         const outcome end =
-            run_program({built("zk4sim"), "--csv", csv, "--vcd", vcd, "--title", "poste \"7\", été",
-                         "--seed", "29", "--speed", "20", "--exec", script},
+            run_program({built("zk4sim"), "--headless", "--csv", csv, "--vcd", vcd, "--title",
+                         "poste \"7\", été", "--seed", "29", "--speed", "20", "--exec", script},
                         {"PATH=" QUORIN_PROGRAMS ":" + std::string(getenv("PATH"))});
         ASSERT_EQ(end.status, 0) << end.err;
         ASSERT_GT(lines_of(bytes_of(csv)).size(), 70u);

@@ -125,6 +125,20 @@ void screen::click(Window window, int x, int y, unsigned button) {
     settle();
 }
 
+void screen::hold(Window window, int x, int y, bool down) {
+    const place at = area(window);
+    XTestFakeMotionEvent(display_, -1, at.x + x, at.y + y, CurrentTime);
+    XTestFakeButtonEvent(display_, 1, down, CurrentTime);
+    XSync(display_, False);
+    settle();
+}
+
+void screen::hold_key(KeySym symbol, bool down) {
+    press(symbol, down);
+    XSync(display_, False);
+    settle();
+}
+
 void screen::press(KeySym symbol, bool down) {
     XTestFakeKeyEvent(display_, XKeysymToKeycode(display_, symbol), down, CurrentTime);
 }

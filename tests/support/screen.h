@@ -48,6 +48,10 @@ public:
     void click(x_window window, int x, int y, unsigned button = 1);
     /// Presses and lets go of a key, after `modifier` (0: none).
     void key(x_key symbol, x_key modifier = 0);
+    /// Presses a mouse button at a point of a window, or lets go of it there.
+    void hold(x_window window, int x, int y, bool down);
+    /// Presses a key, or lets go of it.
+    void hold_key(x_key symbol, bool down);
     /// Asks the window manager to close a window, as its title bar's cross does.
     void close(x_window window);
     void give_focus(x_window window);

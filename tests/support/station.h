@@ -51,9 +51,9 @@ private:
 
 class station {
 public:
-    /// Starts zk4sim with these options, and waits for its identifier.
+    /// Starts zk4sim without a window and with these options, and waits for its identifier.
     explicit station(std::vector<std::string> options) {
-        options.insert(options.begin(), built("zk4sim"));
+        options.insert(options.begin(), {built("zk4sim"), "--headless"});
         process = std::make_unique<program>(options);
         ident = wait_for_ident(*process);
     }

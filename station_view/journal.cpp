@@ -1,0 +1,74 @@
+#include "station_view/journal.h"
+
+#include "session/keyed_rows.h"
+#include "session/session_report.h"
+#include "station_view/incident_advice.h"
+#include "station_view/window_words.h"
+
+namespace {
+
+constexpr char one_column[] = "#C T102 T ", columns[] = "#C T12 T12 T18 T60 T ", rule[] = "#T";
+
+struct kind_row {
+    event_kind key;
+    bilingual word;
+};
+
+// clang-format off
+constexpr kind_row kinds[] = {
+    {event_kind::session,  {"session", "session"}},
+    {event_kind::fault,    {"panne", "fault"}},
+    {event_kind::desk,     {"pupitre", "desk"}},
+    {event_kind::input,    {"entrée", "input"}},
+    {event_kind::output,   {"sortie", "output"}},
+    {event_kind::incident, {"incident", "incident"}},
+    {event_kind::exercise, {"exercice", "exercise"}},
+};
+// clang-format on
+static_assert(one_row_each(kinds));
+
+// "#" would begin another cell.
+std::string cell(std::string text) {
+    for (char& byte : text)
+        if (byte == '#') byte = '*';
+    return text;
+}
+
+std::string table_line(const std::string& time, const std::string& kind, const std::string& name,
+                       const std::string& value) {
+    return " " + cell(time) + "#" + cell(kind) + "#" + cell(name) + "#" + cell(value);
+}
+
+}  // namespace
+
+std::string journal::line_of(const kept_row& kept, language in) {
+    const bool incident = kept.kind == event_kind::incident;
+    const std::string& value = kept.row.value;
+    return table_line(seconds_text(std::stoll(kept.row.ms)), row_of(kinds, kept.kind).word.in(in),
+                      kept.row.name, incident ? tell_incident(value, in).what : value);
+}
+
+void journal::read(std::span<const station_event> events) {
+    for (const station_event& each : events) {
+        rows_.push_back({each.kind, row_of_event(each)});
+        if (rows_.size() <= most_rows) continue;
+        rows_.pop_front();
+        ++forgotten_;
+    }
+}
+
+std::vector<std::string> journal::lines(const std::string& title, language in) const {
+    const auto text = [in](window_word word) { return std::string(text_of(word, in)); };
+    std::vector<std::string> found = {one_column, rule, " " + text(window_word::journal_title)};
+    if (!title.empty()) found.back() += " : " + cell(title);
+    if (forgotten_ > 0)
+        found.push_back(" " + text(window_word::journal_limit) + std::to_string(forgotten_));
+    found.insert(found.end(),
+                 {columns, rule,
+                  table_line(text(window_word::journal_time), text(window_word::journal_kind),
+                             text(window_word::journal_name), text(window_word::journal_value)),
+                  rule});
+    for (const kept_row& kept : rows_) found.push_back(line_of(kept, in));
+    found.push_back(rule);
+    return found;
+}

@@ -1,0 +1,72 @@
+#include "station_view/journal_process.h"
+
+#include <signal.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string_view>
+
+#include "session/failure.h"
+#include "session/system_errors.h"
+#include "station_view/journal_viewer.h"
+
+namespace {
+
+constexpr char command_word[] = "--journal", english_word[] = "en", french_word[] = "fr";
+
+/// A nameless file of these lines, which a process that is started inherits. Closed at the end.
+class handed_lines {
+public:
+    explicit handed_lines(const std::vector<std::string>& lines)
+        : descriptor_(memfd_create("journal", 0)) {
+        std::string bytes;
+        for (const std::string& line : lines) bytes += line + "\n";
+        const auto size = static_cast<ssize_t>(bytes.size());
+        if (write(descriptor_, bytes.data(), bytes.size()) == size) return;
+        const int error = errno;
+        ::close(descriptor_);
+        throw refusal("journal: " + system_error_words(error));
+    }
+    ~handed_lines() { ::close(descriptor_); }
+    handed_lines(const handed_lines&) = delete;
+    handed_lines& operator=(const handed_lines&) = delete;
+
+    /// Where the process finds it.
+    std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+
+private:
+    int descriptor_;
+};
+
+}  // namespace
+
+void journal_process::show(const std::vector<std::string>& lines, language in) {
+    close();
+    const handed_lines handed(lines);
+    const char* const language_word = in == language::english ? english_word : french_word;
+    child_ = std::make_unique<child_process>(
+        "journal",
+        child_command{{"/proc/self/exe", command_word, handed.path(), language_word}, "", true});
+}
+
+void journal_process::close() {
+    if (!child_) return;
+    kill(-child_->id(), SIGTERM);
+    kill(-child_->id(), SIGCONT);
+    constexpr int looks = 500;
+    for (int look = 0; !child_->ended(); ++look) {
+        if (look == looks) kill(-child_->id(), SIGKILL);
+        usleep(2000);
+    }
+    child_.reset();
+}
+
+bool is_journal_command(int argc, char** argv) {
+    return argc == 4 && std::string_view(argv[1]) == command_word;
+}
+
+int run_journal_command(char** argv) {
+    const bool english = std::string_view(argv[3]) == english_word;
+    return show_journal(argv[2], english ? language::english : language::french);
+}

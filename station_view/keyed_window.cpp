@@ -1,0 +1,30 @@
+#include "station_view/keyed_window.h"
+
+#include <FL/Fl.H>
+
+#include <utility>
+
+namespace {
+
+/// The key, or the sign that it stands for: where "+" is depends on the keyboard.
+int symbol() {
+    const char text = Fl::event_length() == 1 ? *Fl::event_text() : '\0';
+    return text == '+' || text == '-' ? text : Fl::event_key();
+}
+
+}  // namespace
+
+keyed_window::keyed_window(int w, int h, const char* title, key_taker take,
+                           std::function<void()> left)
+    : Fl_Double_Window(w, h, title), take_(std::move(take)), left_(std::move(left)) {}
+
+int keyed_window::handle(int event) {
+    if (event == FL_UNFOCUS) left_();
+    const bool down = event == FL_KEYBOARD || event == FL_SHORTCUT;
+    if (!down && event != FL_KEYUP) return Fl_Double_Window::handle(event);
+    constexpr int others = FL_CTRL | FL_ALT | FL_META;
+    if (!Fl::event_state(others) && take_(symbol(), Fl::event_state(FL_SHIFT) != 0, down)) return 1;
+    // The toolkit would take it for the window's cross.
+    if (event == FL_SHORTCUT && Fl::event_key() == FL_Escape) return 1;
+    return Fl_Double_Window::handle(event);
+}

@@ -1,0 +1,19 @@
+// A window in which keys do what its owner says, whichever of its widgets has the keyboard.
+#pragma once
+#include <FL/Fl_Double_Window.H>
+
+#include <functional>
+
+class keyed_window : public Fl_Double_Window {
+public:
+    /// Asked for each key that goes down or up and that no widget has used itself; whether it was
+    /// used. Escape never closes the window.
+    using key_taker = std::function<bool(int symbol, bool shift, bool down)>;
+
+    keyed_window(int w, int h, const char* title, key_taker take, std::function<void()> left);
+    int handle(int event) override;
+
+private:
+    key_taker take_;
+    std::function<void()> left_;
+};

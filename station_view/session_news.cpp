@@ -1,0 +1,28 @@
+#include "station_view/session_news.h"
+
+#include <utility>
+
+void session_news::read(std::span<const station_event> events) {
+    for (const station_event& each : events) {
+        if (each.kind != event_kind::incident) continue;
+        incidents_.push_back({each.ms, std::string(each.text)});
+        if (incidents_.size() > most_incidents) incidents_.pop_front();
+    }
+    if (events.empty() || run_ != run_state::going) return;
+    run_ = run_state::changed;
+    if (time_.paused()) time_.run(0);
+}
+
+std::deque<session_news::incident> session_news::take_incidents() {
+    return std::exchange(incidents_, {});
+}
+
+void session_news::run_to_next_change() {
+    time_.pause();
+    time_.run(most_steps);
+    run_ = run_state::going;
+}
+
+bool session_news::nothing_changed() const {
+    return run_ == run_state::going && time_.paused() && time_.steps_left() == 0;
+}

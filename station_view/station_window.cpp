@@ -1,0 +1,252 @@
+#include "station_view/station_window.h"
+
+#include <FL/Fl.H>
+#include <FL/Fl_Box.H>
+#include <FL/Fl_Group.H>
+#include <FL/Fl_Tooltip.H>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "session/failure.h"
+#include "station_view/count_panel.h"
+#include "station_view/fault_list.h"
+#include "station_view/incident_list.h"
+#include "station_view/keyed_window.h"
+#include "station_view/panel_button.h"
+#include "station_view/station_canvas.h"
+#include "station_view/window_place.h"
+#include "station_view/window_words.h"
+
+namespace {
+
+namespace layout = window_layout;
+
+constexpr double frame_s = 1.0 / 30;
+
+double now_s() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+
+/// The middle column: lower when the window is, but never drawn out.
+class column_group : public Fl_Group {
+public:
+    using Fl_Group::Fl_Group;
+    void resize(int x, int y, int w, int h) override {
+        Fl_Group::resize(x, y, w, std::min(h, layout::height));
+    }
+};
+
+}  // namespace
+
+station_window::station_window(live_session& session, station_model& model,
+                               const window_options& options)
+    : session_(session), options_(options), news_(session.time()) {
+    session_.add_reader(news_);
+    session_.add_reader(journal_);
+    const auto keys = [this](int symbol, bool shift, bool down) {
+        return take_key(symbol, shift, down);
+    };
+    const auto left = [this] {
+        if (desk_) desk_->let_go();
+    };
+    window_ = std::make_unique<keyed_window>(layout::width, layout::height, nullptr, keys, left);
+    window_->color(window_style::paper);
+    const auto* const drawn = dynamic_cast<const workcell_model*>(&model);
+    auto* const by_hand = dynamic_cast<manual_station*>(&model);
+    if (drawn)
+        add_drawing(*drawn);
+    else if (by_hand)
+        add_panels(*by_hand);
+    else
+        add_lamps(model);
+    add_middle_column(drawn != nullptr);
+    add_faults();
+    window_->end();
+    std::string title = options_.title;
+    if (title.empty() && drawn) title = text_of(window_word::station, options_.in);
+    if (title.empty() && by_hand) title = text_of(window_word::by_hand, options_.in);
+    window_->copy_label((title.empty() ? std::string(model.name()) : title).c_str());
+    window_->callback(
+        [](Fl_Widget*, void* self) {
+            auto& window = *static_cast<station_window*>(self);
+            window.session_.end("fenêtre fermée");
+            window.changed();
+        },
+        this);
+    place();
+}
+
+station_window::~station_window() { Fl::remove_timeout(draw_when_due, this); }
+
+void station_window::add_drawing(const workcell_model& model) {
+    scene_.emplace(session_, model, options_.in, options_.title);
+    session_.add_reader(*scene_);
+    auto* const group = new Fl_Group(0, 0, layout::desk_title.x - 8, layout::height);
+    const layout::area& at = layout::picture;
+    canvas_ = new station_canvas(at.x, at.y, at.w, at.h);
+    incidents_ = new incident_list(layout::incidents, options_.in);
+    group->resizable(canvas_);
+    group->end();
+    window_->resizable(group);
+}
+
+void station_window::make_room(int panels_width) {
+    columns_left_by_ = layout::desk_title.x - 8 - panels_width;
+    window_->size(layout::width - columns_left_by_, layout::height);
+    window_->resizable(nullptr);
+}
+
+void station_window::add_panels(manual_station& station) {
+    make_room(layout::panels_width);
+    panels_.emplace(
+        window_.get(), layout::height, station, options_.in, [this] { changed(); },
+        [this] { window_->do_callback(); });
+}
+
+void station_window::add_lamps(const station_model& model) {
+    make_room(lamp_panels::width);
+    lamps_.emplace(window_.get(), layout::height, model, options_.in);
+    session_.add_reader(*lamps_);
+}
+
+void station_window::add_middle_column(bool with_desk) {
+    const int left = layout::desk_title.x - 8, right = layout::faults_title.x - 4;
+    auto* const column = new column_group(left, 0, right - left, layout::height);
+    const auto served = [this] { changed(); };
+    if (with_desk) {
+        window_style::add_heading(layout::desk_title, text_of(window_word::desk, options_.in));
+        desk_.emplace(session_.run(), options_.in, served);
+        if (session_.replaying()) desk_->only_show();
+    }
+    time_.emplace(session_, news_, options_.in, served);
+    if (with_desk) counts_ = std::make_unique<count_panel>(session_.run(), options_.in);
+    new panel_button(layout::journal, window_action::journal, options_.in,
+                     [this] { open_journal(); });
+    column->end();
+    // Without the desk, what stands below it moves up.
+    column->position(column->x() - columns_left_by_, with_desk ? 0 : -layout::time_title.y + 6);
+}
+
+void station_window::add_faults() {
+    const layout::area& head = layout::faults_title;
+    auto* const group = new Fl_Group(head.x - 4, 0, layout::width - head.x + 4, layout::height);
+    faults_heading_ = window_style::add_heading(head, text_of(window_word::faults, options_.in));
+    faults_heading_->copy_tooltip(tooltip_of(window_action::faults, options_.in).c_str());
+    faults_ = new fault_list(layout::faults, session_.run(), options_.in, [this] { changed(); });
+    group->resizable(faults_);
+    group->end();
+    group->position(group->x() - columns_left_by_, 0);
+    if (session_.replaying()) faults_->deactivate();
+}
+
+void station_window::place() {
+    int x, y, w, h;
+    Fl::screen_work_area(x, y, w, h, 0);
+    const layout::area at = window_place::beside_panel({x, y, w, h});
+    if (columns_left_by_ > 0) {
+        window_->position(at.x, at.y);
+        return;
+    }
+    window_->size_range(layout::least_width, layout::least_height);
+    window_->resize(at.x, at.y, at.w, at.h);
+}
+
+void station_window::show() {
+    draw_now();
+    window_->show();
+}
+
+void station_window::hide() {
+    Fl::remove_timeout(draw_when_due, this);
+    journal_process_.close();
+    window_->hide();
+}
+
+void station_window::changed() {
+    if (serve_) serve_();
+}
+
+void station_window::served() {
+    if (desk_) desk_->served();
+    if (drawing_is_due_ || session_.over()) return;
+    drawing_is_due_ = true;
+    const double rest = std::clamp(drawn_at_s_ + frame_s - now_s(), 0.001, frame_s);
+    Fl::add_timeout(rest, draw_when_due, this);
+}
+
+void station_window::draw_when_due(void* self) { static_cast<station_window*>(self)->draw_now(); }
+
+void station_window::draw_now() {
+    drawing_is_due_ = false;
+    drawn_at_s_ = now_s();
+    if (canvas_) canvas_->show(scene_->now());
+    if (incidents_) incidents_->show_news(news_);
+    if (incidents_ && told_trouble_ != session_.trouble())
+        incidents_->show_trouble(told_trouble_ = session_.trouble());
+    if (panels_) panels_->show();
+    if (lamps_) lamps_->show();
+    if (desk_) desk_->show();
+    if (counts_) counts_->show();
+    time_->show();
+    faults_->show_faults();
+    std::string heading = text_of(window_word::faults, options_.in);
+    if (faults_->faults_set() > 0) heading += " : " + std::to_string(faults_->faults_set());
+    window_style::relabel(*faults_heading_, heading);
+}
+
+void station_window::worked() {
+    if (panels_) panels_->look();
+}
+
+bool station_window::take_key(int symbol, bool shift, bool down) {
+    const std::optional<window_action> action = action_of_key(symbol, shift && down);
+    if (!action) return false;
+    const bool starts = action == window_action::start_cycle;
+    if (starts || action == window_action::stop_cycle) {
+        if (desk_) desk_->hold(starts ? &station_desk::dc : &station_desk::ac, down);
+        return true;
+    }
+    if (down) act(*action);
+    return true;
+}
+
+void station_window::act(window_action action) {
+    switch (action) {
+        case window_action::emergency:
+        case window_action::unlock:
+            if (desk_) desk_->set_emergency(action == window_action::emergency);
+            break;
+        case window_action::pause:
+            time_->pause_or_resume();
+            break;
+        case window_action::step:
+            time_->step();
+            break;
+        case window_action::next_change:
+            time_->run_to_next_change();
+            break;
+        case window_action::slower:
+        case window_action::faster:
+            time_->change_speed(action == window_action::faster);
+            break;
+        case window_action::faults:
+            faults_->go_to();
+            break;
+        case window_action::journal:
+            open_journal();
+            break;
+        default:
+            break;
+    }
+}
+
+void station_window::open_journal() {
+    try {
+        journal_process_.show(journal_.lines(options_.title, options_.in), options_.in);
+    } catch (const failure& why) {
+        window_->copy_label(why.why.c_str());
+    }
+}

@@ -1,0 +1,94 @@
+// The station's window: the drawing, the desk, time, counts, incidents, faults and the journal.
+#pragma once
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "session/live_session.h"
+#include "station_view/desk_panel.h"
+#include "station_view/journal.h"
+#include "station_view/journal_process.h"
+#include "station_view/lamp_panels.h"
+#include "station_view/manual_panels.h"
+#include "station_view/scene_keeper.h"
+#include "station_view/session_news.h"
+#include "station_view/time_panel.h"
+
+class Fl_Box;
+class Fl_Group;
+class count_panel;
+class fault_list;
+class incident_list;
+class keyed_window;
+class station_canvas;
+
+struct window_options {
+    language in = language::french;
+    /// Names the window; empty: what it shows does.
+    std::string title;
+};
+
+class station_window {
+public:
+    /// Builds the window of a session that has not begun, and follows it. `model` is what the
+    /// session steps: the ZK4 station is drawn, the inputs of a manual one are set, of another one
+    /// inputs and outputs are shown. Both must live as long. Needs the display.
+    station_window(live_session& session, station_model& model, const window_options& options);
+    ~station_window();
+    station_window(const station_window&) = delete;
+    station_window& operator=(const station_window&) = delete;
+
+    /// `changed` is called whenever something was asked of the session, which is to be served then.
+    void on_change(std::function<void()> changed) { serve_ = std::move(changed); }
+
+    void show();
+    void hide();
+    void close_journal() { journal_process_.close(); }
+
+    /// After the session was served: what is shown may have changed. It is drawn within a thirtieth
+    /// of a second, and no more often.
+    void served();
+    /// After the toolkit has worked.
+    void worked();
+
+    /// Does what a button or a key does.
+    void act(window_action action);
+
+private:
+    void add_drawing(const workcell_model& model);
+    void add_panels(manual_station& station);
+    void add_lamps(const station_model& model);
+    void make_room(int panels_width);
+    void add_middle_column(bool with_desk);
+    void add_faults();
+    void place();
+    bool take_key(int symbol, bool shift, bool down);
+    void changed();
+    static void draw_when_due(void* self);
+    void draw_now();
+    void open_journal();
+
+    live_session& session_;
+    const window_options options_;
+    std::function<void()> serve_;
+    session_news news_;
+    journal journal_;
+    journal_process journal_process_;
+    std::unique_ptr<keyed_window> window_;
+    std::optional<scene_keeper> scene_;
+    std::optional<manual_panels> panels_;
+    std::optional<lamp_panels> lamps_;
+    std::optional<desk_panel> desk_;
+    std::optional<time_panel> time_;
+    std::unique_ptr<count_panel> counts_;
+    station_canvas* canvas_ = nullptr;
+    incident_list* incidents_ = nullptr;
+    fault_list* faults_ = nullptr;
+    Fl_Box* faults_heading_ = nullptr;
+    std::string told_trouble_;
+    // How far left the columns stand, for what is narrower than the drawing.
+    int columns_left_by_ = 0;
+    bool drawing_is_due_ = false;
+    double drawn_at_s_ = 0;
+};

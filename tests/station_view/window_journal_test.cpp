@@ -1,0 +1,85 @@
+// The journal in the paged viewer, with its exports, while the session goes on.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/station_view/window_on_display.h"
+
+namespace {
+
+class JournalOnDisplay : public WindowOnDisplay {
+protected:
+    std::string title() const { return "Journal de la session : " + folder_.path().string(); }
+    x_window open_journal() {
+        display.key(XK_j);
+        return display.wait_for_window(title());
+    }
+    /// Presses Return on the message that a button of the viewer brings up.
+    void dismiss_message(std::size_t windows_before) {
+        ASSERT_TRUE(display.wait_for_windows(windows_before + 1));
+        display.give_focus(display.windows().back());
+        EXPECT_TRUE(wait_until([&] {
+            display.key(XK_Return);
+            return display.windows().size() == windows_before;
+        }));
+    }
+    current_folder folder_;
+};
+
+TEST_F(JournalOnDisplay, ExportsChangesAndIncidents) {
+    start({"--no-panel", "--title", "poste 7"}, "poste 7");
+    live->io({"set", "DEPOSE=1"});
+    ASSERT_TRUE(told_becomes("incidents", "1"));
+    const x_window viewer = open_journal();
+    ASSERT_NE(viewer, 0u);
+    const std::size_t windows = display.windows().size();
+    display.click(viewer, 800, 655);
+    dismiss_message(windows);
+    const std::string text = bytes_of(folder_.path() / "tmp.txt");
+    for (const char* const part : {"Journal de la session : poste 7", "#sortie#DEPOSE#1",
+                                   "#incident#1#colle répandue : pas de support en zone 1"})
+        EXPECT_NE(text.find(part), std::string::npos) << part << " in " << text;
+    display.click(viewer, 550, 655);
+    dismiss_message(windows);
+    ASSERT_TRUE(
+        wait_until([&] { return std::filesystem::exists(folder_.path() / "journal.pdf"); }));
+    const outcome pdf = run_program({"pdftotext", "-layout", "journal.pdf", "-"});
+    for (const char* const part : {"poste 7", "DEPOSE", "colle répandue"})
+        EXPECT_NE(pdf.out.find(part), std::string::npos) << part << " in " << pdf.out;
+    end();
+}
+
+TEST_F(JournalOnDisplay, TheSessionGoesOnWhileItIsOpenAndTakesItAlongAtItsEnd) {
+    start({"--no-panel"});
+    const x_window viewer = open_journal();
+    ASSERT_NE(viewer, 0u);
+    const double then = live->simulated_s();
+    EXPECT_TRUE(wait_until([&] { return live->simulated_s() > then + 0.2; }, seconds(5)));
+    display.give_focus(window);
+    click(window_layout::emergency);
+    EXPECT_TRUE(becomes("atu", "1")) << "the emergency stop is there";
+    end();
+    EXPECT_TRUE(wait_until([&] { return !display.manages(viewer); }));
+}
+
+TEST_F(JournalOnDisplay, OpensAgainAfterItWasClosed) {
+    start({"--no-panel"});
+    for (int i = 0; i < 2; ++i) {
+        const x_window viewer = open_journal();
+        ASSERT_NE(viewer, 0u);
+        display.close(viewer);
+        ASSERT_TRUE(wait_until([&] { return !display.manages(viewer); }));
+        take_keyboard();
+    }
+    end();
+}
+
+TEST_F(JournalOnDisplay, GoesWithASessionThatIsKilled) {
+    start({"--no-panel"});
+    ASSERT_NE(open_journal(), 0u);
+    live->process->signal(SIGKILL);
+    live->process->wait();
+    EXPECT_TRUE(wait_until([] { return leftovers::processes().empty(); }));
+}
+
+}  // namespace

@@ -1,0 +1,67 @@
+// A station whose inputs are set by hand: the simulator's two panels beside the segment.
+#include <gtest/gtest.h>
+
+#include "tests/station_view/window_on_display.h"
+
+namespace {
+
+constexpr int height = window_layout::height;
+constexpr char by_hand[] = "a la main";
+
+class ManualOnDisplay : public WindowOnDisplay {
+protected:
+    void click_at(int x, int y) { display.click(window, x, y); }
+    /// The "Signal" box of an input, from 0; its lists show 16 pixels a line or so.
+    void tick_signal(int input) { click_at(22, 40 + 17 * input); }
+    void go() { click_at(210, height - 20); }
+    void init() { click_at(40, height - 20); }
+    void quit() { click_at(360, height - 20); }
+};
+
+TEST_F(ManualOnDisplay, SetsInputsByNamesOfAFileAndShowsOutputs) {
+    const temporary_folder names;
+    write_bytes(names / "names", "poussoir\ncapteur 2\n\nMOTEUR\n@F9999 L\n");
+    start({"--title", by_hand, "--manual", "--names", (names / "names").string(), "--no-panel"},
+          by_hand);
+    tick_signal(1);
+    EXPECT_EQ(live->value("capteur 2"), "0") << "not before GO";
+    go();
+    EXPECT_TRUE(becomes("capteur 2", "1"));
+    EXPECT_EQ(live->value("poussoir"), "0");
+    go();
+    EXPECT_TRUE(becomes("capteur 2", "0")) << "a signal that is not sticky is sent once";
+    const window_layout::area outputs = {400, 20, 240, height - 60};
+    const auto before = pixels(outputs);
+    ASSERT_EQ(live->io({"set", "MOTEUR=1"}).status, 0);
+    EXPECT_TRUE(wait_until([&] { return pixels(outputs) != before; }, seconds(5)));
+    quit();
+    expect_end("fenêtre fermée");
+}
+
+TEST_F(ManualOnDisplay, ItsNamesAreTheZk4StationsAndThePanelShowsThem) {
+    start({"--title", by_hand, "--manual"}, by_hand);
+    tick_signal(0);
+    go();
+    EXPECT_TRUE(panel_shows("b1e", red));
+    init();
+    EXPECT_TRUE(panel_shows("b1e", blue));
+    EXPECT_EQ(live->told("station"), "manuel");
+    display.close(panel);
+    expect_end("panneau fermé");
+}
+
+TEST_F(ManualOnDisplay, TakesFaultsAndAPause) {
+    start({"--title", by_hand, "--manual", "--no-panel"}, by_hand);
+    display.key(XK_p);
+    EXPECT_TRUE(told_becomes("etat", "pause"));
+    tick_signal(0);
+    go();
+    EXPECT_EQ(live->value("b1e"), "0");
+    display.key(XK_p);
+    EXPECT_TRUE(becomes("b1e", "1"));
+    live->ask("fault b1e=stuck0");
+    EXPECT_TRUE(becomes("b1e", "0"));
+    end();
+}
+
+}  // namespace

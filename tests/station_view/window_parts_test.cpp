@@ -1,0 +1,271 @@
+// What the window decides without a display: its place, its words and keys, the journal, the
+// station whose inputs are set by hand.
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "session/failure.h"
+#include "session/station_run.h"
+#include "station_view/fault_labels.h"
+#include "station_view/incident_advice.h"
+#include "station_view/journal.h"
+#include "station_view/manual_station.h"
+#include "station_view/session_news.h"
+#include "station_view/time_panel.h"
+#include "station_view/window_actions.h"
+#include "station_view/window_place.h"
+#include "station_view/window_words.h"
+#include "tests/support/files.h"
+
+namespace {
+
+using window_layout::area;
+
+constexpr language languages[] = {language::french, language::english};
+
+bool overlap(const area& a, const area& b) {
+    return a.x < b.x + b.w && b.x < a.x + a.w && a.y < b.y + b.h && b.y < a.y + a.h;
+}
+
+/// With a title bar of `bar` above it.
+area title_bar_of(const area& window, int bar) { return {window.x, window.y - bar, window.w, bar}; }
+
+area panel_on(const area& screen) {
+    return {screen.x + (screen.w - 1120) / 2, screen.y + (screen.h - 190) / 2, 1120, 190};
+}
+
+TEST(WindowPlace, NeitherWindowCoversTheOthersTitleBar) {
+    constexpr int bar = 28;
+    const area screens[] = {{0, 0, 1920, 1080},  {0, 0, 1366, 768},  {0, 0, 1280, 1024},
+                            {0, 0, 1024, 768},   {0, 0, 800, 600},   {0, 0, 2560, 1440},
+                            {0, 27, 1920, 1053}, {0, 0, 3840, 2160}, {0, 0, 1280, 720}};
+    for (const area& screen : screens) {
+        const area mine = window_place::beside_panel(screen), panel = panel_on(screen);
+        EXPECT_FALSE(overlap(mine, title_bar_of(panel, bar))) << screen.w << "x" << screen.h;
+        EXPECT_FALSE(overlap(panel, title_bar_of(mine, bar))) << screen.w << "x" << screen.h;
+        EXPECT_GE(mine.y, screen.y + bar) << "its own can be taken hold of";
+        EXPECT_LT(mine.y, screen.y + screen.h) << screen.w << "x" << screen.h;
+    }
+}
+
+TEST(WindowPlace, BothAreWholeOnAScreenOf1920By1080) {
+    const area screen = {0, 0, 1920, 1080}, mine = window_place::beside_panel(screen);
+    EXPECT_FALSE(overlap(mine, panel_on(screen)));
+    EXPECT_GE(mine.x, 0);
+    EXPECT_LE(mine.x + mine.w, 1920);
+    EXPECT_LE(mine.y + mine.h, 1080);
+    EXPECT_GE(window_layout::picture.h - (window_layout::height - mine.h), 300)
+        << "the drawing has room for its texts";
+}
+
+TEST(WindowActions, EachHasAKeyOfItsOwnThatItsTooltipTells) {
+    std::set<std::pair<int, bool>> keys;
+    for (int i = 0; i < static_cast<int>(window_action::count); ++i) {
+        const auto action = static_cast<window_action>(i);
+        const action_row& row = row_of_action(action);
+        EXPECT_TRUE(keys.insert({row.symbol, row.shift}).second) << row.label.french;
+        EXPECT_EQ(action_of_key(row.symbol, row.shift), action) << row.label.french;
+        for (const language in : languages) {
+            const std::string tip = tooltip_of(action, in);
+            EXPECT_TRUE(tip.ends_with(std::string(" ") + row.key_name.in(in) + ")")) << tip;
+        }
+    }
+    EXPECT_FALSE(action_of_key('z', false));
+    EXPECT_FALSE(action_of_key('p', true));
+}
+
+TEST(WindowWords, NoneIsEmpty) {
+    for (int i = 0; i < static_cast<int>(window_word::count); ++i)
+        for (const language in : languages)
+            EXPECT_STRNE(text_of(static_cast<window_word>(i), in), "") << i;
+}
+
+TEST(IncidentAdvice, EveryIncidentHasOneInBothLanguages) {
+    for (int i = 0; i < static_cast<int>(station::incident::count); ++i) {
+        const auto kind = static_cast<station::incident>(i);
+        const std::string_view text = station::incident_text(kind);
+        const told_incident french = tell_incident(text, language::french),
+                            english = tell_incident(text, language::english);
+        EXPECT_EQ(french.what, text);
+        EXPECT_NE(english.what, text);
+        EXPECT_GT(french.advice.size(), 20u) << text;
+        EXPECT_GT(english.advice.size(), 20u) << text;
+        EXPECT_NE(french.advice, english.advice) << text;
+    }
+    const told_incident other = tell_incident("autre chose", language::english);
+    EXPECT_EQ(other.what, "autre chose");
+    EXPECT_EQ(other.advice, "");
+}
+
+TEST(FaultLabels, NameTheFaultAsItIsTyped) {
+    for (int i = 0; i < static_cast<int>(fault_kind::count); ++i) {
+        const auto kind = static_cast<fault_kind>(i);
+        for (const language in : languages) {
+            const std::string sentence = fault_sentence({"te", kind}, in);
+            EXPECT_TRUE(sentence.starts_with("te")) << sentence;
+            EXPECT_TRUE(sentence.ends_with("(te=" + std::string(fault_kind_word(kind)) + ")"))
+                << sentence;
+            EXPECT_STRNE(fault_column(kind, in), "");
+        }
+    }
+}
+
+TEST(TimePanel, ItsSpeedsGoByOneTwoFive) {
+    const struct {
+        double from, faster, slower;
+    } cases[] = {{0.1, 0.2, 0.1},  {1, 2, 0.5},    {3, 5, 2},
+                 {0.15, 0.2, 0.1}, {100, 100, 50}, {50, 100, 20}};
+    for (const auto& [from, faster, slower] : cases) {
+        EXPECT_EQ(next_speed(from, true), faster) << from;
+        EXPECT_EQ(next_speed(from, false), slower) << from;
+    }
+}
+
+station_event input_event(std::int64_t ms, std::string_view name, int value) {
+    return {ms, event_kind::input, name, value, {}, 0};
+}
+
+std::vector<std::string> journal_lines(const std::vector<station_event>& events,
+                                       const std::string& title = "",
+                                       language in = language::french) {
+    journal kept;
+    kept.read(events);
+    return kept.lines(title, in);
+}
+
+TEST(Journal, IsATableOfTimeKindNameAndValue) {
+    const std::string text(station::incident_text(station::incident::glue_spilled));
+    const std::vector<station_event> events = {input_event(40, "te", 1),
+                                               {2007, event_kind::incident, {}, 1, text, -1}};
+    const std::vector<std::string> lines = journal_lines(events);
+    EXPECT_EQ(lines[lines.size() - 3], " 0.040#entrée#te#1");
+    EXPECT_EQ(lines[lines.size() - 2], " 2.007#incident#1#" + text);
+    EXPECT_EQ(lines.back(), "#T");
+    EXPECT_EQ(journal_lines(events, "", language::english)[lines.size() - 2],
+              " 2.007#incident#1#glue spilled: no base at zone 1");
+}
+
+TEST(Journal, TakesNoTextForMarkup) {
+    const std::vector<std::string> lines = journal_lines({input_event(0, "#T#", 1)}, "#P");
+    EXPECT_EQ(lines[2], " Journal de la session : *P");
+    EXPECT_EQ(lines[lines.size() - 2], " 0.000#entrée#*T*#1");
+}
+
+TEST(Journal, KeepsTheLastRowsAndSaysHowManyItForgot) {
+    journal kept;
+    const std::int64_t many = 3 * static_cast<std::int64_t>(journal::most_rows);
+    for (std::int64_t i = 0; i < many; ++i) {
+        const station_event event = input_event(i * 10, "te", static_cast<int>(i % 2));
+        kept.read({&event, 1});
+    }
+    const std::vector<std::string> lines = kept.lines("", language::french);
+    EXPECT_EQ(lines[3], " lignes plus anciennes oubliées : " +
+                            std::to_string(many - static_cast<std::int64_t>(journal::most_rows)));
+    EXPECT_LE(lines.size(), journal::most_rows + 10);
+    EXPECT_EQ(lines[lines.size() - 2], " 149.990#entrée#te#1");
+}
+
+TEST(SessionNews, KeepsTheLastIncidentsUntilTheyAreTaken) {
+    step_clock time(1, true, {});
+    session_news news(time);
+    for (int i = 0; i < 250; ++i) {
+        const std::string text = std::to_string(i);
+        const station_event event{i, event_kind::incident, {}, i + 1, text, -1};
+        news.read({&event, 1});
+    }
+    const auto taken = news.take_incidents();
+    ASSERT_EQ(taken.size(), session_news::most_incidents);
+    EXPECT_EQ(taken.back().text, "249");
+    EXPECT_TRUE(news.take_incidents().empty());
+}
+
+TEST(SessionNews, RunsToTheNextChangeAndNoFurther) {
+    step_clock time(1, false, {});
+    session_news news(time);
+    news.run_to_next_change();
+    EXPECT_TRUE(time.paused());
+    EXPECT_EQ(time.steps_left(), session_news::most_steps);
+    news.read({});
+    time.stepped();
+    EXPECT_EQ(time.steps_left(), session_news::most_steps - 1);
+    const station_event event = input_event(20, "te", 0);
+    news.read({&event, 1});
+    time.stepped();
+    EXPECT_FALSE(time.due({}));
+    EXPECT_FALSE(news.nothing_changed());
+}
+
+TEST(SessionNews, TellsThatNothingChanged) {
+    step_clock time(1, true, {});
+    session_news news(time);
+    EXPECT_FALSE(news.nothing_changed());
+    news.run_to_next_change();
+    for (int i = 0; i < session_news::most_steps; ++i) time.stepped();
+    EXPECT_TRUE(news.nothing_changed());
+    news.forget_run();
+    EXPECT_FALSE(news.nothing_changed());
+}
+
+TEST(ManualStation, ItsInputsAreWhatIsSetFromTheNextStepOn) {
+    manual_station station({{"a", "b"}, {"X"}});
+    station.set_inputs({0, 7});
+    EXPECT_EQ(station.sensor(1), 0);
+    station.step(0.01);
+    EXPECT_EQ(station.sensor(0), 0);
+    EXPECT_EQ(station.sensor(1), 1);
+    EXPECT_EQ(station.sensor(2), 0);
+    EXPECT_EQ(station.sensor(-1), 0);
+    station.set_command(0, -3);
+    station.set_command(1, 5);
+    EXPECT_EQ(station.commands(), std::vector<int>{-3});
+}
+
+class NamesFile : public testing::Test {
+protected:
+    station_names read(const std::string& bytes) {
+        write_bytes(file, bytes);
+        return read_names(file);
+    }
+    const temporary_folder folder;
+    const std::string file = (folder / "names").string();
+};
+
+TEST_F(NamesFile, HoldsInputsAnEmptyLineAndOutputs) {
+    using list = std::vector<std::string>;
+    const struct {
+        std::string bytes;
+        list inputs, outputs;
+    } cases[] = {{"a\nb\n\nX\n", {"a", "b"}, {"X"}},
+                 {"a\n\nX", {"a"}, {"X"}},
+                 {"a\r\n\r\nX y\r\n", {"a"}, {"X y"}},
+                 {"\nX\n", {}, {"X"}},
+                 {"a\n\n", {"a"}, {}}};
+    for (const auto& [bytes, inputs, outputs] : cases) {
+        const station_names names = read(bytes);
+        EXPECT_EQ(names.inputs, inputs) << bytes;
+        EXPECT_EQ(names.outputs, outputs) << bytes;
+    }
+}
+
+TEST_F(NamesFile, SaysInOneLineWhatIsWrongWithIt) {
+    const struct {
+        std::string bytes, why;
+    } cases[] = {{"", ":1: une ligne vide manque avant les sorties"},
+                 {"a\nb\n", ":2: une ligne vide manque avant les sorties"},
+                 {"a\n\nX\n\nY\n", ":4: une deuxième ligne vide"},
+                 {std::string("a\n\0\n", 4), ":2: un octet nul"},
+                 {std::string(200'000, 'x'), ":1: le fichier est trop long"}};
+    for (const auto& [bytes, why] : cases) {
+        try {
+            read(bytes);
+            ADD_FAILURE() << why;
+        } catch (const failure& refused) {
+            EXPECT_EQ(refused.status, exit_status::refused);
+            EXPECT_EQ(refused.why, file + why);
+        }
+    }
+    EXPECT_THROW(static_cast<void>(read_names("/nowhere")), failure);
+    EXPECT_THROW(static_cast<void>(read_names("/")), failure);
+}
+
+}  // namespace
