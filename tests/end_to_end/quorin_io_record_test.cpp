@@ -149,7 +149,8 @@ TEST_F(QuorinIoRecord, TheFormIsTheEndingsOrTheOptions) {
     for (const auto& [words, begin] : rows) {
         program recording(command(words));
         const std::string file = words[words[1].front() == '-' ? 3 : 1];
-        EXPECT_TRUE(wait_until([&] { return bytes_of(file).starts_with(begin); })) << file;
+        EXPECT_TRUE(wait_until([&, begin = begin] { return bytes_of(file).starts_with(begin); }))
+            << file;
         recording.signal(SIGINT);
         EXPECT_EQ(recording.wait(), 0);
     }
