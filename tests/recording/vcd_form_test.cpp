@@ -90,9 +90,10 @@ TEST(VcdForm, ALinkWithoutADeskHasNoScopeForIt) {
 TEST(VcdForm, EveryNameIsOneWordThatIsNoKeyword) {
     const struct {
         std::string name, word;
-    } cases[] = {{"te", "te"},       {"a b  c", "a_b__c"},  {"$end", "_end"},
-                 {"", "_"},          {"a\tb", "a\\x09b"},   {"d\xE9p", "d\\xE9p"},
-                 {"dépôt", "dépôt"}, {"a,\"b\"", "a,\"b\""}};
+    } cases[] = {{"te", "te"},          {"a b  c", "a_b__c"},  {"$end", "_end"},
+                 {"x$endy", "x_endy"},  {"$b", "_$b"},         {"", "_"},
+                 {"a\tb", "a\\x09b"},   {"d\xE9p", "d\\xE9p"}, {"dépôt", "dépôt"},
+                 {"a,\"b\"", "a,\"b\""}};
     for (const auto& [name, word] : cases) {
         vcd_form form;
         const events link = {{0, event_kind::input, name, 1, "", 0}};
