@@ -13,6 +13,14 @@ constexpr int end_of_file = std::char_traits<char>::eof();
 
 void csv_reader::refuse(const std::string& why) const { throw recording_problem{line_, why}; }
 
+bool csv_reader::restart() {
+    if (bytes_.pubseekpos(0, std::ios_base::in) != std::streampos(0)) return false;
+    line_ = 0;
+    next_line_ = 1;
+    cut_ = false;
+    return true;
+}
+
 bool csv_reader::next(event_row& row) {
     std::string* const fields[] = {&row.ms, &row.kind, &row.name, &row.value};
     line_ = next_line_;

@@ -21,6 +21,9 @@ public:
     /// `bytes` must outlive the reader.
     explicit csv_reader(std::streambuf& bytes) : bytes_(bytes) {}
 
+    /// Goes back to the beginning. False where the bytes can be read only once.
+    [[nodiscard]] bool restart();
+
     /// Reads the next row; false at the end. A last row without its line feed was cut off: it is
     /// left out. Throws `recording_problem`.
     [[nodiscard]] bool next(event_row& row);

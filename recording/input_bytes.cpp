@@ -28,3 +28,9 @@ input_bytes::int_type input_bytes::underflow() {
     setg(buffer_.data(), buffer_.data(), buffer_.data() + took);
     return took > 0 ? traits_type::to_int_type(*gptr()) : traits_type::eof();
 }
+
+input_bytes::pos_type input_bytes::seekpos(pos_type place, std::ios_base::openmode) {
+    if (place != pos_type(0) || lseek(descriptor_, 0, SEEK_SET) != 0) return pos_type(off_type(-1));
+    setg(buffer_.data(), buffer_.data(), buffer_.data());
+    return place;
+}

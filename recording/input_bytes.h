@@ -16,6 +16,8 @@ public:
 protected:
     /// Throws `refusal` when the file cannot be read on.
     int_type underflow() override;
+    /// To the beginning alone, of a file that has one.
+    pos_type seekpos(pos_type place, std::ios_base::openmode mode) override;
 
 private:
     [[noreturn]] void refuse() const;

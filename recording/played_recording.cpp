@@ -20,10 +20,23 @@ std::vector<station_event> events_of(const std::vector<recorded_event>& recorded
 
 played_recording::played_recording(recording_reader& recording)
     : recording_(recording),
-      inputs_(recording.head().inputs.begin(), recording.head().inputs.end()),
-      outputs_(recording.head().outputs.begin(), recording.head().outputs.end()),
+      head_(recording.head()),
+      inputs_(head_.inputs.begin(), head_.inputs.end()),
+      outputs_(head_.outputs.begin(), head_.outputs.end()),
       values_(inputs_.size()) {
-    for (const recorded_event& each : recording.head().events) take_note(each);
+    for (const recorded_event& each : head_.events) take_note(each);
+}
+
+bool played_recording::restart() {
+    if (!recording_.restart()) return false;
+    counts_ = {};
+    incidents_.clear();
+    played_.clear();
+    ms_ = 0;
+    ended_ = false;
+    for (const recorded_event& each : head_.events) take_note(each);
+    begin_again();
+    return true;
 }
 
 void played_recording::take_note(const recorded_event& event) {
@@ -40,7 +53,7 @@ int played_recording::sensor(int input) const {
     return place < values_.size() ? values_[place] : 0;
 }
 
-void played_recording::tell_block() { hand_over(events_of(recording_.head().events)); }
+void played_recording::tell_block() { hand_over(events_of(head_.events)); }
 
 void played_recording::play_all() {
     tell_block();

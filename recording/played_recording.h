@@ -17,17 +17,19 @@ public:
     /// Hands over everything at once, from the first block to the end.
     void play_all();
 
-    std::string_view name() const override { return recording_.head().station; }
+    std::string_view name() const override { return head_.station; }
     name_span inputs() const override { return inputs_; }
     name_span outputs() const override { return outputs_; }
     void set_command(int, std::int32_t) override {}
     void step(double seconds) override;
     int sensor(int input) const override;
+    /// Of the station and of its driver: once for both.
+    bool restart() override;
     station_counts counts() const override { return counts_; }
     std::span<const station_incident> incidents() const override { return incidents_; }
-    std::vector<station_fact> facts() const override { return recording_.head().facts; }
+    std::vector<station_fact> facts() const override { return head_.facts; }
 
-    std::string title() const override { return recording_.head().title; }
+    std::string title() const override { return head_.title; }
     void before_begin(station_run&) override { tell_block(); }
     std::optional<std::string> before_step(station_run& run) override;
     std::int32_t command(int) const override { return 0; }
@@ -43,6 +45,8 @@ private:
     void take_note(const recorded_event& event);
 
     recording_reader& recording_;
+    // Its own: names are told for as long as the station lives.
+    const recording_head head_;
     std::vector<std::string_view> inputs_, outputs_;
     std::vector<int> values_;
     station_counts counts_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 
 #include "recording/file_recorder.h"
 #include "recording/input_bytes.h"
@@ -74,15 +75,26 @@ int record(const request& asked) {
                          recorded(asked, files, prepare));
 }
 
+/// The time of a recording's last row; nothing of one that can be read only once.
+std::optional<std::int64_t> length_of(const std::string& path) {
+    if (!std::filesystem::is_regular_file(path)) return std::nullopt;
+    input_bytes bytes(path);
+    recording_reader recording(path, bytes);
+    std::int64_t ms = 0;
+    while (recording.peek()) ms = recording.take().ms;
+    return ms;
+}
+
 /// A replay that is shown: served on the link, at a pace, and with a window where there is one.
 int show(const request& asked, station_model& model, playback& played) {
     recorders files;
+    played.set_length(length_of(asked.recording.play));
     const auto prepare = [&](live_session& session) {
         for (const auto& each : files) played.add_reader(*each);
         session.take_from(played);
         session.add_reader(played);
         session.add_follower(played);
-        if (asked.recording.at_s) session.hurry_to(std::llround(*asked.recording.at_s * 1000));
+        if (asked.recording.at_s) session.go_to(std::llround(*asked.recording.at_s * 1000));
     };
     const int status =
         serve_station(model, asked.session, asked.line.program, recorded(asked, files, prepare));

@@ -1,5 +1,7 @@
 #include "recording/recording_reader.h"
 
+#include <utility>
+
 #include "session/failure.h"
 
 namespace {
@@ -15,6 +17,21 @@ recording_reader::recording_reader(std::string name, std::streambuf& bytes)
     } catch (const recording_problem& problem) {
         refuse(problem);
     }
+}
+
+bool recording_reader::restart() {
+    if (!rows_.restart()) return false;
+    const recording_head before = std::exchange(head_, {});
+    state_ = {};
+    whole_ = false;
+    try {
+        read_head();
+    } catch (const recording_problem& problem) {
+        refuse(problem);
+    }
+    if (head_.inputs != before.inputs || head_.outputs != before.outputs)
+        throw refusal(name_ + ": le fichier a changé");
+    return true;
 }
 
 void recording_reader::refuse(const recording_problem& problem) const {

@@ -20,6 +20,10 @@ public:
     /// for one that is cut within its first block.
     recording_reader(std::string name, std::streambuf& bytes);
 
+    /// Goes back to the beginning, and reads the first block again. False where the bytes can be
+    /// read only once. Throws `refusal` where they are no recording any more, or another one.
+    [[nodiscard]] bool restart();
+
     const std::string& name() const { return name_; }
     /// The state before the first step.
     const recording_head& head() const { return head_; }

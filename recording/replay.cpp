@@ -74,6 +74,15 @@ std::string value_of(const station_event& event) { return row_of_event(event).va
 
 replay::replay(recording_reader& recording) : recording_(recording) {}
 
+bool replay::restart() {
+    if (!recording_.restart()) return false;
+    taken_.clear();
+    commands_.assign(commands_.size(), 0);
+    begun_ = ended_ = false;
+    begin_again();
+    return true;
+}
+
 void replay::before_begin(station_run& run) {
     check_block(run);
     commands_.resize(run.model().outputs().size());

@@ -19,6 +19,7 @@ public:
     explicit replay(recording_reader& recording);
 
     [[nodiscard]] std::string title() const override { return recording_.head().title; }
+    [[nodiscard]] bool restart() override;
     void before_begin(station_run& run) override;
     [[nodiscard]] std::optional<std::string> before_step(station_run& run) override;
     [[nodiscard]] std::int32_t command(int output) const override;

@@ -195,6 +195,16 @@ int faulty_station::sensor(int input) const {
                       {inside_.sensor(input), delay_lines_[i].told(), now_ns_ % ns_per_s});
 }
 
+bool faulty_station::restart() {
+    if (!inside_.restart()) return false;
+    commands_.assign(commands_.size(), 0);
+    sensor_faults_.assign(sensor_faults_.size(), {});
+    actuator_faults_.assign(actuator_faults_.size(), {});
+    delay_lines_.assign(delay_lines_.size(), delay_line());
+    now_ns_ = 0;
+    return true;
+}
+
 faulty_station::fault* faulty_station::fault_of(std::string_view name) {
     if (const int input = index_of(inputs(), name); input >= 0)
         return &sensor_faults_[static_cast<std::size_t>(input)];

@@ -124,6 +124,8 @@ public:
     bool can_be_slow(int output) const override { return inside_.can_be_slow(output); }
     void set_slow(int output, bool slow) override { inside_.set_slow(output, slow); }
     void set_desk(const station_desk& desk) override { inside_.set_desk(desk); }
+    /// Without faults again.
+    bool restart() override;
     station_counts counts() const override { return inside_.counts(); }
     std::span<const station_incident> incidents() const override { return inside_.incidents(); }
     std::vector<station_fact> facts() const override { return inside_.facts(); }

@@ -59,16 +59,32 @@ void live_session::take_from(session_driver& driver) {
     requests_.refuse_changes("un rejeu est en cours");
 }
 
-void live_session::hurry_to(std::int64_t ms) {
+std::optional<std::int64_t> live_session::replay_length_ms() const {
+    return driver_ ? driver_->length_ms() : std::nullopt;
+}
+
+bool live_session::go_to(std::int64_t ms) {
+    if (!driver_ || (ms < run_.ms() && !take_back())) return false;
+    if (!hurries_to_ms_) goes_on_ = !time_.paused();
     hurries_to_ms_ = ms;
     time_.pause();
-    time_.run((ms + step_ms - 1) / step_ms);
+    time_.run((ms - run_.ms() + step_ms - 1) / step_ms);
+    stop_hurrying();
+    return true;
+}
+
+// The driver first: it is the one that may be unable to.
+bool live_session::take_back() {
+    if (!driver_->restart() || !run_.restart()) return false;
+    stayed_at_.reset();
+    begin_run();
+    return true;
 }
 
 void live_session::stop_hurrying() {
     if (!hurries_to_ms_ || run_.ms() < *hurries_to_ms_) return;
     hurries_to_ms_.reset();
-    if (!options_.paused) time_.resume(steady::now());
+    if (goes_on_) time_.resume(steady::now());
 }
 
 void live_session::begin_run() {
@@ -161,8 +177,13 @@ void live_session::make_due_steps() {
 // Whether there is a step to make: a driver may have come to its end.
 bool live_session::prepare_step() {
     const auto why = driver_ ? driver_->before_step(run_) : std::nullopt;
-    if (why) end_.ask(*why);
-    return !why;
+    if (!why) return true;
+    if (!stays_at_end_) end_.ask(*why);
+    stayed_at_ = why;
+    hurries_to_ms_.reset();
+    time_.pause();
+    time_.run(0);
+    return false;
 }
 
 void live_session::step() {
@@ -195,7 +216,7 @@ void live_session::look_for_the_end() {
     // The end came first: the commander may have died with the lock, and the step would wait for
     // it.
     if (end_.child_gone() && !driver_) step_without_commands();
-    run_.finish(end_.words());
+    run_.finish(stayed_at_.value_or(end_.words()));
     messages_.say(end_.words());
 }
 

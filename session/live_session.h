@@ -47,9 +47,13 @@ public:
     /// The station takes commands, desk and faults from `driver`, which must live as long, and no
     /// more from the link and those who ask. Before `begin`.
     void take_from(session_driver& driver);
-    /// Goes on to so many simulated milliseconds as fast as it can, whatever the speed. Before
-    /// `begin`.
-    void hurry_to(std::int64_t ms);
+    /// How long the replay is, in simulated milliseconds; nothing where none is, or nobody knows.
+    std::optional<std::int64_t> replay_length_ms() const;
+    /// Takes a replay to that moment, forth or back, as fast as it can; then it goes on, or stays
+    /// in its pause. False where it cannot go back, and then nothing was done.
+    bool go_to(std::int64_t ms);
+    /// At its end a replay pauses, rather than ending the session. Before `begin`.
+    void stay_at_end() { stays_at_end_ = true; }
 
     /// Sets a fault, as `station_run::set_fault` does. Before `begin`: from the start.
     [[nodiscard]] bool set_fault(const station_fault& fault) { return run_.set_fault(fault); }
@@ -91,6 +95,7 @@ private:
     void listen_to(int descriptor) const;
     std::string open_control_socket();
     void begin_run();
+    bool take_back();
     void start_child();
     void serve_requests(moment now);
     void make_due_steps();
@@ -122,8 +127,12 @@ private:
     std::vector<session_follower*> followers_;
     session_driver* driver_ = nullptr;
     std::string trouble_;
-    // Until when it hurries, through a pause of its own.
+    // Until when it hurries, through a pause of its own, and whether it goes on then.
     std::optional<std::int64_t> hurries_to_ms_;
+    bool goes_on_ = false;
+    // The words of the end at which a replay stays.
+    std::optional<std::string> stayed_at_;
+    bool stays_at_end_ = false;
     int events_ = -1;
 };
 

@@ -11,6 +11,11 @@ public:
     virtual ~session_driver() = default;
     /// The title under which the session is told; empty: none.
     [[nodiscard]] virtual std::string title() const = 0;
+    /// How long it is, in simulated milliseconds, where it is known.
+    [[nodiscard]] virtual std::optional<std::int64_t> length_ms() const { return std::nullopt; }
+    /// Goes back to its beginning: the run is begun again. False where it cannot, and then nothing
+    /// was done.
+    [[nodiscard]] virtual bool restart() { return false; }
     /// Before the first block is told: what the session begins with.
     virtual void before_begin(station_run& run) = 0;
     /// Before each step: sets the desk and the faults of the run, as the step takes them. Why the

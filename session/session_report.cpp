@@ -6,9 +6,11 @@ std::string seconds_text(std::int64_t ms) {
 }
 
 void session_report::read(std::span<const station_event> events) {
-    for (const station_event& each : events)
-        if (each.kind == event_kind::incident)
-            lines_.push_back(seconds_text(each.ms) + " s: incident: " + std::string(each.text));
+    for (const station_event& each : events) {
+        if (each.kind != event_kind::incident || each.value <= told_) continue;
+        told_ = each.value;
+        lines_.push_back(seconds_text(each.ms) + " s: incident: " + std::string(each.text));
+    }
 }
 
 void session_report::print(message_stream& messages) {

@@ -7,7 +7,8 @@
 #include "session/station_events.h"
 #include "session/station_run.h"
 
-/// Keeps the lines of a step's incidents until they are printed.
+/// Keeps the lines of a step's incidents until they are printed. A replay that is taken back tells
+/// its incidents again, with the same numbers: they were printed.
 class session_report : public event_reader {
 public:
     void read(std::span<const station_event> events) override;
@@ -16,6 +17,7 @@ public:
 
 private:
     std::vector<std::string> lines_;
+    std::int64_t told_ = 0;
 };
 
 /// "bilan: bonnes=1 mauvaises=0 incidents=0".

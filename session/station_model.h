@@ -68,6 +68,10 @@ public:
     /// nothing where `can_be_slow` says no.
     virtual void set_slow(int /*output*/, bool /*slow*/) {}
 
+    /// Goes back to its start: as it was made, every command off, no slowness. False where it
+    /// cannot, and then nothing was done. Only a replay that is taken back asks for it.
+    virtual bool restart() { return false; }
+
     /// Sets the desk; it acts from the next step on. A station without a desk ignores it.
     virtual void set_desk(const station_desk&) {}
     /// What it has made since its start.

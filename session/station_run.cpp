@@ -55,6 +55,17 @@ void station_run::step(const command_source& commands) {
     hand_over();
 }
 
+bool station_run::restart() {
+    if (!model_.restart()) return false;
+    for (faulty_thing& each : things_) each.set = each.wanted = std::nullopt;
+    commands_.assign(commands_.size(), 0);
+    desk_ = taken_desk_ = {};
+    told_counts_ = {};
+    steps_ = incidents_ = told_incidents_ = 0;
+    last_incident_.clear();
+    return true;
+}
+
 void station_run::finish(const std::string& why) {
     tell_word(event_kind::session, "fin", why);
     hand_over();

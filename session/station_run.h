@@ -34,6 +34,9 @@ public:
     /// One step of 10 ms: takes faults, desk and commands as they stand, steps the model, and hands
     /// all that happened to the readers.
     void step(const command_source& commands);
+    /// Goes back to before `begin`, which tells the first block again: its readers see a new run
+    /// begin. False where the model cannot, and then nothing was done.
+    [[nodiscard]] bool restart();
     /// Tells the end, at the time of the last step's end. Once; nothing may follow.
     void finish(const std::string& why);
 

@@ -42,7 +42,7 @@ struct sensor_table {
         bool (*reads)(const workcell_model&);
     };
 
-// clang-format off
+    // clang-format off
     #define SENSOR(name, reading) {station_input::name, #name, [](const workcell_model& m) { return reading; }}
     static constexpr row rows[] = {
         SENSOR(b1e,          m.belts_.blockers()[0].at_rest()),

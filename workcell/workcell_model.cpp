@@ -119,6 +119,11 @@ bool workcell_model::at_rest() const {
            !handling_.part_in_cup() && !acts(DEPOSE) && !acts(MTA) && !acts(MT);
 }
 
+bool workcell_model::restart() {
+    *this = workcell_model(seed_, supplies_);
+    return true;
+}
+
 station_counts workcell_model::counts() const { return {belts_.good(), belts_.bad()}; }
 
 std::vector<station_fact> workcell_model::facts() const {

@@ -102,6 +102,7 @@ public:
 
     /// Sets the desk: its buttons read so at once; the emergency stop acts from the next step on.
     void set_desk(const station_desk& desk) override { desk_ = desk; }
+    bool restart() override;
     /// The bases that left.
     station_counts counts() const override;
     /// What went wrong in the last call of `step`, oldest first, each with the end of its
