@@ -51,9 +51,10 @@ TEST_F(FileLimit, WithFewDescriptorsASessionIsServedOrRefusedInOneLine) {
 #endif
     int refused = 0, without_control = 0, whole = 0;
     for (int most = 5; most <= 14; ++most) {
-        const outcome end = run_program({"sh", "-c",
-                                         "ulimit -n " + std::to_string(most) + "; exec " +
-                                             built("zk4sim") + " --no-panel --duration 0"});
+        const outcome end =
+            run_program({"sh", "-c",
+                         "ulimit -n " + std::to_string(most) + "; exec " + built("zk4sim") +
+                             " --headless --no-panel --duration 0"});
         const std::string served = "zk4sim: durée écoulée\n" + nothing_made;
         if (end.status == 1) {
             EXPECT_EQ(lines_in(end.err), 1) << end.err;

@@ -168,7 +168,7 @@ TEST_F(QuorinIoRecordLaws, AReplayOnALinkShowsItsInputsAtTheirTimes) {
     });
     const std::int64_t steps = (events_of(csv, "te").at(1).ms + 9) / 10;
     ASSERT_GT(steps, 29);
-    const station played({"--play", csv, "--no-panel", "--paused"});
+    const station played({"--play", csv, "--no-panel", "--paused", "--speed", "1"});
     const auto step = [&](std::int64_t count) {
         const std::string hundredths = std::to_string(count % 100 + 100).substr(1);
         return played.io({"step", std::to_string(count / 100) + "." + hundredths});
@@ -191,7 +191,7 @@ TEST_F(QuorinIoRecordLaws, RecordsOtherPeoplesStations) {
         SCOPED_TRACE(name);
         const std::string file = files / (name + ".csv"), dump = files / (name + ".vcd");
         const station running(std::make_unique<program>(
-            std::vector<std::string>{built(name), "--no-panel", "--speed", "5"}));
+            std::vector<std::string>{built(name), "--headless", "--no-panel", "--speed", "5"}));
         program one({built("quorin-io"), running.ident, "record", file}),
             other({built("quorin-io"), running.ident, "record", dump});
         ASSERT_TRUE(wait_until([&] { return !bytes_of(file).empty() && !bytes_of(dump).empty(); }));
