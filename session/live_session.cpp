@@ -75,9 +75,14 @@ bool live_session::go_to(std::int64_t ms) {
 
 // The driver first: it is the one that may be unable to.
 bool live_session::take_back() {
-    if (!driver_->restart() || !run_.restart()) return false;
+    try {
+        if (!driver_->restart() || !run_.restart()) return false;
+        begin_run();
+    } catch (const failure& why) {
+        end_.ask(why.why);
+        return false;
+    }
     stayed_at_.reset();
-    begin_run();
     return true;
 }
 

@@ -24,6 +24,12 @@ struct station_event {
     int index = -1;
 };
 
+/// Whether the event is the first of a first block. A replay that is taken back tells it again:
+/// all that was told before is as if it had not been.
+[[nodiscard]] constexpr bool begins_a_run(const station_event& event) {
+    return event.kind == event_kind::session && event.name == "format";
+}
+
 /// Somebody who follows a session.
 class event_reader {
 public:

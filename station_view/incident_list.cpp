@@ -26,7 +26,13 @@ incident_list::incident_list(const window_layout::area& at, language in)
     textcolor(window_style::ink);
     column_widths(columns);
     has_scrollbar(VERTICAL);
-    add((std::string("@C45@.") + text_of(window_word::no_incident, in)).c_str());
+    show_none();
+}
+
+void incident_list::show_none() {
+    clear();
+    empty_ = true;
+    add((std::string("@C45@.") + text_of(window_word::no_incident, language_)).c_str());
 }
 
 void incident_list::add_first(const std::string& line) {
@@ -38,6 +44,7 @@ void incident_list::add_first(const std::string& line) {
 }
 
 void incident_list::show_news(session_news& news) {
+    if (news.take_begun_again()) show_none();
     for (const session_news::incident& each : news.take_incidents())
         add_first(line_of(each, language_));
 }

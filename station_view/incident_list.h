@@ -21,6 +21,7 @@ public:
     void show_trouble(const std::string& why);
 
 private:
+    void show_none();
     void add_first(const std::string& line);
 
     language language_;

@@ -50,6 +50,11 @@ std::string journal::line_of(const kept_row& kept, language in) {
 
 void journal::read(std::span<const station_event> events) {
     for (const station_event& each : events) {
+        // A replay that was taken back begins again.
+        if (begins_a_run(each)) {
+            rows_.clear();
+            forgotten_ = 0;
+        }
         rows_.push_back({each.kind, row_of_event(each)});
         if (rows_.size() <= most_rows) continue;
         rows_.pop_front();

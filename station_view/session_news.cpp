@@ -4,6 +4,10 @@
 
 void session_news::read(std::span<const station_event> events) {
     for (const station_event& each : events) {
+        if (begins_a_run(each)) {
+            begun_again_ = true;
+            incidents_.clear();
+        }
         if (each.kind != event_kind::incident) continue;
         incidents_.push_back({each.ms, std::string(each.text)});
         if (incidents_.size() > most_incidents) incidents_.pop_front();
@@ -16,6 +20,8 @@ void session_news::read(std::span<const station_event> events) {
 std::deque<session_news::incident> session_news::take_incidents() {
     return std::exchange(incidents_, {});
 }
+
+bool session_news::take_begun_again() { return std::exchange(begun_again_, false); }
 
 void session_news::run_to_next_change() {
     time_.pause();

@@ -25,6 +25,9 @@ public:
 
     /// The incidents since the last call, oldest first.
     std::deque<incident> take_incidents();
+    /// Whether the session has begun, or a replay begun again, since the last call: what was shown
+    /// before is over.
+    bool take_begun_again();
 
     /// Pauses, and steps until something is told, `most_steps` at most.
     void run_to_next_change();
@@ -39,5 +42,6 @@ private:
 
     step_clock& time_;
     std::deque<incident> incidents_;
+    bool begun_again_ = false;
     run_state run_ = run_state::none;
 };

@@ -44,6 +44,7 @@ public:
 station_window::station_window(live_session& session, station_model& model,
                                const window_options& options)
     : session_(session), options_(options), news_(session.time()) {
+    session_.stay_at_end();
     session_.add_reader(news_);
     session_.add_reader(journal_);
     const auto keys = [this](int symbol, bool shift, bool down) {
@@ -122,6 +123,7 @@ void station_window::add_middle_column(bool with_desk) {
         if (session_.replaying()) desk_->only_show();
     }
     time_.emplace(session_, news_, options_.in, served);
+    if (session_.replay_length_ms()) moment_.emplace(session_, options_.in, served);
     if (with_desk) counts_ = std::make_unique<count_panel>(session_.run(), options_.in);
     new panel_button(layout::journal, window_action::journal, options_.in,
                      [this] { open_journal(); });
@@ -191,6 +193,7 @@ void station_window::draw_now() {
     if (desk_) desk_->show();
     if (counts_) counts_->show();
     time_->show();
+    if (moment_) moment_->show();
     faults_->show_faults();
     std::string heading = text_of(window_word::faults, options_.in);
     if (faults_->faults_set() > 0) heading += " : " + std::to_string(faults_->faults_set());

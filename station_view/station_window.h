@@ -11,6 +11,7 @@
 #include "station_view/journal_process.h"
 #include "station_view/lamp_panels.h"
 #include "station_view/manual_panels.h"
+#include "station_view/replay_bar.h"
 #include "station_view/scene_keeper.h"
 #include "station_view/session_news.h"
 #include "station_view/time_panel.h"
@@ -81,6 +82,7 @@ private:
     std::optional<lamp_panels> lamps_;
     std::optional<desk_panel> desk_;
     std::optional<time_panel> time_;
+    std::optional<replay_bar> moment_;
     std::unique_ptr<count_panel> counts_;
     station_canvas* canvas_ = nullptr;
     incident_list* incidents_ = nullptr;

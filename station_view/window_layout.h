@@ -29,6 +29,8 @@ inline constexpr area state = {1080, 194, 290, 30};
 inline constexpr area production_title = {1080, 232, 290, 18};
 inline constexpr area good = {1080, 254, 92, 58}, bad = {1179, 254, 92, 58},
                       incident_count = {1278, 254, 92, 58};
+/// Of a replay; at any other time there is nothing.
+inline constexpr area moment = {1080, 316, 290, 24};
 inline constexpr area journal = {1080, 344, 290, 28};
 
 inline constexpr area faults_title = {1382, 6, 328, 18}, faults = {1382, 28, 328, 344};

@@ -31,6 +31,8 @@ constexpr word_row rows[] = {
     {window_word::outputs,         {"Sorties", "Outputs"}},
     {window_word::speed_tip,       {"Vitesse : secondes simulées par seconde, de 0.1 à 100 (touches + et -)",
                                     "Speed: simulated seconds per second, 0.1 to 100 (keys + and -)"}},
+    {window_word::moment_tip,      {"Moment du rejeu : le curseur le mène n'importe où (Tab, puis les flèches)",
+                                    "Moment of the replay: the slider takes it anywhere (Tab, then the arrows)"}},
     {window_word::journal_title,   {"Journal de la session", "Journal of the session"}},
     {window_word::journal_time,    {"temps (s)", "time (s)"}},
     {window_word::journal_kind,    {"genre", "kind"}},

@@ -23,6 +23,7 @@ enum class window_word {
     inputs,
     outputs,
     speed_tip,
+    moment_tip,
     journal_title,
     journal_time,
     journal_kind,
