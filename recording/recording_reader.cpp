@@ -1,5 +1,6 @@
 #include "recording/recording_reader.h"
 
+#include "recording/recorded_text.h"
 #include "session/failure.h"
 
 namespace {
@@ -18,7 +19,8 @@ recording_reader::recording_reader(std::string name, std::streambuf& bytes)
 }
 
 void recording_reader::refuse(const recording_problem& problem) const {
-    throw refusal(name_ + ": ligne " + std::to_string(problem.line) + ": " + problem.why);
+    throw refusal(
+        recorded_name(name_ + ": ligne " + std::to_string(problem.line) + ": " + problem.why));
 }
 
 // Whether there is one. A row that was cut off is none.
