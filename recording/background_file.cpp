@@ -13,6 +13,7 @@
 #include <thread>
 
 #include "recording/background_writer.h"
+#include "recording/recorded_text.h"
 #include "session/failure.h"
 #include "session/system_errors.h"
 
@@ -76,22 +77,25 @@ void background_file::open_it() {
         }
     }
     if (descriptor_ >= 0) return;
-    throw refusal(path_ + ": " + system_error_words(errno));
+    throw refusal(recorded_name(path_) + ": " + system_error_words(errno));
 }
 
 void background_file::look_at_it() {
     struct stat facts {};
-    if (fstat(descriptor_, &facts) != 0) throw refusal(path_ + ": " + system_error_words(errno));
+    if (fstat(descriptor_, &facts) != 0)
+        throw refusal(recorded_name(path_) + ": " + system_error_words(errno));
     regular_ = S_ISREG(facts.st_mode);
     if (!regular_) return;
     if (flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
-        throw refusal(path_ + ": un autre programme y enregistre");
-    if (!has_room(descriptor_, facts)) throw refusal(path_ + ": " + system_error_words(ENOSPC));
+        throw refusal(recorded_name(path_) + ": un autre programme y enregistre");
+    if (!has_room(descriptor_, facts))
+        throw refusal(recorded_name(path_) + ": " + system_error_words(ENOSPC));
 }
 
 void background_file::begin() {
     if (regular_ && !is_standard_output(path_)) (void)!ftruncate(descriptor_, 0);
-    writer_ = std::make_shared<background_writer>(descriptor_, regular_);
+    writer_ =
+        std::make_shared<background_writer>(descriptor_, regular_, backlog_ == file_backlog::waits);
     // Signals are for the program's own thread; to this one a reader that has gone, or a file that
     // may not grow, is an error of the write.
     sigset_t all, before;
@@ -101,15 +105,13 @@ void background_file::begin() {
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
-void background_file::append(std::string_view bytes) {
-    writer_->append(bytes, backlog_ == file_backlog::waits);
-}
+void background_file::append(std::string_view bytes) { writer_->append(bytes); }
 
 std::string background_file::trouble() {
     const std::string why = writer_ && !told_ ? writer_->trouble() : "";
     if (why.empty()) return why;
     told_ = true;
-    return path_ + ": " + why;
+    return recorded_name(path_) + ": " + why;
 }
 
 bool background_file::failed() const { return writer_->failed(); }

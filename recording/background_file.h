@@ -9,7 +9,7 @@ class background_writer;
 
 /// What happens to bytes that the file cannot take for the moment, once 16 MiB of them wait.
 enum class file_backlog {
-    /// Whoever appends waits: for work that nobody watches.
+    /// Whoever appends waits, however long: for work that nobody watches.
     waits,
     /// These and all that follow are lost.
     is_cut,
@@ -35,8 +35,8 @@ public:
     std::string trouble();
     /// Whether bytes were lost, so that nothing more is written. After `begin`.
     bool failed() const;
-    /// Writes what is left, within `limit`; not all of it is a trouble. Nothing may be appended any
-    /// more.
+    /// Writes what is left; within `limit` where a backlog is cut, less than all is a trouble then.
+    /// Nothing may be appended any more.
     void finish(std::chrono::milliseconds limit = std::chrono::seconds(3));
 
     const std::string& path() const { return path_; }

@@ -24,9 +24,9 @@ constexpr int look_ms = 100;
 
 background_writer::~background_writer() { close(descriptor_); }
 
-void background_writer::append(std::string_view bytes, bool may_wait) {
+void background_writer::append(std::string_view bytes) {
     std::unique_lock hold(lock_);
-    if (may_wait) changed_.wait(hold, [&] { return waiting_.size() < most_waiting || failed_; });
+    if (patient_) changed_.wait(hold, [&] { return waiting_.size() < most_waiting || failed_; });
     if (failed_) return;
     if (waiting_.size() >= most_waiting) {
         failed_ = true;
@@ -39,8 +39,9 @@ void background_writer::append(std::string_view bytes, bool may_wait) {
 
 void background_writer::finish(std::chrono::milliseconds limit) {
     std::unique_lock hold(lock_);
-    closing_ = true;
+    if (std::exchange(closing_, true)) return;
     changed_.notify_all();
+    if (patient_) changed_.wait(hold, [&] { return done_; });
     if (changed_.wait_for(hold, limit, [&] { return done_; })) return;
     failed_ = true;
     trouble_ = "la fin n'a pas pu être écrite à temps";
@@ -105,7 +106,8 @@ bool background_writer::write_some() {
 bool background_writer::ready() {
     pollfd wanted{descriptor_, POLLOUT, 0};
     if (poll(&wanted, 1, look_ms) == 1) return true;
-    if (!told_slow_ && std::chrono::steady_clock::now() - last_progress_ > slow_after) {
+    if (!patient_ && !told_slow_ &&
+        std::chrono::steady_clock::now() - last_progress_ > slow_after) {
         told_slow_ = true;
         tell("personne ne lit; la suite attend, puis sera perdue");
     }

@@ -12,15 +12,18 @@
 class background_writer {
 public:
     /// `regular`: a file, which takes any number of bytes at once; otherwise a pipe or a device.
-    background_writer(int descriptor, bool regular) : descriptor_(descriptor), regular_(regular) {}
+    /// `patient`: whoever has bytes waits for the file as long as it takes.
+    background_writer(int descriptor, bool regular, bool patient)
+        : descriptor_(descriptor), regular_(regular), patient_(patient) {}
     ~background_writer();
     background_writer(const background_writer&) = delete;
     background_writer& operator=(const background_writer&) = delete;
 
-    /// Adds bytes. Beyond 16 MiB it waits for the file, or, where it may not wait, these and all
+    /// Adds bytes. Beyond 16 MiB it waits for the file, or, where it is not patient, these and all
     /// that follow are lost.
-    void append(std::string_view bytes, bool may_wait);
-    /// No bytes will follow. Waits until all are written, for `limit` at most; more is a trouble.
+    void append(std::string_view bytes);
+    /// No bytes will follow. Waits until all are written; for `limit` at most, unless it is
+    /// patient, more is a trouble. A second call does nothing.
     void finish(std::chrono::milliseconds limit);
     /// What went wrong since the last call, without the file's name; empty when nothing did.
     std::string trouble();
@@ -41,7 +44,7 @@ private:
     void tell(const std::string& why);
 
     const int descriptor_;
-    const bool regular_;
+    const bool regular_, patient_;
     std::mutex lock_;
     std::condition_variable changed_;
     std::string waiting_;  // Appended, not yet taken by the thread.

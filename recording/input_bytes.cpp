@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include "recording/recorded_text.h"
 #include "session/failure.h"
 #include "session/system_errors.h"
 
@@ -17,7 +18,9 @@ input_bytes::input_bytes(const std::string& path)
 
 input_bytes::~input_bytes() { close(descriptor_); }
 
-void input_bytes::refuse() const { throw refusal(path_ + ": " + system_error_words(errno)); }
+void input_bytes::refuse() const {
+    throw refusal(recorded_name(path_) + ": " + system_error_words(errno));
+}
 
 input_bytes::int_type input_bytes::underflow() {
     ssize_t took = -1;

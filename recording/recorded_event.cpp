@@ -24,6 +24,9 @@ using row_taker = std::string (*)(const event_row& row, recorded_event& event);
 std::string take_words(const event_row& row, recorded_event& event) {
     if (row.name.empty()) return "un nom manque";
     if (row.value.empty()) return "une valeur manque";
+    const bool one_line = row.name == "titre" || row.name == "fin";
+    if (event.kind == event_kind::session && one_line && recorded_name(row.value) != row.value)
+        return "un texte de plusieurs lignes";
     event.name = row.name;
     event.text = row.value;
     if (const auto number = plain_number(row.value)) event.value = *number;

@@ -7,6 +7,7 @@
 #include "recording/file_recorder.h"
 #include "recording/input_bytes.h"
 #include "recording/played_recording.h"
+#include "recording/recorded_text.h"
 #include "recording/recording_options.h"
 #include "recording/replay.h"
 #include "session/failure.h"
@@ -30,6 +31,12 @@ struct request {
     }
 };
 
+/// The file that is read, where "-" would be one that is written.
+const std::string& path_of_input(const std::string& play) {
+    static const std::string standard_input = "/dev/stdin";
+    return play == "-" ? standard_input : play;
+}
+
 recorders open_recorders(const recording_options& options, file_backlog backlog) {
     const struct {
         recording_kind kind;
@@ -38,8 +45,8 @@ recorders open_recorders(const recording_options& options, file_backlog backlog)
     recorders opened;
     for (const auto& [kind, path] : wanted) {
         if (path.empty()) continue;
-        if (!options.play.empty() && same_file(path, options.play))
-            throw refusal(path + ": c'est l'enregistrement qui est rejoué");
+        if (!options.play.empty() && same_file(path, path_of_input(options.play)))
+            throw refusal(recorded_name(path) + ": c'est l'enregistrement qui est rejoué");
         // The first of them is there now, by whatever name.
         if (!opened.empty() && (path == options.csv || same_file(path, options.csv)))
             throw misuse("--csv et --vcd veulent le même fichier");
@@ -130,12 +137,20 @@ int run_again(const request& asked, station_model& model, playback& played) {
     return static_cast<int>(exit_status::done);
 }
 
+std::unique_ptr<station_model> remade(const request& asked, const recording_reader& recording) {
+    try {
+        return asked.station.remake(recording.head().facts);
+    } catch (const failure& problem) {
+        throw refusal(recorded_name(recording.name() + ": " + problem.why));
+    }
+}
+
 int play(const request& asked) {
     input_bytes bytes(asked.recording.play);
     recording_reader recording(asked.recording.play, bytes);
     const auto go = asked.session.headless && !asked.has("--speed") ? run_again : show;
     if (recording.head().station == asked.station.name) {
-        const std::unique_ptr<station_model> model = asked.station.remake(recording.head().facts);
+        const std::unique_ptr<station_model> model = remade(asked, recording);
         replay again(recording);
         return go(asked, *model, again);
     }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "recording/recorded_text.h"
 #include "session/failure.h"
 
 namespace {
@@ -35,7 +36,8 @@ bool recording_reader::restart() {
 }
 
 void recording_reader::refuse(const recording_problem& problem) const {
-    throw refusal(name_ + ": ligne " + std::to_string(problem.line) + ": " + problem.why);
+    throw refusal(
+        recorded_name(name_ + ": ligne " + std::to_string(problem.line) + ": " + problem.why));
 }
 
 // Whether there is one. A row that was cut off is none.

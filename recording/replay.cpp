@@ -68,7 +68,12 @@ std::int64_t place_in(const recording_head& head, const station_event& event) {
     return input < std::ssize(head.inputs) ? input : input + place_in(head.outputs, name);
 }
 
-std::string value_of(const station_event& event) { return row_of_event(event).value; }
+// So that both values fit in a line.
+std::string value_of(const station_event& event) {
+    constexpr std::size_t most_bytes = 500;
+    const std::string value = row_of_event(event).value;
+    return value.size() <= most_bytes ? value : value.substr(0, most_bytes) + "...";
+}
 
 }  // namespace
 
@@ -107,7 +112,8 @@ std::optional<std::string> replay::before_step(station_run& run) {
             ended_ = true;
             return next->text;
         }
-        if (in_time && next->kind == event_kind::exercise) {
+        // It speaks of the step before, ahead of what the next one takes.
+        if (in_time && next->kind == event_kind::exercise && taken_.empty()) {
             pass_exercise();
             continue;
         }
@@ -210,8 +216,9 @@ void replay::differ(const station_event& where, const std::string& recorded,
                     const std::string& played) {
     if (!difference_.empty()) return;
     const event_row row = row_of_event(where);
-    difference_ = recording_.name() + ": à " + row.ms + " ms, " + row.kind + " " + row.name + ": " +
-                  recorded + " dans l'enregistrement, " + played + " à la station";
+    difference_ =
+        recorded_name(recording_.name() + ": à " + row.ms + " ms, " + row.kind + " " + row.name +
+                      ": " + recorded + " dans l'enregistrement, " + played + " à la station");
 }
 
 std::string replay::trouble() {

@@ -18,6 +18,9 @@
 #include "workcell/press.h"
 #include "workcell/station_names.h"
 
+/// Of bases, and of parts.
+inline constexpr int most_workcell_supplies = 1'000'000;
+
 /// What the station has to work with, the first base included.
 struct workcell_supplies {
     int bases = 1000;

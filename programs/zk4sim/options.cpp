@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr int most_supplies = 1'000'000;
-
 enum class zk4sim_option { seed, bases, parts, manual, names, english, count };
 
 std::uint64_t seed(const std::string& value) {
@@ -18,8 +16,8 @@ std::uint64_t seed(const std::string& value) {
 
 int supplies(const std::string& value) {
     const std::optional<int> number = whole_number<int>(value);
-    if (number && *number >= 0 && *number <= most_supplies) return *number;
-    throw misuse("un entier de 0 à " + std::to_string(most_supplies) + " est attendu");
+    if (number && *number >= 0 && *number <= most_workcell_supplies) return *number;
+    throw misuse("un entier de 0 à " + std::to_string(most_workcell_supplies) + " est attendu");
 }
 
 void for_the_model(zk4sim_options& options, const char* option) {

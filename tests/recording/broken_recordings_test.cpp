@@ -179,6 +179,24 @@ TEST(BrokenRecordings, ValuesAreWholeNumbersInTheirOneForm) {
     });
 }
 
+TEST(BrokenRecordings, AReasonIsOneLineWhateverTheBytes) {
+    expect_reasons({
+        {block + "10,\"a\nb\",s1,0\n", "10: \"a\\x0Ab\" n'est pas un genre"},
+        {block + "\"1\n0\",entree,s1,0\n", "10: \"1\\x0A0\" n'est pas un temps en millisecondes"},
+        {block + "10,panne,s1,\"a\r\nb\"\n", "10: \"a\\x0D\\x0Ab\" n'est pas une panne"},
+        {block + "10,entree,s1,\"0\n\"\n", "10: \"0\\x0A\" n'est pas un entier de 32 bits"},
+    });
+}
+
+TEST(BrokenRecordings, TitleAndEndAreOneLine) {
+    const std::string lines = ": un texte de plusieurs lignes";
+    expect_reasons({
+        {begun + "0,session,titre,\"a\nb\"\n", "4" + lines},
+        {begun + "0,session,titre,\"a\rb\"\n", "4" + lines},
+        {block + "10,session,fin,\"a\nbilan: bonnes=9\"\n", "10" + lines},
+    });
+}
+
 TEST(BrokenRecordings, IncidentsAreNumberedAndCountsGrow) {
     const std::string count = ": un compte ne fait que monter";
     expect_reasons({

@@ -118,6 +118,10 @@ TEST(Replay, WhatCannotBeSetUpIsRefused) {
          "bases: \"mille\" n'est pas un nombre"},
         {"0,session,pieces,1000\n", "0,session,pieces,99999999999\n",
          "pieces: \"99999999999\" n'est pas un nombre"},
+        {"0,session,bases,1000\n", "0,session,bases,1000001\n",
+         "bases: un entier de 0 à 1000000 est attendu"},
+        {"0,session,pieces,1000\n", "0,session,pieces,-1\n",
+         "pieces: un entier de 0 à 1000000 est attendu"},
     };
     for (const auto& [from, to, told] : cases)
         EXPECT_EQ(replay_of(changed(blocker_session(), from, to)).complaint, told) << to;
@@ -150,6 +154,28 @@ TEST(Replay, WhatAnExerciseSaidGoesThroughAsItIs) {
     const replayed result = replay_of(recording);
     EXPECT_EQ(result.complaint, "");
     EXPECT_EQ(result.out, recording);
+}
+
+// It speaks of the look behind a step, before the next step takes anything.
+TEST(Replay, WhatAnExerciseSaidBehindACauseIsTold) {
+    const std::string said = "exercice but: 1 dans l'enregistrement, rien à la station";
+    expect_told({
+        {"40,sortie,BZ1,1\n", "40,sortie,BZ1,1\n40,exercice,but,1\n", "f: à 40 ms, " + said},
+        {"40,sortie,BZ1,1\n", "40,pupitre,dc,1\n40,exercice,but,1\n40,sortie,BZ1,1\n",
+         "f: à 40 ms, " + said},
+        {"50,entree,b1e,0\n", "45,exercice,but,1\n50,entree,b1e,0\n", "f: à 45 ms, " + said},
+    });
+}
+
+TEST(Replay, ADifferenceIsOneLineWhateverTheTexts) {
+    const std::string many(600, 'x');
+    expect_told({
+        {"40,sortie,BZ1,1\n", "35,incident,1,\"a\nb\"\n40,sortie,BZ1,1\n",
+         "f: à 35 ms, incident 1: a\\x0Ab dans l'enregistrement, rien à la station"},
+        {"40,sortie,BZ1,1\n", "35,incident,1," + many + "\n40,sortie,BZ1,1\n",
+         "f: à 35 ms, incident 1: " + many.substr(0, 500) +
+             "... dans l'enregistrement, rien à la station"},
+    });
 }
 
 std::vector<std::string> lines_of(const std::string& text) {
