@@ -10,6 +10,14 @@ namespace {
 
 namespace files = std::filesystem;
 
+// Whether a screenshot has a colour: "#C0C0C0".
+bool has_colour(const std::string& picture, const std::string& colour) {
+    const outcome counted =
+        run_program({"convert", picture, "-depth", "8", "-format", "%c", "histogram:info:-"});
+    EXPECT_EQ(counted.status, 0) << counted.err;
+    return counted.out.find(colour) != std::string::npos;
+}
+
 class ScriptedSession : public testing::Test {
 protected:
     outcome play(const std::string& programs) {
@@ -36,6 +44,25 @@ TEST_F(ScriptedSession, MakesOneGoodBaseATaleAndFivePictures) {
          {"1-start.png", "2-glue.png", "3-part.png", "4-press.png", "5-end.png"}) {
         std::error_code missing;
         EXPECT_GT(files::file_size(files::path(pictures) / name, missing), 1000u) << name;
+    }
+}
+
+// The station's window is gone by the end, while the panel tells that the session is over.
+TEST_F(ScriptedSession, ShowsTheStationAndThePanel) {
+    const outcome end = play(QUORIN_PROGRAMS);
+    ASSERT_EQ(end.status, 0) << end.out << end.err;
+    const std::string panel = "#C0C0C0", station = "#F3F4F6";  // what their widgets stand on
+    const struct {
+        std::string picture;
+        bool shows_station;
+    } cases[] = {{"1-start.png", true},
+                 {"2-glue.png", true},
+                 {"3-part.png", true},
+                 {"4-press.png", true},
+                 {"5-end.png", false}};
+    for (const auto& [picture, shows_station] : cases) {
+        EXPECT_TRUE(has_colour(pictures + "/" + picture, panel)) << picture;
+        EXPECT_EQ(has_colour(pictures + "/" + picture, station), shows_station) << picture;
     }
 }
 
