@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <thread>
 
@@ -43,6 +44,15 @@ bool has_room(int descriptor, const struct stat& facts) {
     return free * disk.f_frsize + own >= least_room;
 }
 
+/// Where the file is to be made: at the end of links that lead to nothing yet.
+std::string place_of_new(std::filesystem::path path) {
+    constexpr int most_links = 40;
+    std::error_code none;
+    for (int i = 0; i < most_links && std::filesystem::is_symlink(path, none); ++i)
+        path = path.parent_path() / std::filesystem::read_symlink(path, none);
+    return path;
+}
+
 }  // namespace
 
 background_file::background_file(const std::string& path, file_backlog backlog)
@@ -52,7 +62,7 @@ background_file::background_file(const std::string& path, file_backlog backlog)
         look_at_it();
     } catch (const failure&) {
         close(descriptor_);
-        if (created_) unlink(path_.c_str());
+        if (!made_.empty()) unlink(made_.c_str());
         throw;
     }
 }
@@ -63,7 +73,7 @@ background_file::~background_file() {
         return;
     }
     close(descriptor_);
-    if (created_) unlink(path_.c_str());
+    if (!made_.empty()) unlink(made_.c_str());
 }
 
 void background_file::open_it() {
@@ -72,8 +82,9 @@ void background_file::open_it() {
     } else {
         descriptor_ = open(path_.c_str(), open_flags);
         if (descriptor_ < 0 && errno == ENOENT) {
-            descriptor_ = open(path_.c_str(), open_flags | O_CREAT | O_EXCL, everybody_reads);
-            created_ = descriptor_ >= 0;
+            const std::string place = place_of_new(path_);
+            descriptor_ = open(place.c_str(), open_flags | O_CREAT | O_EXCL, everybody_reads);
+            if (descriptor_ >= 0) made_ = place;
         }
     }
     if (descriptor_ >= 0) return;

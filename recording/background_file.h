@@ -48,7 +48,9 @@ private:
     std::string path_;
     file_backlog backlog_;
     int descriptor_ = -1;
-    bool created_ = false, regular_ = false, told_ = false;
+    // The file that was not there before; empty where there was one.
+    std::string made_;
+    bool regular_ = false, told_ = false;
     std::shared_ptr<background_writer> writer_;
 };
 

@@ -113,6 +113,20 @@ TEST_F(Zk4simRecording, AFileThatCannotBeWrittenEndsTheStartInOneLine) {
     EXPECT_EQ(std::filesystem::status(file("fifo")).type(), std::filesystem::file_type::fifo);
 }
 
+TEST_F(Zk4simRecording, ALinkThatLeadsToNothingYetIsFollowed) {
+    std::filesystem::create_directory(file("there"));
+    std::filesystem::create_symlink("there/a.csv", file("near"));
+    std::filesystem::create_symlink(file("near"), file("far"));
+    EXPECT_EQ(run_zk4sim({"--csv", file("far"), "--panel", file("nowhere")}).status, 1);
+    EXPECT_TRUE(std::filesystem::is_symlink(file("near")));
+    EXPECT_FALSE(std::filesystem::exists(file("there/a.csv")));
+    EXPECT_EQ(run_short({"--csv", file("far")}).status, 0);
+    EXPECT_TRUE(bytes_of(file("there/a.csv")).ends_with(last_row));
+    std::filesystem::create_symlink("round", file("round"));
+    EXPECT_EQ(run_short({"--csv", file("round")}).status, 1);
+    EXPECT_TRUE(std::filesystem::is_symlink(file("round")));
+}
+
 TEST_F(Zk4simRecording, OneFileTwiceIsMisuse) {
     write_bytes(file("there"), "");
     std::filesystem::create_hard_link(file("there"), file("linked"));
