@@ -127,6 +127,25 @@ TEST_F(Zk4simRecording, ALinkThatLeadsToNothingYetIsFollowed) {
     EXPECT_TRUE(std::filesystem::is_symlink(file("round")));
 }
 
+#if !defined(__SANITIZE_ADDRESS__)
+// Stacks of four gigabytes, of which the addresses allow none.
+TEST_F(Zk4simRecording, WithoutAThreadTheFileStaysAndTheSessionEnds) {
+    write_bytes(file("a.csv"), "mine");
+    for (const std::string name : {"a.csv", "b.csv"}) {
+        const outcome end = run_program(
+            {"sh", "-c",
+             "ulimit -s 4000000 && ulimit -v 1000000 || exit 77; exec " + built("zk4sim") +
+                 " --headless --no-panel --duration 5 --csv " + file(name)});
+        if (end.status == 77) GTEST_SKIP() << end.err;
+        EXPECT_EQ(end.status, 1) << name;
+        EXPECT_EQ(lines_in(end.err), 1) << end.err;
+        EXPECT_EQ(end.err.rfind("zk4sim: " + file(name) + ": ", 0), 0U) << end.err;
+    }
+    EXPECT_EQ(bytes_of(file("a.csv")), "mine");
+    EXPECT_FALSE(std::filesystem::exists(file("b.csv")));
+}
+#endif
+
 TEST_F(Zk4simRecording, OneFileTwiceIsMisuse) {
     write_bytes(file("there"), "");
     std::filesystem::create_hard_link(file("there"), file("linked"));
