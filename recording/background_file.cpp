@@ -9,7 +9,9 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 #include <thread>
 
 #include "recording/background_writer.h"
@@ -43,6 +45,31 @@ bool has_room(int descriptor, const struct stat& facts) {
     return free * disk.f_frsize + own >= least_room;
 }
 
+/// Where the file is to be made: at the end of links that lead to nothing yet.
+std::string place_of_new(std::filesystem::path path) {
+    constexpr int most_links = 40;
+    std::error_code none;
+    for (int i = 0; i < most_links && std::filesystem::is_symlink(path, none); ++i)
+        path = path.parent_path() / std::filesystem::read_symlink(path, none);
+    return path;
+}
+
+/// Starts its thread. Signals are for the program's own; to this one a reader that has gone, or a
+/// file that may not grow, is an error of the write. 0, or why there is none.
+int error_of_starting(const std::shared_ptr<background_writer>& writer) {
+    int error = 0;
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    try {
+        std::thread([writer] { writer->run(); }).detach();
+    } catch (const std::system_error& why) {
+        error = why.code().value();
+    }
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return error;
+}
+
 }  // namespace
 
 background_file::background_file(const std::string& path, file_backlog backlog)
@@ -52,7 +79,7 @@ background_file::background_file(const std::string& path, file_backlog backlog)
         look_at_it();
     } catch (const failure&) {
         close(descriptor_);
-        if (created_) unlink(path_.c_str());
+        if (!made_.empty()) unlink(made_.c_str());
         throw;
     }
 }
@@ -62,8 +89,8 @@ background_file::~background_file() {
         finish();
         return;
     }
-    close(descriptor_);
-    if (created_) unlink(path_.c_str());
+    if (descriptor_ >= 0) close(descriptor_);
+    if (!made_.empty()) unlink(made_.c_str());
 }
 
 void background_file::open_it() {
@@ -72,8 +99,9 @@ void background_file::open_it() {
     } else {
         descriptor_ = open(path_.c_str(), open_flags);
         if (descriptor_ < 0 && errno == ENOENT) {
-            descriptor_ = open(path_.c_str(), open_flags | O_CREAT | O_EXCL, everybody_reads);
-            created_ = descriptor_ >= 0;
+            const std::string place = place_of_new(path_);
+            descriptor_ = open(place.c_str(), open_flags | O_CREAT | O_EXCL, everybody_reads);
+            if (descriptor_ >= 0) made_ = place;
         }
     }
     if (descriptor_ >= 0) return;
@@ -92,17 +120,15 @@ void background_file::look_at_it() {
         throw refusal(recorded_name(path_) + ": " + system_error_words(ENOSPC));
 }
 
+// The thread first: without one the file stays as it is.
 void background_file::begin() {
-    if (regular_ && !is_standard_output(path_)) (void)!ftruncate(descriptor_, 0);
-    writer_ =
+    auto writer =
         std::make_shared<background_writer>(descriptor_, regular_, backlog_ == file_backlog::waits);
-    // Signals are for the program's own thread; to this one a reader that has gone, or a file that
-    // may not grow, is an error of the write.
-    sigset_t all, before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    std::thread([writer = writer_] { writer->run(); }).detach();
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    descriptor_ = -1;
+    if (const int error = error_of_starting(writer))
+        throw refusal(recorded_name(path_) + ": " + system_error_words(error));
+    writer_ = writer;
+    if (regular_ && !is_standard_output(path_)) writer_->empty();
 }
 
 void background_file::append(std::string_view bytes) { writer_->append(bytes); }

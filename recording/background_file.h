@@ -26,7 +26,8 @@ public:
     background_file(const background_file&) = delete;
     background_file& operator=(const background_file&) = delete;
 
-    /// Empties the file, and writes what is appended from now on.
+    /// Empties the file, and writes what is appended from now on. Throws `refusal`, and leaves the
+    /// file as it was, when there cannot be a thread that writes.
     void begin();
     /// Adds bytes, which are in the file a tenth of a second later. After `begin`.
     void append(std::string_view bytes);
@@ -48,7 +49,9 @@ private:
     std::string path_;
     file_backlog backlog_;
     int descriptor_ = -1;
-    bool created_ = false, regular_ = false, told_ = false;
+    // The file that was not there before; empty where there was one.
+    std::string made_;
+    bool regular_ = false, told_ = false;
     std::shared_ptr<background_writer> writer_;
 };
 

@@ -24,6 +24,8 @@ constexpr int look_ms = 100;
 
 background_writer::~background_writer() { close(descriptor_); }
 
+void background_writer::empty() { (void)!ftruncate(descriptor_, 0); }
+
 void background_writer::append(std::string_view bytes) {
     std::unique_lock hold(lock_);
     if (patient_) changed_.wait(hold, [&] { return waiting_.size() < most_waiting || failed_; });

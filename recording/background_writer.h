@@ -19,6 +19,8 @@ public:
     background_writer(const background_writer&) = delete;
     background_writer& operator=(const background_writer&) = delete;
 
+    /// Leaves nothing of what the file held. Before anything is added.
+    void empty();
     /// Adds bytes. Beyond 16 MiB it waits for the file, or, where it is not patient, these and all
     /// that follow are lost.
     void append(std::string_view bytes);

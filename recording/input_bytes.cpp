@@ -1,11 +1,13 @@
 #include "recording/input_bytes.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
 
 #include "recording/recorded_text.h"
+#include "session/end_signals.h"
 #include "session/failure.h"
 #include "session/system_errors.h"
 
@@ -22,7 +24,18 @@ void input_bytes::refuse() const {
     throw refusal(recorded_name(path_) + ": " + system_error_words(errno));
 }
 
+// A pipe may stand still for ever. False when the session is to end first.
+bool input_bytes::ready() const {
+    constexpr int look_ms = 100;
+    pollfd wanted{descriptor_, POLLIN, 0};
+    do {
+        if (poll(&wanted, 1, look_ms) == 1) return true;
+    } while (!end_signals::due());
+    return false;
+}
+
 input_bytes::int_type input_bytes::underflow() {
+    if (!ready()) return traits_type::eof();
     ssize_t took = -1;
     do {
         took = read(descriptor_, buffer_.data(), buffer_.size());

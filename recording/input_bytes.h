@@ -14,12 +14,14 @@ public:
     input_bytes& operator=(const input_bytes&) = delete;
 
 protected:
-    /// Throws `refusal` when the file cannot be read on.
+    /// Throws `refusal` when the file cannot be read on. Where a session is to end before there are
+    /// more bytes (session/end_signals.h), there are none.
     int_type underflow() override;
     /// To the beginning alone, of a file that has one.
     pos_type seekpos(pos_type place, std::ios_base::openmode mode) override;
 
 private:
+    bool ready() const;
     [[noreturn]] void refuse() const;
 
     std::string path_;

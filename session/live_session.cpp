@@ -110,11 +110,11 @@ void live_session::begin() {
                       options_.output_is_taken ? STDERR_FILENO : STDOUT_FILENO);
         if (!trouble.empty()) messages_.say(trouble);
         if (!end_signals::due()) start_child();
+        for (session_follower* const each : followers_) each->begin();
     } catch (const failure&) {
         server_.sharing_terminate();
         throw;
     }
-    for (session_follower* const each : followers_) each->begin();
 }
 
 void live_session::listen_to(int descriptor) const {

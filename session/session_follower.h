@@ -6,7 +6,7 @@ class session_follower {
 public:
     virtual ~session_follower() = default;
     /// The session has begun: from here on nothing keeps it from being one. The first block was
-    /// told before.
+    /// told before. Throws `refusal` where it cannot go along; the session is over then.
     virtual void begin() {}
     /// The session is over, and all of it was told.
     virtual void finish() {}

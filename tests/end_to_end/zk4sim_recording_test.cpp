@@ -113,6 +113,39 @@ TEST_F(Zk4simRecording, AFileThatCannotBeWrittenEndsTheStartInOneLine) {
     EXPECT_EQ(std::filesystem::status(file("fifo")).type(), std::filesystem::file_type::fifo);
 }
 
+TEST_F(Zk4simRecording, ALinkThatLeadsToNothingYetIsFollowed) {
+    std::filesystem::create_directory(file("there"));
+    std::filesystem::create_symlink("there/a.csv", file("near"));
+    std::filesystem::create_symlink(file("near"), file("far"));
+    EXPECT_EQ(run_zk4sim({"--csv", file("far"), "--panel", file("nowhere")}).status, 1);
+    EXPECT_TRUE(std::filesystem::is_symlink(file("near")));
+    EXPECT_FALSE(std::filesystem::exists(file("there/a.csv")));
+    EXPECT_EQ(run_short({"--csv", file("far")}).status, 0);
+    EXPECT_TRUE(bytes_of(file("there/a.csv")).ends_with(last_row));
+    std::filesystem::create_symlink("round", file("round"));
+    EXPECT_EQ(run_short({"--csv", file("round")}).status, 1);
+    EXPECT_TRUE(std::filesystem::is_symlink(file("round")));
+}
+
+#if !defined(__SANITIZE_ADDRESS__)
+// Stacks of four gigabytes, of which the addresses allow none.
+TEST_F(Zk4simRecording, WithoutAThreadTheFileStaysAndTheSessionEnds) {
+    write_bytes(file("a.csv"), "mine");
+    for (const std::string name : {"a.csv", "b.csv"}) {
+        const outcome end = run_program(
+            {"sh", "-c",
+             "ulimit -s 4000000 && ulimit -v 1000000 || exit 77; exec " + built("zk4sim") +
+                 " --headless --no-panel --duration 5 --csv " + file(name)});
+        if (end.status == 77) GTEST_SKIP() << end.err;
+        EXPECT_EQ(end.status, 1) << name;
+        EXPECT_EQ(lines_in(end.err), 1) << end.err;
+        EXPECT_EQ(end.err.rfind("zk4sim: " + file(name) + ": ", 0), 0U) << end.err;
+    }
+    EXPECT_EQ(bytes_of(file("a.csv")), "mine");
+    EXPECT_FALSE(std::filesystem::exists(file("b.csv")));
+}
+#endif
+
 TEST_F(Zk4simRecording, OneFileTwiceIsMisuse) {
     write_bytes(file("there"), "");
     std::filesystem::create_hard_link(file("there"), file("linked"));

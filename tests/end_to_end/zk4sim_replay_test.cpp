@@ -162,46 +162,6 @@ TEST_F(Zk4simReplay, ARecordingOnItselfIsRefusedAndUntouched) {
     }
 }
 
-/// A recording of more than a pipe holds.
-std::string longer_than_a_pipe(const std::string& file) {
-    std::vector<std::string> words = {"--no-panel", "--speed", "100", "--duration",
-                                      "800",        "--csv",   file};
-    for (const std::string name : {"te", "b1e", "b1s", "b2s", "p1ok", "p3ok", "init"})
-        words.insert(words.end(), {"--fault", name + "=flicker"});
-    EXPECT_EQ(run_zk4sim(words).status, 0);
-    EXPECT_GT(std::filesystem::file_size(file), 90000U);
-    return bytes_of(file);
-}
-
-TEST_F(Zk4simReplay, TheStandardInputIsAFileLikeOthers) {
-    const std::string recording = longer_than_a_pipe(file("a.csv"));
-    const std::string again = built("zk4sim") + " --headless --play - --csv ";
-    const auto shell = [&](const std::string& command) {
-        return run_program({"sh", "-c", command}, {}, seconds(60));
-    };
-    const outcome piped = shell(again + "- <" + file("a.csv"));
-    EXPECT_EQ(piped.status, 0) << piped.err;
-    EXPECT_EQ(piped.out, recording);
-    EXPECT_EQ(shell("cat " + file("a.csv") + " | " + again + file("b.csv")).status, 0);
-    EXPECT_EQ(bytes_of(file("b.csv")), recording);
-    const outcome itself = shell(again + file("a.csv") + " <" + file("a.csv"));
-    EXPECT_EQ(itself.status, 1);
-    EXPECT_EQ(itself.err, "zk4sim: " + file("a.csv") + ": c'est l'enregistrement qui est rejoué\n");
-    EXPECT_EQ(bytes_of(file("a.csv")), recording);
-}
-
-// Nothing depends on its pace: whoever reads it may take the time that it takes.
-TEST_F(Zk4simReplay, AsFastAsItCanStillWaitsForItsReader) {
-    const std::string recording = longer_than_a_pipe(file("a.csv"));
-    const outcome end = run_program(
-        {"bash", "-o", "pipefail", "-c",
-         built("zk4sim") + " --headless --play " + file("a.csv") + " --csv - | (sleep 7; cat)"},
-        {}, seconds(60));
-    EXPECT_EQ(end.status, 0);
-    EXPECT_EQ(end.out, recording);
-    EXPECT_EQ(end.err, nothing_made);
-}
-
 TEST_F(Zk4simReplay, AStationThatCannotBeSetUpIsToldWithItsFile) {
     write_bytes(file("a.csv"),
                 "ms,genre,nom,valeur\n0,session,format,1\n0,session,station,zk4\n"
@@ -211,18 +171,6 @@ TEST_F(Zk4simReplay, AStationThatCannotBeSetUpIsToldWithItsFile) {
     EXPECT_EQ(end.status, 1);
     EXPECT_EQ(end.err,
               "zk4sim: " + file("a.csv") + ": bases: un entier de 0 à 1000000 est attendu\n");
-}
-
-TEST_F(Zk4simReplay, ControlBytesOfAPathAreShownAsTheyAre) {
-    const std::string name = file("a\nb\x1B.csv"), shown = file("a\\x0Ab\\x1B.csv");
-    const outcome missing = run_zk4sim({"--play", name});
-    EXPECT_EQ(missing.err, "zk4sim: " + shown + ": fichier ou dossier introuvable\n");
-    write_bytes(name, "bonjour\n");
-    EXPECT_EQ(run_zk4sim({"--play", name}).err,
-              "zk4sim: " + shown + ": ligne 1: moins de quatre champs\n");
-    std::filesystem::remove(name);
-    std::filesystem::create_directory(name);
-    EXPECT_EQ(run_zk4sim({"--csv", name}).err, "zk4sim: " + shown + ": c'est un dossier\n");
 }
 
 TEST_F(Zk4simReplay, WhatIsNoRecordingIsToldInOneLine) {
