@@ -1,5 +1,7 @@
 #include "recording/recording_state.h"
 
+#include <limits>
+
 #include "recording/csv_reader.h"
 #include "session/faults.h"
 
@@ -48,6 +50,8 @@ void recording_state::take_session(const recorded_event& event) {
     if (count == values_.end()) refuse(event, "\"" + event.name + "\" n'est pas un compte");
     if (std::to_string(event.value) != event.text || event.value <= count->second)
         refuse(event, "un compte ne fait que monter");
+    if (event.value > std::numeric_limits<std::int32_t>::max())
+        refuse(event, "\"" + event.text + "\" n'est pas un entier de 32 bits");
     count->second = event.value;
 }
 

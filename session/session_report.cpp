@@ -1,5 +1,7 @@
 #include "session/session_report.h"
 
+#include "ioshare/io_printable.h"
+
 std::string seconds_text(std::int64_t ms) {
     const std::string rest = std::to_string(1000 + ms % 1000);
     return std::to_string(ms / 1000) + '.' + rest.substr(1);
@@ -9,7 +11,7 @@ void session_report::read(std::span<const station_event> events) {
     for (const station_event& each : events) {
         if (each.kind != event_kind::incident || each.value <= told_) continue;
         told_ = each.value;
-        lines_.push_back(seconds_text(each.ms) + " s: incident: " + std::string(each.text));
+        lines_.push_back(seconds_text(each.ms) + " s: incident: " + io_printable(each.text));
     }
 }
 

@@ -212,6 +212,17 @@ TEST_F(Zk4simReplay, AForgedRecordingIsToldInOneLine) {
                            " ms, entree b1s: rien dans l'enregistrement, 1 à la station\n");
 }
 
+TEST_F(Zk4simReplay, AnIncidentIsOneLine) {
+    write_bytes(file("a.csv"),
+                "ms,genre,nom,valeur\n0,session,format,1\n0,session,station,x\n0,entree,a,0\n"
+                "0,sortie,b,0\n10,incident,1,\"c\nbilan: d\"\n20,session,fin,e\n");
+    const outcome end = run_zk4sim({"--play", file("a.csv"), "--no-panel", "--speed", "100"});
+    EXPECT_EQ(end.status, 0);
+    EXPECT_EQ(end.err,
+              "0.010 s: incident: c\\x0Abilan: d\nzk4sim: e\n"
+              "bilan: bonnes=0 mauvaises=0 incidents=1\n");
+}
+
 TEST_F(Zk4simReplay, OnTheLinkItTakesNoCommands) {
     {
         handled_session session(29, file("a.csv"));

@@ -211,6 +211,8 @@ TEST(BrokenRecordings, IncidentsAreNumberedAndCountsGrow) {
         {block + "10,session,bonnes,beaucoup\n", "10" + count},
         {block + "10,session,bonnes,2\n20,session,bonnes,1\n", "11" + count},
         {block + "10,session,mauvaises,2\n20,session,mauvaises,2\n", "11" + count},
+        {block + "10,session,bonnes,2147483648\n",
+         "10: \"2147483648\" n'est pas un entier de 32 bits"},
         {block + "10,session,graine,2\n", "10: \"graine\" n'est pas un compte"},
         {block + "10,session,format,1\n", "10: \"format\" n'est pas un compte"},
         {block + "10,session,,1\n", "10: un nom manque"},
