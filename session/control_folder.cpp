@@ -63,6 +63,20 @@ void remove_dead_socket(const std::string& path) {
     if (is_socket(path) && nobody_listens(path)) unlink(path.c_str());
 }
 
+// A process that dies lets go of its descriptors one after another: whoever hears of its death by
+// one may still find its socket listening.
+void remove_socket_of(pid_t maker, int ident) {
+    constexpr int tries = 100, pause_us = 10'000;
+    const std::string folder = control_folder();
+    for (const std::string& path :
+         {control_path(folder, ident), folder + "/" + unfinished + std::to_string(maker)}) {
+        for (int i = 0; i < tries && is_socket(path); ++i) {
+            remove_dead_socket(path);
+            if (is_socket(path)) usleep(pause_us);
+        }
+    }
+}
+
 void prepare_control_folder() {
     const std::string folder = control_folder();
     if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)

@@ -1,5 +1,7 @@
 // The user's folder of control sockets: made, found safe, and cleared of what dead sessions left.
 #pragma once
+#include <sys/types.h>
+
 #include <string>
 
 #include "session/control_address.h"
@@ -14,3 +16,7 @@ void prepare_control_folder();
 
 /// Removes the socket at `path` if nobody listens on it any more.
 void remove_dead_socket(const std::string& path);
+
+/// Removes the control socket of a session whose process `maker` has just died, finished or not;
+/// within two seconds.
+void remove_socket_of(pid_t maker, int ident);

@@ -85,7 +85,7 @@ void await_simulator(int line, pid_t simulator, io_segment* segment, int ident) 
     }
     if (segment) {
         io_end_session(*segment);
-        remove_dead_socket(control_path(control_folder(), ident));
+        remove_socket_of(simulator, ident);
     }
     remove_segments_of(simulator, start);
     _exit(0);

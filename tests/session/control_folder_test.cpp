@@ -169,6 +169,23 @@ bool makes_its_socket_again_and_again(int ident) try {
 
 // Each of several processes makes its socket again and again: none may take another's for dead
 // while it is being made.
+// A process that dies closes its listener some time after it closed what others wait for.
+TEST(ControlFolder, TheSocketOfASessionThatIsDyingIsRemovedOnceItLetGo) {
+    const runtime_folder folder;
+    prepare_control_folder();
+    for (const int late_ms : {0, 100}) {
+        const std::string path = control_path(control_folder(), 12);
+        const int listener = listen_at(path);
+        std::thread dying([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(late_ms));
+            close(listener);
+        });
+        remove_socket_of(getpid(), 12);
+        EXPECT_FALSE(files::exists(path)) << late_ms;
+        dying.join();
+    }
+}
+
 TEST(ControlFolder, SessionsThatStartAtOnceDoNotRemoveOneAnother) {
     const runtime_folder folder;
     std::vector<pid_t> children;
