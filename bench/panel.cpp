@@ -8,13 +8,13 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <memory>
 #include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "bench/whole_program.h"
 #include "ioshare/io_server.h"
 #include "tests/support/programs.h"
 #include "tests/support/screen.h"
@@ -41,15 +41,6 @@ void print(const char* what, std::vector<double> values, const char* unit) {
 /// Spins with short sleeps: finer than what is measured by two orders.
 void wait_for(const std::function<bool()>& done) {
     while (!done()) std::this_thread::sleep_for(std::chrono::microseconds(300));
-}
-
-long resident_kib(pid_t pid) {
-    std::ifstream status("/proc/" + std::to_string(pid) + "/status");
-    for (std::string word; status >> word;) {
-        long kib = 0;
-        if (word == "VmRSS:" && status >> kib) return kib;
-    }
-    return 0;
 }
 
 struct running_panel {

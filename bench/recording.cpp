@@ -11,6 +11,7 @@
 
 #include "bench/good_bases.h"
 #include "bench/recording_live.h"
+#include "bench/whole_program.h"
 #include "recording/replay.h"
 #include "tests/recording/recorded_session.h"
 

@@ -1,11 +1,11 @@
 #include "bench/recording_live.h"
 
 #include <cstdio>
-#include <fstream>
 #include <random>
 #include <string>
 #include <thread>
 
+#include "bench/whole_program.h"
 #include "ioshare/io_observer.h"
 #include "tests/support/station.h"
 
@@ -15,15 +15,6 @@ using steady = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
 constexpr int watched_s = 30;
-
-long resident_kib(pid_t pid) {
-    std::ifstream status("/proc/" + std::to_string(pid) + "/status");
-    for (std::string word; status >> word;) {
-        long kib = 0;
-        if (word == "VmRSS:" && status >> kib) return kib;
-    }
-    return 0;
-}
 
 /// A live session that publishes ten times a second, and how it answers.
 struct watched_session {

@@ -10,13 +10,13 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include "bench/whole_program.h"
 #include "ioshare/io_observer.h"
 #include "panel/form_children.h"
 #include "tests/support/screen.h"
@@ -29,24 +29,6 @@ using namespace std::chrono_literals;
 
 constexpr int watched_s = 20, delays = 100;
 constexpr std::uint32_t red = 0xFF0000, blue = 0x0000FF;
-
-double seconds_since(steady::time_point start) {
-    return std::chrono::duration<double>(steady::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
-
-long resident_kib(pid_t pid) {
-    std::ifstream status("/proc/" + std::to_string(pid) + "/status");
-    for (std::string word; status >> word;) {
-        long kib = 0;
-        if (word == "VmRSS:" && status >> kib) return kib;
-    }
-    return 0;
-}
 
 /// A station that is commanded from here.
 struct commanded_station {
