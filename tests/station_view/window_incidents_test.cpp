@@ -5,22 +5,51 @@
 
 namespace {
 
-/// Commands that bring about each incident, from the start of a session; waits stand between.
+/// Commands that bring about an incident, from the start of a session; waits stand between.
 struct accident {
     const char* text;
     std::vector<std::vector<std::string>> requests;
 };
 
 using words = std::vector<std::string>;
+using requests = std::vector<words>;
+
 const words base_at_3 = {"set", "MT=1", "MTA=1", "BZ3=1", "--until", "p3ok=1", "--timeout", "60"};
 
+/// A base that has just gone past the stop of a zone, at a pace that leaves time for a command.
+requests base_past(const std::string& zone) {
+    const std::string blocker = "BZ" + zone, there = "p" + zone + "ok";
+    return {{"set", "MT=1", "MTA=1", blocker + "=1", "--until", there + "=1", "--timeout", "30"},
+            {"speed", "1"},
+            {"set", blocker + "=0", "--until", there + "=0", "--timeout", "30"}};
+}
+
+/// What follows one after another.
+requests operator+(requests first, const requests& then) {
+    first.insert(first.end(), then.begin(), then.end());
+    return first;
+}
+
 // clang-format off
+const requests take_a_part = {
+    {"wait", "pp=1", "--timeout", "60"},
+    {"set", "SORT=1", "--until", "ts=1"}, {"set", "SORT=0", "DESV=1", "--until", "vb=1"},
+    {"set", "ASPI=1", "--until", "vide=1"}, {"set", "DESV=0", "MONV=1", "--until", "vh=1"}};
+const requests lay_it_down = {
+    {"set", "MONV=0", "RENT=1", "--until", "te=1"}, {"set", "RENT=0", "DESV=1", "--until", "vb=1"},
+    {"set", "ASPI=0", "--until", "vide=0"}, {"set", "DESV=0", "MONV=1", "--until", "vh=1"}, {"set", "MONV=0"}};
+
 const std::vector<accident> accidents = {
     {"colle répandue", {{"set", "DEPOSE=1"}}},
     {"tiroir bloqué", {{"set", "DESV=1", "--until", "vb=1"}, {"set", "SORT=1"}}},
-    {"pièce perdue : lâchée", {{"set", "SORT=1", "--until", "ts=1"}, {"set", "DESV=1", "--until", "vb=1"},
-        {"set", "ASPI=1", "--until", "vide=1"}, {"set", "DESV=0", "MONV=1", "--until", "vh=1"}, {"set", "ASPI=0"}}},
+    {"pièce perdue : lâchée", take_a_part + requests{{"set", "ASPI=0"}}},
+    {"pièce perdue : le support", requests{{"set", "MT=1", "MTA=1", "BZ2=1", "--until", "p2ok=1", "--timeout", "60"}} +
+        take_a_part + lay_it_down + take_a_part + lay_it_down},
+    {"presse arrêtée", base_past("3") + requests{{"set", "MT=0"}, {"set", "DESP=1"}}},
     {"support retenu", {base_at_3, {"set", "DESP=1", "--until", "pb=1"}, {"set", "BZ3=0"}}},
+    {"bloqueur 1 arrêté", base_past("1") + requests{{"set", "BZ1=1"}}},
+    {"bloqueur 2 arrêté", base_past("2") + requests{{"set", "BZ2=1"}}},
+    {"bloqueur 3 arrêté", base_past("3") + requests{{"set", "BZ3=1"}}},
 };
 // clang-format on
 
