@@ -16,7 +16,7 @@ constexpr label_row rows[] = {
     {fault_kind::inverted, {"inv.", "inv."},   {"inversé", "inverted"}},
     {fault_kind::late,     {"tard", "late"},   {"se dit avec 0.5 s de retard", "tells 0.5 s late"}},
     {fault_kind::flicker,  {"clign.", "flick."}, {"clignote", "flickers"}},
-    {fault_kind::dead,     {"inerte", "dead"}, {"ne répond pas", "does not respond"}},
+    {fault_kind::dead,     {"mort", "dead"}, {"ne répond pas", "does not respond"}},
     {fault_kind::slow,     {"lent", "slow"},   {"quatre fois trop lent", "four times too slow"}},
 };
 // clang-format on

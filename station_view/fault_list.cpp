@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int row_h = 20, name_w = 88, column_w = 42, inset = 8;
+constexpr int row_h = 20, name_w = 96, column_w = 40, inset = 8;
 
 /// The kinds that fit one of these names at least, in their order.
 std::vector<fault_kind> kinds_of(name_span names, const station_model& model) {
