@@ -26,8 +26,6 @@ constexpr int everybody_reads = 0666;
 // Room that a disk must have for a recording to begin.
 constexpr std::uint64_t least_room = 4096;
 
-bool is_standard_output(const std::string& path) { return path == "-"; }
-
 std::optional<struct stat> facts_of(const std::string& path) {
     struct stat facts {};
     const int found =

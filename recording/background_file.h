@@ -55,6 +55,9 @@ private:
     std::shared_ptr<background_writer> writer_;
 };
 
+/// Whether a path means the standard output.
+[[nodiscard]] inline bool is_standard_output(const std::string& path) { return path == "-"; }
+
 /// Whether two paths mean the same file, which is there; "-" is the standard output, devices are no
 /// files.
 [[nodiscard]] bool same_file(const std::string& one, const std::string& other);

@@ -5,10 +5,6 @@
 
 namespace {
 
-bool is_end(event_kind kind, std::string_view name) {
-    return kind == event_kind::session && name == "fin";
-}
-
 std::vector<station_event> events_of(const std::vector<recorded_event>& recorded) {
     std::vector<station_event> events;
     events.reserve(recorded.size());
@@ -76,7 +72,7 @@ void played_recording::play_to(std::int64_t ms) {
     }
     for (const recorded_event& each : played_)
         if (each.kind == event_kind::incident) incidents_.push_back({each.ms, each.text});
-    if (!played_.empty()) ended_ = is_end(played_.back().kind, played_.back().name);
+    if (!played_.empty()) ended_ = ends_a_run(played_.back().event());
     hand_over(events_of(played_));
 }
 
@@ -89,5 +85,5 @@ std::optional<std::string> played_recording::before_step(station_run&) {
 void played_recording::read(std::span<const station_event> events) {
     if (ended_ || events.empty()) return;
     const station_event& last = events.back();
-    if (is_end(last.kind, last.name) && recording_.peek()) hand_over(events.last(1));
+    if (ends_a_run(last) && recording_.peek()) hand_over(events.last(1));
 }

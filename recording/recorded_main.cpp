@@ -82,7 +82,8 @@ int record(const request& asked) {
                          recorded(asked, files, prepare));
 }
 
-/// The time of a recording's last row; nothing of one that can be read only once.
+/// The time of a recording's last row; nothing of one that can be read only once. Read to its end,
+/// a file that is no recording is refused before anything is served.
 std::optional<std::int64_t> length_of(const std::string& path) {
     if (!std::filesystem::is_regular_file(path)) return std::nullopt;
     input_bytes bytes(path);

@@ -52,7 +52,7 @@ int recording_head::index_of(const recorded_event& event) const {
 bool head_builder::begins_the_first_step(const recorded_event& event,
                                          std::optional<head_part> part) const {
     if (event.ms > 0) return true;
-    if (event.kind == event_kind::session && event.name == "fin") return true;
+    if (ends_a_run(event.event())) return true;
     if (part_ < head_part::inputs) return false;
     return !part || part < part_ ||
            (part == head_part::inputs && known(head_.inputs, event.name)) ||

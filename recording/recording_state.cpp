@@ -44,7 +44,7 @@ void recording_state::take(const recorded_event& event) {
 }
 
 void recording_state::take_session(const recorded_event& event) {
-    over_ = event.name == "fin";
+    over_ = ends_a_run(event.event());
     if (over_) return;
     const auto count = values_.find({event.kind, event.name});
     if (count == values_.end()) refuse(event, "\"" + event.name + "\" n'est pas un compte");

@@ -21,13 +21,9 @@ constexpr std::array<event_kind, 7> order = {
     event_kind::fault,    event_kind::desk,  event_kind::output};
 static_assert(order.size() == static_cast<std::size_t>(event_kind::count));
 
-bool is_end(event_kind kind, std::string_view name) {
-    return kind == event_kind::session && name == "fin";
-}
-
 // The end is behind all of it.
 std::int64_t rank_of(const station_event& event) {
-    if (is_end(event.kind, event.name)) return std::ssize(order);
+    if (ends_a_run(event)) return std::ssize(order);
     return std::ranges::find(order, event.kind) - order.begin();
 }
 
@@ -108,7 +104,7 @@ std::optional<std::string> replay::before_step(station_run& run) {
     while (const recorded_event* const next = recording_.peek()) {
         if (next->ms > run.ms()) return std::nullopt;
         const bool in_time = next->ms == run.ms();
-        if (in_time && is_end(next->kind, next->name)) {
+        if (in_time && ends_a_run(next->event())) {
             ended_ = true;
             return next->text;
         }
@@ -140,8 +136,8 @@ void replay::apply(station_run& run, const recorded_event& cause) {
             commands_[static_cast<std::size_t>(output)] = static_cast<std::int32_t>(cause.value);
     } else if (cause.kind == event_kind::desk) {
         station_desk desk = run.desk();
-        for (const desk_row& each : desk_rows)
-            if (each.name == cause.name) desk.*each.pushed = cause.value == 1;
+        if (const desk_row* const button = desk_button_named(cause.name))
+            desk.*button->pushed = cause.value == 1;
         run.set_desk(desk);
     } else if (const auto kind = fault_kind_called(cause.text)) {
         if (!run.set_fault({cause.name, *kind})) miss(cause);
@@ -189,7 +185,7 @@ bool replay::agrees(const station_event& event) {
     const bool same = alike(event, recorded->event());
     if (same) drop_expected();
     // A session may be ended before its recording is.
-    if (same || (is_end(event.kind, event.name) && !ended_))
+    if (same || (ends_a_run(event) && !ended_))
         agreed_.push_back(event);
     else
         explain(event, *recorded);

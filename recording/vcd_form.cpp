@@ -98,7 +98,7 @@ std::string vcd_form::at(std::int64_t ms) {
 }
 
 std::string vcd_form::change(const station_event& event) {
-    if (event.kind == event_kind::session && event.name == "fin") return at(event.ms);
+    if (ends_a_run(event)) return at(event.ms);
     const bool incident = event.kind == event_kind::incident;
     const auto found = variables_.find({event.kind, incident ? "" : recorded_name(event.name)});
     if (found == variables_.end() || !signals_.has(event)) return {};

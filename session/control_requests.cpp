@@ -19,12 +19,6 @@ const control_answer session_is_over = {exit_status::session_over, "la session e
 control_answer refused(const std::string& why) { return {exit_status::refused, why + "\n"}; }
 control_answer misunderstood(const std::string& why) { return {exit_status::misuse, why + "\n"}; }
 
-const desk_row* desk_button_named(const std::string& name) {
-    for (const desk_row& each : desk_rows)
-        if (each.name == name) return &each;
-    return nullptr;
-}
-
 std::string fault_texts(const std::vector<station_fault>& faults) {
     std::string text;
     for (const station_fault& each : faults)

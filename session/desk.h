@@ -18,3 +18,10 @@ inline constexpr desk_row desk_rows[] = {{desk_button::dc, "dc", &station_desk::
                                          {desk_button::ac, "ac", &station_desk::ac},
                                          {desk_button::atu, "atu", &station_desk::atu}};
 static_assert(one_row_each(desk_rows));
+
+/// The button that is called so; null when there is none.
+constexpr const desk_row* desk_button_named(std::string_view name) {
+    for (const desk_row& each : desk_rows)
+        if (each.name == name) return &each;
+    return nullptr;
+}

@@ -30,6 +30,11 @@ struct station_event {
     return event.kind == event_kind::session && event.name == "format";
 }
 
+/// Whether the event is the last one of a run.
+[[nodiscard]] constexpr bool ends_a_run(const station_event& event) {
+    return event.kind == event_kind::session && event.name == "fin";
+}
+
 /// Somebody who follows a session.
 class event_reader {
 public:

@@ -4,8 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 #include "ioshare/io_printable.h"
@@ -18,7 +18,7 @@ namespace {
 // Far more than a link can carry.
 constexpr std::size_t most_bytes = 100'000;
 
-/// Up to `most_bytes` of a file; nothing, and errno, when it cannot be read.
+/// Up to `most_bytes` of a file. Throws `refusal` when it cannot be read; a FIFO is not waited for.
 std::string bytes_of_file(const std::string& file) {
     const int in = open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     std::string bytes(most_bytes, '\0');

@@ -12,13 +12,12 @@
 #include "programs/quorin_io/link_commands.h"
 #include "programs/quorin_io/output.h"
 #include "programs/quorin_io/waiting.h"
+#include "recording/background_file.h"
 #include "recording/file_recorder.h"
 #include "session/failure.h"
 #include "session/messages.h"
 
 namespace {
-
-bool is_standard_output(const std::string& file) { return file == "-"; }
 
 // The signal that asked for the end; 0 as long as none did.
 std::atomic<int> ending_signal = 0;
