@@ -1,7 +1,7 @@
 // The counter of bases that left, good and bad, and of incidents.
 #pragma once
 #include "session/station_run.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 
 class Fl_Box;
 

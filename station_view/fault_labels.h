@@ -3,7 +3,7 @@
 #include <string>
 
 #include "session/faults.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 
 /// The head of a column: "= 0".
 [[nodiscard]] const char* fault_column(fault_kind kind, language in);

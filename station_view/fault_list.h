@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "session/station_run.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 #include "station_view/window_layout.h"
 
 class Fl_Check_Button;

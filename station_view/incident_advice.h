@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 #include "workcell/incidents.h"
 
 struct told_incident {

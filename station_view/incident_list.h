@@ -5,7 +5,7 @@
 #include <string>
 
 #include "station_view/session_news.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 #include "station_view/window_layout.h"
 
 class incident_list : public Fl_Browser {

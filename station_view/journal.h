@@ -7,7 +7,7 @@
 
 #include "recording/event_rows.h"
 #include "session/station_events.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 
 /// Keeps so many rows and no more, however long the session is, and the number of those that it has
 /// let go.

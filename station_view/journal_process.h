@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "session/child_process.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 
 class journal_process {
 public:

@@ -2,7 +2,7 @@
 #pragma once
 #include <string>
 
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 
 /// Shows the lines of `file` (UTF-8, markup) until its user has closed the window, or until the
 /// process that started this one has ended. The buttons write tmp.txt and, besides opening it,

@@ -5,7 +5,7 @@
 #include "session/station_events.h"
 #include "session/station_model.h"
 #include "simulator/output_panel.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 
 /// Adds names to an output panel, each as it stands, and shows the first page.
 void add_names(OFD_simulator_output& panel, name_span names);

@@ -6,7 +6,7 @@
 
 #include "simulator/input_panel.h"
 #include "simulator/output_panel.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 #include "station_view/manual_station.h"
 
 class manual_panels {

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "session/live_session.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 
 class Fl_Slider;
 

@@ -4,7 +4,7 @@
 
 #include "session/live_session.h"
 #include "session/station_events.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 #include "station_view/station_picture.h"
 #include "workcell/workcell_model.h"
 

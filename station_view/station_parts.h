@@ -2,7 +2,7 @@
 #pragma once
 #include <string>
 
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 #include "station_view/picture_builder.h"
 #include "station_view/station_picture.h"
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 
 enum class window_action {
     start_cycle,

@@ -1,7 +1,7 @@
 // What the window says, in both languages. The labels and tooltips of what can be pressed are in
 // window_actions.h, the advice on incidents in incident_advice.h, faults in fault_labels.h.
 #pragma once
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 
 enum class window_word {
     desk,

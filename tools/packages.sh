@@ -9,6 +9,8 @@ build    cmake             program  cmake
 build    ninja-build       program  ninja
 build    libfltk1.3-dev    header   FL/forms.H
 build    libcli11-dev      header   CLI/CLI.hpp
+build    libtomlplusplus-dev  header   toml++/toml.h
+build    libmd-dev         header   sha2.h
 build    fonts-liberation  file     LiberationSans-Regular.ttf  /usr/share/fonts /usr/local/share/fonts
 display  xvfb              program  Xvfb
 display  openbox           program  openbox

@@ -5,7 +5,7 @@
 
 #include "session/command_line.h"
 #include "session/session_options.h"
-#include "station_view/bilingual.h"
+#include "lesson/bilingual.h"
 #include "workcell/workcell_model.h"
 
 struct zk4sim_options {

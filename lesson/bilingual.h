@@ -1,4 +1,4 @@
-// A text of the window in both of its languages.
+// Texts of our own in both of their languages.
 #pragma once
 
 enum class language { french, english };

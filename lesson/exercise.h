@@ -1,0 +1,108 @@
+// An exercise: what a student is asked to do on a station, and by what it is judged.
+//
+// Plain data, as lesson/exercise_file.h reads it from a file: every name is known to the station,
+// and times are whole simulated milliseconds.
+#pragma once
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "lesson/bilingual.h"
+#include "session/faults.h"
+
+/// A text for the student; `english` is empty where the file has none, and `french` serves then.
+struct lesson_text {
+    std::string french, english;
+    [[nodiscard]] const std::string& in(language wanted) const {
+        return wanted == language::english && !english.empty() ? english : french;
+    }
+};
+
+/// What a condition looks at.
+enum class condition_place { input, output, desk };
+
+/// "b1s=1": the value of a thing at the end of a step: an input as published, an output or desk
+/// button as the step was given it.
+struct exercise_condition {
+    condition_place place;
+    /// As the file writes it; of the desk "dc", "ac" or "atu".
+    std::string name;
+    /// 0 or 1 for an input and the desk, any for an output.
+    std::int32_t value;
+    /// Of an input or output: its place on the link; of the desk its button's, in the order dc, ac,
+    /// atu.
+    int index;
+    bool operator==(const exercise_condition&) const = default;
+};
+
+/// As the file writes it: "b1s=1".
+[[nodiscard]] std::string text_of(const exercise_condition& condition);
+
+/// `[[but]]`: goals are reached one after the other.
+struct exercise_goal {
+    lesson_text text;
+    /// All at once; at least one.
+    std::vector<exercise_condition> conditions;
+    /// For so long without a break.
+    std::int64_t hold_ms = 0;
+    /// Since the goal before, or the start; none: no limit.
+    std::optional<std::int64_t> within_ms;
+    std::int64_t points = 1;
+};
+
+/// `[[jamais]]`: what must not happen.
+struct exercise_ban {
+    lesson_text text;
+    std::vector<exercise_condition> conditions;
+    /// Taken off once.
+    std::int64_t penalty = 0;
+};
+
+/// `[[indice]]`: a hint, told when it happened, and nothing else.
+struct exercise_hint {
+    lesson_text text;
+    std::vector<exercise_condition> conditions;
+    std::int64_t hold_ms = 0;
+};
+
+/// What a `[[bilan]]` counts, in the order in which sessions tell them.
+enum class session_count { good, bad, incidents, count };
+
+/// `[[bilan]]`: how the session must have ended. One limit at least is there.
+struct exercise_balance {
+    lesson_text text;
+    session_count count = session_count::good;
+    std::optional<std::int64_t> at_least, at_most;
+    std::int64_t points = 1;
+};
+
+/// `[diagnostic]`: the faults that the student must name; at least one.
+struct exercise_diagnosis {
+    std::vector<station_fault> faults;
+    std::int64_t points = 1;
+};
+
+/// `[station]`: what the session begins with.
+struct exercise_station {
+    std::uint64_t seed = 0;
+    int bases = 1000, parts = 1000;
+    /// The exercise is over then at the latest; none: no limit.
+    std::optional<std::int64_t> duration_ms;
+    /// Told at the start; and told in the verdict only.
+    std::vector<station_fault> faults, hidden_faults;
+};
+
+struct exercise {
+    lesson_text title;
+    /// Several lines, each with its line feed.
+    lesson_text task;
+    exercise_station station;
+    std::vector<exercise_goal> goals;
+    std::vector<exercise_ban> bans;
+    std::vector<exercise_hint> hints;
+    std::vector<exercise_balance> balances;
+    std::optional<exercise_diagnosis> diagnosis;
+    /// SHA-256 of the file's bytes, 64 hexadecimal digits.
+    std::string digest;
+};
