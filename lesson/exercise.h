@@ -17,6 +17,7 @@ struct lesson_text {
     [[nodiscard]] const std::string& in(language wanted) const {
         return wanted == language::english && !english.empty() ? english : french;
     }
+    bool operator==(const lesson_text&) const = default;
 };
 
 /// What a condition looks at.
@@ -49,6 +50,7 @@ struct exercise_goal {
     /// Since the goal before, or the start; none: no limit.
     std::optional<std::int64_t> within_ms;
     std::int64_t points = 1;
+    bool operator==(const exercise_goal&) const = default;
 };
 
 /// `[[jamais]]`: what must not happen.
@@ -57,6 +59,7 @@ struct exercise_ban {
     std::vector<exercise_condition> conditions;
     /// Taken off once.
     std::int64_t penalty = 0;
+    bool operator==(const exercise_ban&) const = default;
 };
 
 /// `[[indice]]`: a hint, told when it happened, and nothing else.
@@ -64,6 +67,7 @@ struct exercise_hint {
     lesson_text text;
     std::vector<exercise_condition> conditions;
     std::int64_t hold_ms = 0;
+    bool operator==(const exercise_hint&) const = default;
 };
 
 /// What a `[[bilan]]` counts, in the order in which sessions tell them.
@@ -75,12 +79,14 @@ struct exercise_balance {
     session_count count = session_count::good;
     std::optional<std::int64_t> at_least, at_most;
     std::int64_t points = 1;
+    bool operator==(const exercise_balance&) const = default;
 };
 
 /// `[diagnostic]`: the faults that the student must name; at least one.
 struct exercise_diagnosis {
     std::vector<station_fault> faults;
     std::int64_t points = 1;
+    bool operator==(const exercise_diagnosis&) const = default;
 };
 
 /// `[station]`: what the session begins with.
@@ -91,6 +97,7 @@ struct exercise_station {
     std::optional<std::int64_t> duration_ms;
     /// Told at the start; and told in the verdict only.
     std::vector<station_fault> faults, hidden_faults;
+    bool operator==(const exercise_station&) const = default;
 };
 
 struct exercise {
@@ -105,4 +112,8 @@ struct exercise {
     std::optional<exercise_diagnosis> diagnosis;
     /// SHA-256 of the file's bytes, 64 hexadecimal digits.
     std::string digest;
+    bool operator==(const exercise&) const = default;
 };
+
+/// What all of it together is worth: the points of goals, balances and diagnosis.
+[[nodiscard]] std::int64_t total_points(const exercise& what);
