@@ -9,7 +9,6 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -48,10 +47,8 @@ struct exercise_standing {
     std::vector<goal_standing> goals;
     /// The number of the next goal, from 1; 0 when every one has been reached, or there is none.
     std::size_t next_goal = 0;
-    /// Until the next goal is "trop tard": below 0 since then. Nothing where it has no limit.
-    std::optional<std::int64_t> goal_left_ms;
-    /// Until `duree_s`, never below 0; nothing where there is none.
-    std::optional<std::int64_t> left_ms;
+    /// The last time at which the next goal is not yet "trop tard"; nothing where it has no limit.
+    std::optional<std::int64_t> goal_limit_ms;
     /// Of each `[[jamais]]` and each `[[indice]]` its first time, where it happened.
     std::vector<std::optional<std::int64_t>> bans, hints;
     /// Good bases, bad ones, incidents.
@@ -73,7 +70,7 @@ struct exercise_standing {
 /// Whether the last answer names the faults that are asked for, all and no other, in any order.
 [[nodiscard]] bool is_right(const exercise_diagnosis& diagnosis, const exercise_standing& standing);
 
-/// `task` as answers write it: "b2s=stuck1 te=stuck0".
+/// Faults as answers write them: "b2s=stuck1 te=stuck0".
 [[nodiscard]] std::string answer_text(const std::vector<station_fault>& faults);
 
 class judge : public event_reader {
@@ -96,30 +93,32 @@ public:
 private:
     void begin();
     void take(const station_event& event);
-    void take_value(const station_event& event);
+    void take_command(condition_place place, int index, const station_event& event);
     void take_session(const station_event& event);
-    void set_value(condition_place place, int index, std::int64_t value, std::int64_t known_ms);
-    [[nodiscard]] bool holds_now(const exercise_condition& condition) const;
+    [[nodiscard]] std::int64_t value_at(condition_place place, int index) const;
+    void set_value(condition_place place, int index, std::int64_t value);
     void look(std::int64_t ms);
+    void look_at_conditions(std::int64_t ms);
     void look_at(const std::vector<exercise_condition>& conditions, conditions_standing& standing,
                  std::int64_t ms) const;
-    void look_at_conditions(std::int64_t ms);
+    void take_answer(std::int64_t ms);
     void reach_goals(std::int64_t ms);
     void look_at_bans_and_hints(std::int64_t ms);
-    [[nodiscard]] bool may_end(std::int64_t ms) const;
     [[nodiscard]] std::int64_t next_due() const;
+    [[nodiscard]] bool may_end(std::int64_t ms) const;
     void be_over(std::int64_t ms);
+    void find_next_goal();
     void sum_up();
 
     const exercise& task_;
     exercise_standing standing_;
     std::vector<conditions_standing> bans_, hints_;
-    // By their places: inputs, outputs, the desk.
+    // By their places on the link and the desk: inputs, outputs, buttons.
     std::array<std::vector<std::int64_t>, 3> values_;
     // Given since the last look.
     std::optional<std::string> new_answer_;
     std::int64_t next_look_ms_ = 0, last_goal_ms_ = 0;
-    // Nothing can come to hold for long enough before, as long as nothing changes.
+    // As long as nothing changes, nothing can come to hold for long enough before.
     std::int64_t due_ms_ = 0;
     bool changed_ = true;
 };
