@@ -29,13 +29,18 @@ public:
     [[nodiscard]] std::vector<std::string> verdict() const override;
 
 private:
+    void begin_to_speak();
     void say(std::int64_t ms, std::string_view name, const std::string& text);
+    void say_number(std::int64_t ms, std::string_view name, std::size_t number);
     void say_what_is_new(std::int64_t ms);
 
     const exercise& task_;
     const language in_;
     judge judge_;
+    // Given since the last step.
     std::vector<std::string> answers_;
+    std::size_t goals_told_ = 0;
+    std::vector<bool> bans_told_;
     // What was said last: events and their texts.
     std::vector<station_event> said_;
     std::deque<std::string> texts_;
