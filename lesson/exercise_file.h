@@ -12,6 +12,8 @@
 
 /// Of bases, and of parts.
 inline constexpr int most_exercise_supplies = 1'000'000;
+/// Of one table, given or taken off.
+inline constexpr std::int64_t most_exercise_points = 1'000'000'000;
 /// The bytes of a file; a longer one is refused.
 inline constexpr std::size_t most_exercise_bytes = 1 << 20;
 
