@@ -23,8 +23,9 @@ std::span<const station_event> exercise_examiner::introduce() {
     begin_to_speak();
     goals_told_ = 0;
     bans_told_.assign(task_.bans.size(), false);
-    say(0, "titre", task_.title.french);
-    say(0, "empreinte", task_.digest);
+    // They are told for as long as the first block is: the task's own texts.
+    said_.push_back({0, event_kind::exercise, "titre", 0, task_.title.french});
+    said_.push_back({0, event_kind::exercise, "empreinte", 0, task_.digest});
     if (const auto hidden = task_.station.hidden_faults.size(); hidden > 0)
         say_number(0, "pannes_cachees", hidden);
     return said_;

@@ -13,10 +13,11 @@ class session_examiner {
 public:
     virtual ~session_examiner() = default;
 
-    /// The events that it adds to a session's: each of these calls returns some, which with their
-    /// texts are valid until the next one. For the first block, behind the faults;
+    /// The events that it adds to a session's: each of these calls returns some, valid until the
+    /// next one. For the first block, behind the faults; their texts live as long as the examiner;
     [[nodiscard]] virtual std::span<const station_event> introduce() = 0;
-    /// after the first block and after each step that ends at `ms`, of all that `happened`;
+    /// after the first block and after each step that ends at `ms`, of all that `happened`; these
+    /// texts, too, are valid until the next call;
     [[nodiscard]] virtual std::span<const station_event> examine(
         std::int64_t ms, std::span<const station_event> happened) = 0;
     /// and before the session's end.
