@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "lesson/bilingual.h"
@@ -39,6 +40,8 @@ struct exercise_condition {
 
 /// As the file writes it: "b1s=1".
 [[nodiscard]] std::string text_of(const exercise_condition& condition);
+/// The same for a fault: "b2s=stuck1".
+[[nodiscard]] std::string text_of(const station_fault& fault);
 
 /// `[[but]]`: goals are reached one after the other.
 struct exercise_goal {
@@ -114,6 +117,11 @@ struct exercise {
     std::string digest;
     bool operator==(const exercise&) const = default;
 };
+
+/// As the file and the recordings write it: "bonnes", "mauvaises", "incidents".
+[[nodiscard]] std::string_view session_count_word(session_count which);
+/// What is written so; nothing for any other word.
+[[nodiscard]] std::optional<session_count> session_count_called(std::string_view word);
 
 /// What all of it together is worth: the points of goals, balances and diagnosis.
 [[nodiscard]] std::int64_t total_points(const exercise& what);

@@ -4,21 +4,10 @@
 
 #include "lesson/exercise_keys.h"
 #include "lesson/hidden_part.h"
-#include "session/keyed_rows.h"
 
 namespace {
 
 constexpr std::int64_t any_number = std::numeric_limits<std::int64_t>::max();
-
-struct count_row {
-    session_count key;
-    const char* word;
-};
-
-constexpr count_row count_rows[] = {{session_count::good, "bonnes"},
-                                    {session_count::bad, "mauvaises"},
-                                    {session_count::incidents, "incidents"}};
-static_assert(one_row_each(count_rows));
 
 // What several tables have is taken by a template: each has its own fields of these names.
 
@@ -61,12 +50,11 @@ void take_supplies(exercise_reading& in, const toml_entry& entry, int& to) {
 
 void take_count(exercise_reading& in, const toml_entry& entry, exercise_balance& to) {
     const auto* const text = std::get_if<std::string>(&entry.value.is);
-    for (const count_row& row : count_rows)
-        if (text && *text == row.word) {
-            to.count = row.key;
-            return;
-        }
-    in.object(entry, "\"bonnes\", \"mauvaises\" ou \"incidents\" est attendu");
+    const auto count = text ? session_count_called(*text) : std::nullopt;
+    if (count)
+        to.count = *count;
+    else
+        in.object(entry, "\"bonnes\", \"mauvaises\" ou \"incidents\" est attendu");
 }
 
 void take_limit(exercise_reading& in, const toml_entry& entry, std::optional<std::int64_t>& to) {

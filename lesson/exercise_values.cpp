@@ -173,9 +173,10 @@ void take_seconds(exercise_reading& reading, const toml_entry& entry, std::int64
         to = ms;
         return;
     }
-    reading.object(entry, std::string("un nombre de secondes ") +
-                              (least_ms > 0 ? "au-dessus de 0, jusqu'à " : "de 0 à ") +
-                              std::to_string(longest_s) + ", est attendu");
+    const std::string most = std::to_string(longest_s);
+    reading.object(entry, least_ms > 0 ? "un nombre de secondes au-dessus de 0, jusqu'à " + most +
+                                             ", est attendu"
+                                       : "un nombre de secondes de 0 à " + most + " est attendu");
 }
 
 void take_conditions(exercise_reading& reading, const toml_entry& entry,
