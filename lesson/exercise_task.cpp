@@ -66,9 +66,9 @@ private:
         int number = 0;
         for (const exercise_goal& each : what_.goals) {
             std::string terms;
-            if (each.hold_ms > 0) terms += text(word::hold) + seconds_text(each.hold_ms) + " s, ";
+            if (each.hold_ms > 0) terms += text(word::hold) + short_seconds(each.hold_ms) + " s, ";
             if (each.within_ms)
-                terms += text(word::within) + seconds_text(*each.within_ms) + " s, ";
+                terms += text(word::within) + short_seconds(*each.within_ms) + " s, ";
             add("  " + std::to_string(++number) + ". " + each.text.in(in_) + " (" + terms +
                 points(each.points) + ")");
         }
@@ -96,7 +96,7 @@ private:
             faults += (faults.empty() ? "" : ", ") + text_of(each);
         if (!faults.empty()) add(text(word::faults) + faults);
         if (what_.station.duration_ms)
-            add(text(word::duration) + seconds_text(*what_.station.duration_ms) + " s");
+            add(text(word::duration) + short_seconds(*what_.station.duration_ms) + " s");
         add(text(word::total) + points(total_points(what_)));
     }
 

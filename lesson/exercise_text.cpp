@@ -46,7 +46,7 @@ public:
     void add_unless(const Usual& usual, const std::string& key, const Value& value) {
         if (value != static_cast<Value>(usual)) add(key, value);
     }
-    void add_seconds(const std::string& key, std::int64_t ms) { add(key, seconds_text(ms)); }
+    void add_seconds(const std::string& key, std::int64_t ms) { add(key, short_seconds(ms)); }
 
     template <class List>
     void add_list(const std::string& key, const List& things) {

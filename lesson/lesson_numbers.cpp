@@ -1,6 +1,6 @@
 #include "lesson/lesson_numbers.h"
 
-std::string seconds_text(std::int64_t ms) {
+std::string short_seconds(std::int64_t ms) {
     std::string text = std::to_string(ms / 1000);
     if (ms % 1000 == 0) return text;
     text += "." + std::to_string(1000 + ms % 1000).substr(1);

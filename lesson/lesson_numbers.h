@@ -6,7 +6,7 @@
 #include "lesson/bilingual.h"
 
 /// Milliseconds as seconds, with as many decimals as they need: "20", "0.5".
-[[nodiscard]] std::string seconds_text(std::int64_t ms);
+[[nodiscard]] std::string short_seconds(std::int64_t ms);
 
 /// "1 point", "2 points".
 [[nodiscard]] std::string points_text(std::int64_t points, language in);
