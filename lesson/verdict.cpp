@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "lesson/lesson_numbers.h"
 #include "lesson/verdict_words.h"
 #include "recording/recorded_text.h"
 #include "session/keyed_rows.h"

@@ -77,8 +77,3 @@ std::string said(verdict_word word, language in, std::initializer_list<std::stri
     }
     return text;
 }
-
-std::string points_text(std::int64_t points, language in) {
-    const bool one = in == language::french ? points < 2 : points == 1;
-    return std::to_string(points) + (one ? " point" : " points");
-}

@@ -1,6 +1,5 @@
 // What a verdict says, in both languages, as sentences with places for names and times.
 #pragma once
-#include <cstdint>
 #include <initializer_list>
 #include <string>
 
@@ -37,6 +36,3 @@ enum class verdict_word {
 /// The sentence, each "{n}" in it replaced by the n-th of the values, from 0.
 [[nodiscard]] std::string said(verdict_word word, language in,
                                std::initializer_list<std::string> values);
-
-/// "1 point", "2 points".
-[[nodiscard]] std::string points_text(std::int64_t points, language in);

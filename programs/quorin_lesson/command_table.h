@@ -6,7 +6,7 @@
 
 struct lesson_request;
 
-enum class option_key { english, output, count };
+enum class option_key { english, output, pdf, csv, verbose, count };
 
 struct lesson_option_row {
     option_key key;
@@ -18,7 +18,7 @@ struct lesson_option_row {
     const char* meaning;
 };
 
-enum class command_key { list, show, check, hide, count };
+enum class command_key { list, show, check, hide, mark, count };
 
 struct command_row {
     command_key key;

@@ -1,7 +1,12 @@
 #include "programs/quorin_lesson/mark.h"
 
-#include <algorithm>
+#include <unistd.h>
 
+#include <algorithm>
+#include <span>
+
+#include "lesson/bundled_exercises.h"
+#include "lesson/exercise_file.h"
 #include "lesson/verdict.h"
 #include "programs/quorin_lesson/class_report.h"
 #include "programs/quorin_lesson/output.h"
@@ -9,6 +14,7 @@
 #include "recording/recorded_text.h"
 #include "session/failure.h"
 #include "session/messages.h"
+#include "workcell/workcell_model.h"
 
 namespace {
 
@@ -18,20 +24,21 @@ std::string line_of(const marked_recording& marked) {
     return line + '\n';
 }
 
-void check_outputs(const mark_request& asked) {
-    const struct {
-        const char* option;
-        const std::string& file;
-    } outputs[] = {{"--pdf", asked.pdf}, {"--csv", asked.csv}};
-    for (const auto& [option, file] : outputs) {
-        if (file == "-")
-            throw misuse(option + std::string(": la sortie standard porte les résultats"));
-        for (const std::string& each : asked.inputs)
-            if (!file.empty() && same_file(file, each))
-                throw refusal(recorded_name(file) + ": ce fichier est lu, " + option +
-                              " ne l'écrase pas");
+std::string file_of(const lesson_request& asked, option_key option) {
+    return asked.given(option) ? asked.of(option).front() : std::string();
+}
+
+/// No output may take the place of what is read: the exercise, the recordings.
+void check_outputs(const std::vector<std::string>& inputs, const std::string& pdf,
+                   const std::string& csv) {
+    for (const std::string& file : {pdf, csv}) {
+        if (file.empty()) continue;
+        if (is_standard_output(file)) throw misuse("la sortie standard porte les résultats");
+        for (const std::string& each : inputs)
+            if (same_file(file, each))
+                throw refusal(recorded_name(file) + ": ce fichier est lu, il reste comme il est");
     }
-    if (!asked.pdf.empty() && (asked.pdf == asked.csv || same_file(asked.pdf, asked.csv)))
+    if (!pdf.empty() && (pdf == csv || (!csv.empty() && same_file(pdf, csv))))
         throw misuse("--pdf et --csv veulent le même fichier");
 }
 
@@ -47,15 +54,19 @@ void tell(const exercise& task, const marked_recording& marked, bool verbose) {
 
 }  // namespace
 
-int run_mark(const exercise& task, const mark_request& asked) {
-    check_outputs(asked);
+int mark_recordings(const lesson_request& asked) {
+    const std::string pdf = file_of(asked, option_key::pdf), csv = file_of(asked, option_key::csv);
+    std::vector<std::string> inputs = asked.operands;
+    inputs.front() = exercise_file_called(asked.operands.front());
+    check_outputs(inputs, pdf, csv);
+    const exercise task = read_exercise_file(inputs.front(), workcell_model(0));
     std::vector<marked_recording> all;
-    for (const std::string& each : asked.recordings) {
+    for (const std::string& each : std::span(inputs).subspan(1)) {
         all.push_back(mark_recording(task, each));
-        tell(task, all.back(), asked.verbose);
+        tell(task, all.back(), asked.given(option_key::verbose));
     }
-    if (!asked.csv.empty()) write_whole_file(asked.csv, class_csv(all));
-    if (!asked.pdf.empty()) write_whole_file(asked.pdf, pdf_of(class_lines(task, all)));
+    if (!csv.empty()) write_whole_file(csv, class_csv(all));
+    if (!pdf.empty()) write_whole_file(pdf, pdf_of(class_lines(task, all)));
     const bool passed = std::ranges::all_of(all, &marked_recording::passed);
     return static_cast<int>(passed ? exit_status::done : exit_status::not_reached);
 }

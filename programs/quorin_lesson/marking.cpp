@@ -26,7 +26,8 @@ std::vector<station_fault> first_faults(const recording_head& head) {
     std::vector<station_fault> faults;
     for (const recorded_event& each : head.events)
         if (each.kind == event_kind::fault)
-            if (const auto kind = fault_kind_called(each.text)) faults.push_back({each.name, *kind});
+            if (const auto kind = fault_kind_called(each.text))
+                faults.push_back({each.name, *kind});
     return faults;
 }
 

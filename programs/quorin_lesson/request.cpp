@@ -27,8 +27,11 @@ std::string command_help() {
 
 /// The command line of a command, whose options go to `asked`; of all of them when there is none.
 command_line line_of(const command_row* command, lesson_request& asked) {
-    command_line line{
-        "quorin-lesson", "Liste, montre et vérifie des exercices", "COMMANDE", {}, command_help()};
+    command_line line{"quorin-lesson",
+                      "Liste, montre, vérifie et note des exercices",
+                      "COMMANDE",
+                      {},
+                      command_help()};
     if (command) line.operands = std::string(command->word) + " " + command->operands;
     for (const lesson_option_row& row : option_table()) {
         if (command && !takes(*command, row.key)) continue;

@@ -1,11 +1,12 @@
 #include "programs/zk4sim/task.h"
 
+#include "lesson/bundled_exercises.h"
 #include "lesson/exercise_file.h"
 #include "session/failure.h"
 #include "workcell/workcell_model.h"
 
 exercise session_task::read() const {
-    return read_exercise_file(options_.exercise, workcell_model(0));
+    return read_exercise_file(exercise_file_called(options_.exercise), workcell_model(0));
 }
 
 std::unique_ptr<station_model> session_task::begin() {
