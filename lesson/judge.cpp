@@ -75,6 +75,7 @@ void judge::begin() {
     bans_.assign(task_.bans.size(), {});
     hints_.assign(task_.hints.size(), {});
     values_ = {};
+    counts_ = {};
     new_answer_.reset();
     next_look_ms_ = last_goal_ms_ = due_ms_ = 0;
     changed_ = true;
@@ -126,7 +127,7 @@ void judge::take_session(const station_event& event) {
     const auto* const count = std::ranges::find(counts, event.name, &count_row::name);
     if (count == std::end(counts)) return;
     look_until(event.ms - 1);
-    standing_.counts[static_cast<std::size_t>(count->key)] = event.value;
+    counts_[static_cast<std::size_t>(count->key)] = event.value;
     changed_ = true;
 }
 
@@ -160,6 +161,7 @@ void judge::look_until(std::int64_t ms) {
 
 void judge::look(std::int64_t ms) {
     standing_.ms = ms;
+    standing_.counts = counts_;
     take_answer(ms);
     look_at_conditions(ms);
     reach_goals(ms);

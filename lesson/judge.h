@@ -115,7 +115,8 @@ private:
     std::vector<conditions_standing> bans_, hints_;
     // By their places on the link and the desk: inputs, outputs, buttons.
     std::array<std::vector<std::int64_t>, 3> values_;
-    // Given since the last look.
+    // As the next look finds them; the answer, where one was given since the last.
+    std::array<std::int64_t, 3> counts_ = {};
     std::optional<std::string> new_answer_;
     std::int64_t next_look_ms_ = 0, last_goal_ms_ = 0;
     // As long as nothing changes, nothing can come to hold for long enough before.

@@ -129,4 +129,131 @@ TEST(Judge, TheRandomLessonsHaveItAll) {
     for (const auto& [what, times] : found) EXPECT_GT(times, 200) << what;
 }
 
+/// Where a lesson stands after a part of its events.
+std::vector<exercise_standing> standings_of(const exercise& task, const steps_of_events& steps) {
+    std::vector<exercise_standing> found;
+    judge judge(task);
+    std::int64_t ms = 0;
+    for (const auto& each : steps) {
+        judge.read(each);
+        judge.look_until(ms);
+        found.push_back(judge.standing());
+        ms += 10;
+    }
+    return found;
+}
+
+TEST(Judge, WhatItSaysOnTheWayKeepsItsLaws) {
+    for (std::uint32_t seed = 0; seed < 2000; ++seed) {
+        random_lesson random(seed);
+        const exercise task = random.task();
+        const history looks = random.looks();
+        const auto standings = standings_of(task, events_of(looks));
+        for (std::size_t i = 0; i < standings.size(); ++i) {
+            const exercise_standing& now = standings[i];
+            ASSERT_GE(now.points, 0);
+            ASSERT_LE(now.points, now.total) << "seed " << seed;
+            ASSERT_EQ(now.total, total_points(task));
+            std::int64_t before = 0;
+            std::size_t reached = 0;
+            for (const goal_standing& each : now.goals) {
+                if (!each.reached_ms) break;
+                ASSERT_GE(*each.reached_ms, before) << "seed " << seed;
+                before = *each.reached_ms;
+                ++reached;
+            }
+            for (std::size_t j = reached; j < now.goals.size(); ++j)
+                ASSERT_EQ(now.goals[j].state,
+                          j == reached ? goal_state::current : goal_state::open);
+            ASSERT_EQ(now.next_goal, reached < now.goals.size() ? reached + 1 : 0);
+            if (i == 0 || !standings[i - 1].over_ms) continue;
+            ASSERT_EQ(text_of(now), text_of(standings[i - 1])) << "seed " << seed;
+        }
+    }
+}
+
+TEST(Judge, NothingChangesItsVerdictAfterTheEnd) {
+    for (std::uint32_t seed = 0; seed < 2000; ++seed) {
+        random_lesson random(seed);
+        const exercise task = random.task();
+        const history looks = random.looks();
+        judge judge(task);
+        for (const auto& each : events_of(looks)) judge.read(each);
+        const std::string verdict = text_of(judge.standing());
+        const history more = random.looks();
+        for (const auto& step : events_of(more))
+            for (station_event each : step) {
+                each.ms += 1'000'000;
+                if (!begins_a_run(each)) judge.read({&each, 1});
+            }
+        judge.look_until(10'000'000);
+        judge.end(20'000'000);
+        ASSERT_EQ(text_of(judge.standing()), verdict) << "seed " << seed;
+    }
+}
+
+TEST(Judge, ARunThatBeginsAgainIsJudgedAnew) {
+    for (std::uint32_t seed = 0; seed < 2000; ++seed) {
+        random_lesson random(seed);
+        const exercise task = random.task();
+        const history first = random.looks(), second = random.looks();
+        judge judge(task);
+        auto left = random.below(40);
+        for (const auto& each : events_of(first))
+            if (left-- > 0) judge.read(each);
+        for (const auto& each : events_of(second)) judge.read(each);
+        ASSERT_EQ(text_of(judge.standing()), text_of(slow_judge(task, second).verdict()))
+            << "seed " << seed;
+    }
+}
+
+// Cut off after any row: it is over at the last look that is whole, and no row of the next one
+// counts.
+TEST(Judge, ARecordingThatWasCutIsJudgedToItsLastWholeStep) {
+    for (std::uint32_t seed = 0; seed < 2000; ++seed) {
+        random_lesson random(seed);
+        const exercise task = random.task();
+        const history looks = random.looks();
+        const steps_of_events steps = events_of(looks);
+        const auto whole = static_cast<std::size_t>(random.below(std::ssize(looks)));
+        judge judge(task);
+        for (std::size_t i = 0; i <= whole; ++i) judge.read(steps[i]);
+        if (const auto& next = steps[whole + 1]; !next.empty()) {
+            const auto some = static_cast<std::size_t>(random.below(std::ssize(next)));
+            judge.read(std::span(next).first(some));
+        }
+        judge.end(static_cast<std::int64_t>(whole) * 10);
+        const history seen(looks.begin(), looks.begin() + static_cast<std::ptrdiff_t>(whole) + 1);
+        ASSERT_EQ(text_of(judge.standing()), text_of(slow_judge(task, seen).verdict()))
+            << "seed " << seed;
+    }
+}
+
+// A quiet hour has no rows: what is held is reached in it all the same, at its own time.
+TEST(Judge, TimeAloneReachesGoalsAndEndsExercises) {
+    exercise task;
+    task.goals.push_back({{}, {{condition_place::input, "a", 1, 0}}, 1'800'005, {}, 2});
+    task.goals.push_back({{}, {{condition_place::input, "a", 1, 0}}, 600'000, 599'999, 2});
+    task.station.duration_ms = 7'200'000;
+    task.balances.push_back({{}, session_count::good, 1, {}, 1});
+    judge judge(task);
+    history looks(1);
+    looks[0] = {{1, 0, 0}, {0, 0}, {0, 0, 0}};
+    judge.read(events_of(looks).front());
+    EXPECT_EQ(judge.standing().goal_limit_ms, std::nullopt);
+    judge.look_until(1'800'009);
+    EXPECT_EQ(judge.standing().next_goal, 1U);
+    EXPECT_EQ(judge.standing().ms, 1'800'000);
+    judge.look_until(1'800'010);
+    EXPECT_EQ(judge.standing().goals[0].reached_ms, 1'800'010);
+    EXPECT_EQ(judge.standing().goal_limit_ms, 2'400'009);
+    EXPECT_EQ(judge.standing().points, 2);
+    judge.end(10'000'000);
+    EXPECT_EQ(judge.standing().goals[1].reached_ms, 2'400'010);
+    EXPECT_EQ(judge.standing().goals[1].state, goal_state::too_late);
+    EXPECT_EQ(judge.standing().over_ms, 7'200'000);
+    EXPECT_EQ(judge.standing().points, 2);
+    EXPECT_EQ(judge.standing().total, 5);
+}
+
 }  // namespace
