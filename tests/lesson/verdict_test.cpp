@@ -93,12 +93,18 @@ TEST(Verdict, SaysWhatMustNotHaveHappenedAndTheHints) {
               "- Jamais 2, les deux : c'est arrivé à 0.120 s.\n");
 }
 
-TEST(Verdict, EndsWithCountsFaultsPointsAndTheResult) {
+/// A count and a diagnosis.
+exercise search_task() {
     exercise task;
     task.title = {"Trouver", "Find"};
     task.station.hidden_faults = {{"b", fault_kind::late}, {"X", fault_kind::dead}};
     task.diagnosis = exercise_diagnosis{task.station.hidden_faults, 5};
     task.balances.push_back({{"des bonnes", "good ones"}, session_count::good, 1, 2, 1});
+    return task;
+}
+
+TEST(Verdict, EndsWithCountsFaultsPointsAndTheResult) {
+    const exercise task = search_task();
     const struct {
         events happened;
         language in;
