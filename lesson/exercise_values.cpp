@@ -111,13 +111,14 @@ std::optional<exercise_condition> condition_of(exercise_reading& reading, const 
     return condition;
 }
 
-/// What in the list asks for another value of the same thing; null when nothing does.
-const exercise_condition* opposite(const std::vector<exercise_condition>& list,
-                                   const exercise_condition& of) {
-    const auto found = std::ranges::find_if(list, [&](const exercise_condition& each) {
-        return each.name == of.name && each.value != of.value;
-    });
-    return found == list.end() ? nullptr : &*found;
+/// Adds a condition to those of other names; one that is there already changes nothing.
+void add_condition(exercise_reading& reading, const toml_entry& entry,
+                   const exercise_condition& wanted, std::vector<exercise_condition>& to) {
+    const auto same = std::ranges::find(to, wanted.name, &exercise_condition::name);
+    if (same == to.end())
+        to.push_back(wanted);
+    else if (same->value != wanted.value)
+        reading.object(entry, text_of(wanted) + ": " + text_of(*same) + " est déjà demandé");
 }
 
 }  // namespace
@@ -184,12 +185,7 @@ void take_conditions(exercise_reading& reading, const toml_entry& entry,
     const std::size_t before = reading.problems.size();
     for (const std::string& text : texts_in(reading, entry)) {
         const std::optional<exercise_condition> condition = condition_of(reading, entry, text);
-        if (!condition) continue;
-        const exercise_condition* const other = opposite(to, *condition);
-        if (other)
-            reading.object(entry, text + ": " + text_of(*other) + " est déjà demandé");
-        else
-            to.push_back(*condition);
+        if (condition) add_condition(reading, entry, *condition, to);
     }
     if (to.empty() && reading.problems.size() == before)
         reading.object(entry, "au moins une condition est attendue");

@@ -32,7 +32,7 @@ void take_whole(exercise_reading& reading, const toml_entry& entry, std::int64_t
 /// Seconds as milliseconds, half ones up; `least_ms` and more.
 void take_seconds(exercise_reading& reading, const toml_entry& entry, std::int64_t least_ms,
                   std::int64_t& to);
-/// At least one condition, none of which excludes another.
+/// At least one condition, each once, none of which excludes another.
 void take_conditions(exercise_reading& reading, const toml_entry& entry,
                      std::vector<exercise_condition>& to);
 /// Faults of different names; there may be none.

@@ -117,6 +117,13 @@ TEST(ExerciseFile, TheDeskComesBeforeInputsOfItsNames) {
     EXPECT_EQ(text_of(read.goals[0].conditions[3]), "MT=7");
 }
 
+TEST(ExerciseFile, AConditionThatIsThereTwiceIsThereOnce) {
+    std::string many = "\"b1s=1\"";
+    for (int i = 0; i < 100'000; ++i) many += ",\"b1s=1\"";
+    EXPECT_EQ(exercise_in(begun + "[[but]]\ntexte = \"G\"\nquand = [" + many + "]\n").goals,
+              exercise_in(whole).goals);
+}
+
 TEST(ExerciseFile, AllFormsOfTomlAreTheSameFile) {
     exercise wanted = exercise_in(begun + "[station]\ngraine = 29\nduree_s = 2.5\n" + goal);
     const std::string rows[] = {
