@@ -16,6 +16,7 @@
 #include "station_view/keyed_window.h"
 #include "station_view/panel_button.h"
 #include "station_view/station_canvas.h"
+#include "station_view/window_body.h"
 #include "station_view/window_place.h"
 #include "station_view/window_words.h"
 
@@ -29,15 +30,6 @@ double now_s() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
         .count();
 }
-
-/// The middle column: lower when the window is, but never drawn out.
-class column_group : public Fl_Group {
-public:
-    using Fl_Group::Fl_Group;
-    void resize(int x, int y, int w, int h) override {
-        Fl_Group::resize(x, y, w, std::min(h, layout::height));
-    }
-};
 
 }  // namespace
 
@@ -57,6 +49,7 @@ station_window::station_window(live_session& session, station_model& model,
     window_->color(window_style::paper);
     const auto* const drawn = dynamic_cast<const workcell_model*>(&model);
     auto* const by_hand = dynamic_cast<manual_station*>(&model);
+    body_ = drawn ? new window_body : nullptr;
     if (drawn)
         add_drawing(*drawn);
     else if (by_hand)
@@ -65,6 +58,10 @@ station_window::station_window(live_session& session, station_model& model,
         add_lamps(model);
     add_middle_column(drawn != nullptr);
     add_faults();
+    if (body_) {
+        body_->end();
+        window_->resizable(body_);
+    }
     window_->end();
     std::string title = options_.title;
     if (title.empty() && drawn) title = text_of(window_word::station, options_.in);
@@ -91,7 +88,6 @@ void station_window::add_drawing(const workcell_model& model) {
     incidents_ = new incident_list(layout::incidents, options_.in);
     group->resizable(canvas_);
     group->end();
-    window_->resizable(group);
 }
 
 void station_window::make_room(int panels_width) {
@@ -115,7 +111,7 @@ void station_window::add_lamps(const station_model& model) {
 
 void station_window::add_middle_column(bool with_desk) {
     const int left = layout::desk_title.x - 8, right = layout::faults_title.x - 4;
-    auto* const column = new column_group(left, 0, right - left, layout::height);
+    auto* const column = new Fl_Group(left, 0, right - left, layout::height);
     const auto served = [this] { changed(); };
     if (with_desk) {
         window_style::add_heading(layout::desk_title, text_of(window_word::desk, options_.in));
@@ -127,6 +123,9 @@ void station_window::add_middle_column(bool with_desk) {
     if (with_desk) counts_ = std::make_unique<count_panel>(session_.run(), options_.in);
     new panel_button(layout::journal, window_action::journal, options_.in,
                      [this] { open_journal(); });
+    if (body_)
+        new panel_button(layout::drawing_alone, window_action::drawing_alone, options_.in,
+                         [this] { body_->change_drawing_alone(); });
     column->end();
     // Without the desk, what stands below it moves up.
     column->position(column->x() - columns_left_by_, with_desk ? 0 : -layout::time_title.y + 6);
@@ -240,6 +239,9 @@ void station_window::act(window_action action) {
             break;
         case window_action::journal:
             open_journal();
+            break;
+        case window_action::drawing_alone:
+            if (body_) body_->change_drawing_alone();
             break;
         default:
             break;

@@ -23,6 +23,7 @@ class fault_list;
 class incident_list;
 class keyed_window;
 class station_canvas;
+class window_body;
 
 struct window_options {
     language in = language::french;
@@ -84,6 +85,8 @@ private:
     std::optional<time_panel> time_;
     std::optional<replay_bar> moment_;
     std::unique_ptr<count_panel> counts_;
+    // Where the station is drawn.
+    window_body* body_ = nullptr;
     station_canvas* canvas_ = nullptr;
     incident_list* incidents_ = nullptr;
     fault_list* faults_ = nullptr;

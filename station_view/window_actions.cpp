@@ -30,6 +30,8 @@ constexpr action_row rows[] = {
      {"Va à la liste des pannes ; Tab et les flèches y circulent, Espace coche", "Goes to the list of faults; Tab and arrows move, Space ticks"}},
     {window_action::journal, 'j', 0, false, {"J", "J"}, {"Journal...", "Journal..."},
      {"Ouvre le journal : les derniers changements et incidents, en PDF et en texte", "Opens the journal: the last changes and incidents, as PDF and text"}},
+    {window_action::drawing_alone, 'g', FL_F + 11, false, {"G", "G"}, {"Dessin seul", "Drawing"},
+     {"Le dessin occupe toute la fenêtre ; la même touche rend le reste", "The drawing takes the whole window; the same key brings the rest back"}},
 };
 // clang-format on
 static_assert(one_row_each(rows));

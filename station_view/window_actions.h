@@ -17,6 +17,7 @@ enum class window_action {
     faster,
     faults,
     journal,
+    drawing_alone,
     count
 };
 

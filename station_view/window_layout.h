@@ -1,4 +1,5 @@
-// Where the window's parts are. Pixels from its top left, at the size in which it opens.
+// Where the window's parts are. Pixels from its top left, at the size in which it opens; and how
+// they stand at any other.
 #pragma once
 
 namespace window_layout {
@@ -31,8 +32,17 @@ inline constexpr area good = {1080, 254, 92, 58}, bad = {1179, 254, 92, 58},
                       incident_count = {1278, 254, 92, 58};
 /// Of a replay; at any other time there is nothing.
 inline constexpr area moment = {1080, 316, 290, 24};
-inline constexpr area journal = {1080, 344, 290, 28};
+inline constexpr area journal = {1080, 344, 188, 28}, drawing_alone = {1276, 344, 94, 28};
 
 inline constexpr area faults_title = {1382, 6, 328, 18}, faults = {1382, 28, 328, 344};
+
+/// Where the three parts of a window of that size are. In a tall one the faults stand below the
+/// desk's column rather than beside it, and the drawing gets what that leaves.
+struct arrangement {
+    area drawing, middle, faults;
+};
+/// From this height on the faults stand below.
+inline constexpr int tall = 640;
+[[nodiscard]] arrangement arranged(int w, int h);
 
 }  // namespace window_layout

@@ -1,4 +1,4 @@
-// What the window decides without a display: its place, its words and keys, the journal, the
+// What the window decides without a display: its words and keys, the journal, the
 // station whose inputs are set by hand.
 #include <gtest/gtest.h>
 
@@ -13,50 +13,12 @@
 #include "station_view/session_news.h"
 #include "station_view/time_panel.h"
 #include "station_view/window_actions.h"
-#include "station_view/window_place.h"
 #include "station_view/window_words.h"
 #include "tests/support/files.h"
 
 namespace {
 
-using window_layout::area;
-
 constexpr language languages[] = {language::french, language::english};
-
-bool overlap(const area& a, const area& b) {
-    return a.x < b.x + b.w && b.x < a.x + a.w && a.y < b.y + b.h && b.y < a.y + a.h;
-}
-
-/// With a title bar of `bar` above it.
-area title_bar_of(const area& window, int bar) { return {window.x, window.y - bar, window.w, bar}; }
-
-area panel_on(const area& screen) {
-    return {screen.x + (screen.w - 1120) / 2, screen.y + (screen.h - 190) / 2, 1120, 190};
-}
-
-TEST(WindowPlace, NeitherWindowCoversTheOthersTitleBar) {
-    constexpr int bar = 28;
-    const area screens[] = {{0, 0, 1920, 1080},  {0, 0, 1366, 768},  {0, 0, 1280, 1024},
-                            {0, 0, 1024, 768},   {0, 0, 800, 600},   {0, 0, 2560, 1440},
-                            {0, 27, 1920, 1053}, {0, 0, 3840, 2160}, {0, 0, 1280, 720}};
-    for (const area& screen : screens) {
-        const area mine = window_place::beside_panel(screen), panel = panel_on(screen);
-        EXPECT_FALSE(overlap(mine, title_bar_of(panel, bar))) << screen.w << "x" << screen.h;
-        EXPECT_FALSE(overlap(panel, title_bar_of(mine, bar))) << screen.w << "x" << screen.h;
-        EXPECT_GE(mine.y, screen.y + bar) << "its own can be taken hold of";
-        EXPECT_LT(mine.y, screen.y + screen.h) << screen.w << "x" << screen.h;
-    }
-}
-
-TEST(WindowPlace, BothAreWholeOnAScreenOf1920By1080) {
-    const area screen = {0, 0, 1920, 1080}, mine = window_place::beside_panel(screen);
-    EXPECT_FALSE(overlap(mine, panel_on(screen)));
-    EXPECT_GE(mine.x, 0);
-    EXPECT_LE(mine.x + mine.w, 1920);
-    EXPECT_LE(mine.y + mine.h, 1080);
-    EXPECT_GE(window_layout::picture.h - (window_layout::height - mine.h), 300)
-        << "the drawing has room for its texts";
-}
 
 TEST(WindowActions, EachHasAKeyOfItsOwnThatItsTooltipTells) {
     std::set<std::pair<int, bool>> keys;

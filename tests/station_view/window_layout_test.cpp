@@ -1,0 +1,77 @@
+// Where the window opens, and where its parts are at each size.
+#include <gtest/gtest.h>
+
+#include "station_view/station_picture.h"
+#include "station_view/window_place.h"
+
+namespace {
+
+using window_layout::area;
+
+bool overlap(const area& a, const area& b) {
+    return a.x < b.x + b.w && b.x < a.x + a.w && a.y < b.y + b.h && b.y < a.y + a.h;
+}
+
+/// With a title bar of `bar` above it.
+area title_bar_of(const area& window, int bar) { return {window.x, window.y - bar, window.w, bar}; }
+
+area panel_on(const area& screen) {
+    return {screen.x + (screen.w - 1120) / 2, screen.y + (screen.h - 190) / 2, 1120, 190};
+}
+
+TEST(WindowPlace, NeitherWindowCoversTheOthersTitleBar) {
+    constexpr int bar = 28;
+    const area screens[] = {{0, 0, 1920, 1080},  {0, 0, 1366, 768},  {0, 0, 1280, 1024},
+                            {0, 0, 1024, 768},   {0, 0, 800, 600},   {0, 0, 2560, 1440},
+                            {0, 27, 1920, 1053}, {0, 0, 3840, 2160}, {0, 0, 1280, 720}};
+    for (const area& screen : screens) {
+        const area mine = window_place::beside_panel(screen), panel = panel_on(screen);
+        EXPECT_FALSE(overlap(mine, title_bar_of(panel, bar))) << screen.w << "x" << screen.h;
+        EXPECT_FALSE(overlap(panel, title_bar_of(mine, bar))) << screen.w << "x" << screen.h;
+        EXPECT_GE(mine.y, screen.y + bar) << "its own can be taken hold of";
+        EXPECT_LT(mine.y, screen.y + screen.h) << screen.w << "x" << screen.h;
+    }
+}
+
+TEST(WindowPlace, BothAreWholeOnAScreenOf1920By1080) {
+    const area screen = {0, 0, 1920, 1080}, mine = window_place::beside_panel(screen);
+    EXPECT_FALSE(overlap(mine, panel_on(screen)));
+    EXPECT_GE(mine.x, 0);
+    EXPECT_LE(mine.x + mine.w, 1920);
+    EXPECT_LE(mine.y + mine.h, 1080);
+    EXPECT_GE(window_layout::picture.h - (window_layout::height - mine.h), 300)
+        << "the drawing has room for its texts";
+}
+
+TEST(WindowLayout, PartsFillTheWindowAndTouchEachOtherOnly) {
+    const area windows[] = {{0, 0, 1000, 240},  {0, 0, 1718, 380},  {0, 0, 1718, 639},
+                            {0, 0, 1718, 640},  {0, 0, 1366, 720},  {0, 0, 1920, 1046},
+                            {0, 0, 1000, 1000}, {0, 0, 3840, 2120}, {0, 0, 3840, 300}};
+    for (const area& window : windows) {
+        const auto [drawing, middle, faults] = window_layout::arranged(window.w, window.h);
+        const area parts[] = {drawing, middle, faults};
+        for (const area& part : parts) {
+            EXPECT_GE(part.x, 0) << window.w << "x" << window.h;
+            EXPECT_GT(part.w, 0) << window.w << "x" << window.h;
+            EXPECT_LE(part.x + part.w, window.w) << window.w << "x" << window.h;
+            EXPECT_LE(part.y + part.h, window.h) << window.w << "x" << window.h;
+        }
+        EXPECT_FALSE(overlap(drawing, middle) || overlap(drawing, faults) ||
+                     overlap(middle, faults))
+            << window.w << "x" << window.h;
+        EXPECT_EQ(faults.y + faults.h, window.h) << "the list of faults goes down to the edge";
+    }
+}
+
+TEST(WindowLayout, NamesAreLegibleOnAProjector) {
+    const auto name_px = [](int w, int h) {
+        constexpr int edges = 2 * window_layout::picture.x, below = 380 - 300;
+        return draw_station({}, w - edges, h - below).name_px;
+    };
+    // Maximised on a projector of 1920 x 1080, below a title bar and above a task bar.
+    EXPECT_GE(name_px(window_layout::arranged(1920, 1000).drawing.w, 1000), 14);
+    EXPECT_GE(name_px(1920, 1000), 18) << "the drawing alone";
+    EXPECT_GE(name_px(1000, 380), 9) << "the drawing alone, in the smallest window";
+}
+
+}  // namespace
