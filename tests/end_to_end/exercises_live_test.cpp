@@ -66,9 +66,9 @@ TEST_F(LiveExercises, RecordingsComeAgainByteForByteFromTheirHands) {
     const temporary_folder copy;
     std::filesystem::copy(QUORIN_SOURCE "/tests/lesson", copy / "lesson",
                           std::filesystem::copy_options::recursive);
-    const std::string recordings[] = {"01_premiere_commande/reference.csv",
-                                      "03_coller_un_support/colle_trop_tot.csv",
-                                      "07_arret_urgence/monp_pendant_l_arret.csv"};
+    const std::string recordings[] = {
+        "01_premiere_commande/reference.csv", "01_premiere_commande/les_deux_ensemble.csv",
+        "02_bloqueurs/mauvais_bloqueur.csv", "09_capteur_bloque/reference.csv"};
     std::vector<std::string> words = {copy / "lesson/record", QUORIN_PROGRAMS};
     for (const std::string& each : recordings) {
         std::filesystem::remove(copy / ("lesson/" + each));
