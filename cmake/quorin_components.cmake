@@ -2,6 +2,9 @@
 # target, and what only it needs, FLTK for one, is not looked for.
 set(QUORIN_COMPONENTS "" CACHE STRING "The components to build, with those that they link; empty: everything")
 
+# The machine's libraries that installed components are linked with: quorin_<library>.cmake looks for each.
+set(quorin_outside_libraries fltk libmd)
+
 # What there is, and what each links: as the folders' own calls of quorin_library say it.
 set(quorin_all_components "")
 file(GLOB folders ${PROJECT_SOURCE_DIR}/*/CMakeLists.txt)
@@ -32,6 +35,6 @@ while(added)
         endif()
         list(APPEND next ${links_${component}})
     endforeach()
-    list(REMOVE_ITEM next fltk ${quorin_built_components})
+    list(REMOVE_ITEM next ${quorin_outside_libraries} ${quorin_built_components})
     set(added ${next})
 endwhile()

@@ -24,7 +24,7 @@ quorin_room(quorin_test_programs tests)
 target_link_libraries(quorin_test_programs PUBLIC GTest::gtest PRIVATE quorin_options)
 target_compile_definitions(quorin_test_programs PUBLIC
     QUORIN_PROGRAMS="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}" QUORIN_SOURCE="${PROJECT_SOURCE_DIR}")
-add_dependencies(quorin_test_programs quorin zk4sim quorin-io)
+add_dependencies(quorin_test_programs quorin zk4sim quorin-io quorin-lesson)
 
 # For tests that look at the display, and use its mouse and keyboard.
 find_library(QUORIN_XTST_LIBRARY Xtst REQUIRED)

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "lesson/bilingual.h"
@@ -17,6 +18,7 @@ struct lesson_text {
     [[nodiscard]] const std::string& in(language wanted) const {
         return wanted == language::english && !english.empty() ? english : french;
     }
+    bool operator==(const lesson_text&) const = default;
 };
 
 /// What a condition looks at.
@@ -38,6 +40,8 @@ struct exercise_condition {
 
 /// As the file writes it: "b1s=1".
 [[nodiscard]] std::string text_of(const exercise_condition& condition);
+/// The same for a fault: "b2s=stuck1".
+[[nodiscard]] std::string text_of(const station_fault& fault);
 
 /// `[[but]]`: goals are reached one after the other.
 struct exercise_goal {
@@ -49,6 +53,7 @@ struct exercise_goal {
     /// Since the goal before, or the start; none: no limit.
     std::optional<std::int64_t> within_ms;
     std::int64_t points = 1;
+    bool operator==(const exercise_goal&) const = default;
 };
 
 /// `[[jamais]]`: what must not happen.
@@ -57,6 +62,7 @@ struct exercise_ban {
     std::vector<exercise_condition> conditions;
     /// Taken off once.
     std::int64_t penalty = 0;
+    bool operator==(const exercise_ban&) const = default;
 };
 
 /// `[[indice]]`: a hint, told when it happened, and nothing else.
@@ -64,6 +70,7 @@ struct exercise_hint {
     lesson_text text;
     std::vector<exercise_condition> conditions;
     std::int64_t hold_ms = 0;
+    bool operator==(const exercise_hint&) const = default;
 };
 
 /// What a `[[bilan]]` counts, in the order in which sessions tell them.
@@ -75,12 +82,14 @@ struct exercise_balance {
     session_count count = session_count::good;
     std::optional<std::int64_t> at_least, at_most;
     std::int64_t points = 1;
+    bool operator==(const exercise_balance&) const = default;
 };
 
 /// `[diagnostic]`: the faults that the student must name; at least one.
 struct exercise_diagnosis {
     std::vector<station_fault> faults;
     std::int64_t points = 1;
+    bool operator==(const exercise_diagnosis&) const = default;
 };
 
 /// `[station]`: what the session begins with.
@@ -91,6 +100,7 @@ struct exercise_station {
     std::optional<std::int64_t> duration_ms;
     /// Told at the start; and told in the verdict only.
     std::vector<station_fault> faults, hidden_faults;
+    bool operator==(const exercise_station&) const = default;
 };
 
 struct exercise {
@@ -105,4 +115,13 @@ struct exercise {
     std::optional<exercise_diagnosis> diagnosis;
     /// SHA-256 of the file's bytes, 64 hexadecimal digits.
     std::string digest;
+    bool operator==(const exercise&) const = default;
 };
+
+/// As the file and the recordings write it: "bonnes", "mauvaises", "incidents".
+[[nodiscard]] std::string_view session_count_word(session_count which);
+/// What is written so; nothing for any other word.
+[[nodiscard]] std::optional<session_count> session_count_called(std::string_view word);
+
+/// What all of it together is worth: the points of goals, balances and diagnosis.
+[[nodiscard]] std::int64_t total_points(const exercise& what);

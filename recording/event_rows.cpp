@@ -26,13 +26,6 @@ constexpr kind_row kinds[] = {
 // clang-format on
 static_assert(one_row_each(kinds));
 
-std::string csv_field(const std::string& text) {
-    if (!needs_quotes(text)) return text;
-    std::string quoted = "\"";
-    for (const char each : text) quoted += each == '"' ? std::string("\"\"") : std::string(1, each);
-    return quoted + '"';
-}
-
 }  // namespace
 
 event_row row_of_event(const station_event& event) {
@@ -54,6 +47,13 @@ std::string_view event_kind_word(event_kind kind) { return row_of(kinds, kind).w
 
 bool needs_quotes(std::string_view text) {
     return text.find_first_of(",\"\r\n") != std::string_view::npos;
+}
+
+std::string csv_field(const std::string& text) {
+    if (!needs_quotes(text)) return text;
+    std::string quoted = "\"";
+    for (const char each : text) quoted += each == '"' ? std::string("\"\"") : std::string(1, each);
+    return quoted + '"';
 }
 
 std::string csv_line(const event_row& row) {

@@ -24,6 +24,9 @@ event_row row_of_event(const station_event& event);
 /// Whether a field of CSV is quoted: it holds a comma, a quote or a line end.
 [[nodiscard]] bool needs_quotes(std::string_view text);
 
+/// The field as CSV has it: in quotes, its own doubled, where it needs them.
+[[nodiscard]] std::string csv_field(const std::string& text);
+
 /// The row as a line of CSV, with its line feed: a field that holds a comma, a quote or a line end
 /// is quoted, and its quotes are doubled; no other is.
 ///

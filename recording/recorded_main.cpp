@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "recording/file_recorder.h"
+#include "recording/hidden_faults.h"
 #include "recording/input_bytes.h"
 #include "recording/played_recording.h"
 #include "recording/recorded_text.h"
@@ -30,6 +31,13 @@ struct request {
         return std::ranges::find(given, option) != given.end();
     }
 };
+
+void check_exclusions(const request& asked) {
+    for (const std::vector<std::string>& words : asked.station.exclusions)
+        for (const std::string& other : words)
+            if (other != words.front() && asked.has(words.front()) && asked.has(other))
+                throw misuse(words.front() + " et " + other + " s'excluent");
+}
 
 /// The file that is read, where "-" would be one that is written.
 const std::string& path_of_input(const std::string& play) {
@@ -146,6 +154,24 @@ std::unique_ptr<station_model> remade(const request& asked, const recording_read
     }
 }
 
+/// The faults that the recorded session hid: as the file's end tells them, else as the program
+/// knows them. A pipe's end cannot be read ahead.
+std::vector<station_fault> hidden_faults(const request& asked, const recording_reader& recording) {
+    const std::size_t announced = announced_hidden_faults(recording.head());
+    const std::string& path = asked.recording.play;
+    if (announced == 0) return {};
+    if (std::filesystem::is_regular_file(path)) {
+        input_bytes bytes(path);
+        recording_reader ahead(path, bytes);
+        std::vector<station_fault> told = told_hidden_faults(ahead);
+        if (told.size() == announced) return told;
+    }
+    if (asked.station.hidden_faults)
+        if (const auto known = asked.station.hidden_faults()) return *known;
+    throw refusal(recorded_name(path) +
+                  ": ses pannes cachées manquent, qu'un --exercise peut donner");
+}
+
 int play(const request& asked) {
     input_bytes bytes(asked.recording.play);
     recording_reader recording(asked.recording.play, bytes);
@@ -153,6 +179,7 @@ int play(const request& asked) {
     if (recording.head().station == asked.station.name) {
         const std::unique_ptr<station_model> model = remade(asked, recording);
         replay again(recording);
+        again.hide(hidden_faults(asked, recording));
         return go(asked, *model, again);
     }
     played_recording shown(recording);
@@ -173,6 +200,7 @@ int recorded_station_main(int argc, char** argv, command_line line,
             return static_cast<int>(exit_status::done);
         }
         asked.given = words.given;
+        check_exclusions(asked);
         check_together(asked.session);
         check_together(asked.recording, asked.given, station.set_up);
         asked.session.output_is_taken = asked.recording.csv == "-" || asked.recording.vcd == "-";

@@ -2,6 +2,7 @@
 #pragma once
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -17,6 +18,11 @@ struct recordable_station {
     std::function<std::unique_ptr<station_model>(std::span<const station_fact>)> remake;
     /// The program's own options that a recording decides: "--seed".
     std::vector<std::string> set_up = {};
+    /// Options that exclude others: the first of each with all behind it.
+    std::vector<std::vector<std::string>> exclusions = {};
+    /// The faults that a session hid whose recording was cut off before it tells them; nothing
+    /// where nobody knows. Throws `failure`.
+    std::function<std::optional<std::vector<station_fault>>()> hidden_faults = {};
 };
 
 /// The main of a station's program, as `station_main`, with recordings: --csv, --vcd, --play, --at.

@@ -79,7 +79,7 @@ bool replay::restart() {
     if (!recording_.restart()) return false;
     taken_.clear();
     commands_.assign(commands_.size(), 0);
-    begun_ = ended_ = false;
+    begun_ = ended_ = cut_within_step_ = false;
     begin_again();
     return true;
 }
@@ -89,6 +89,10 @@ void replay::before_begin(station_run& run) {
     commands_.resize(run.model().outputs().size());
     const std::vector<recorded_event>& block = recording_.head().events;
     taken_.assign(block.begin(), block.end());
+    for (const station_fault& each : hidden_)
+        if (!run.hide_fault(each))
+            throw refusal(recording_.name() + ": la station ne peut avoir la panne cachée " +
+                          each.name + "=" + std::string(fault_kind_word(each.kind)));
     for (const recorded_event& each : block)
         if (each.kind == event_kind::fault) apply(run, each);
 }
@@ -181,7 +185,11 @@ void replay::read(std::span<const station_event> events) {
 bool replay::agrees(const station_event& event) {
     if (!difference_.empty()) return false;
     const recorded_event* const recorded = expected();
-    if (!recorded) return false;
+    if (!recorded) {
+        // It was ended here, unless the station had more to say.
+        cut_within_step_ = cut_within_step_ || !ends_a_run(event);
+        return false;
+    }
     const bool same = alike(event, recorded->event());
     if (same) drop_expected();
     // A session may be ended before its recording is.

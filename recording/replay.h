@@ -5,6 +5,7 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "recording/playback.h"
@@ -18,6 +19,10 @@ public:
     /// `recording` must outlive it.
     explicit replay(recording_reader& recording);
 
+    /// The faults that the recorded session hid: the run has them, and nobody is told. Before it
+    /// begins.
+    void hide(std::vector<station_fault> faults) { hidden_ = std::move(faults); }
+
     [[nodiscard]] std::string title() const override { return recording_.head().title; }
     [[nodiscard]] bool restart() override;
     void before_begin(station_run& run) override;
@@ -26,6 +31,9 @@ public:
     void read(std::span<const station_event> events) override;
     /// The first difference, once.
     [[nodiscard]] std::string trouble() override;
+
+    /// Whether the recording ends within a step: the station answered more than it tells.
+    [[nodiscard]] bool cut_within_step() const { return cut_within_step_; }
 
     /// With its time, its name and both values.
     [[nodiscard]] const std::string& difference() const override { return difference_; }
@@ -52,5 +60,6 @@ private:
     std::vector<station_event> agreed_;
     std::deque<recorded_event> passed_;
     std::string difference_;
-    bool begun_ = false, ended_ = false, told_ = false;
+    std::vector<station_fault> hidden_;
+    bool begun_ = false, ended_ = false, told_ = false, cut_within_step_ = false;
 };

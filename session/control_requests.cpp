@@ -3,6 +3,7 @@
 #include <cmath>
 #include <sstream>
 
+#include "ioshare/io_printable.h"
 #include "session/desk.h"
 #include "session/end_signals.h"
 #include "session/session_report.h"
@@ -79,6 +80,7 @@ control_requests::answer control_requests::find_and_carry_out(const std::string&
 
 control_requests::answer control_requests::status(const words&) {
     const station_counts counts = run_.counts();
+    const auto task = examiner_ ? examiner_->standing() : session_examiner::status();
     const char* const state = over_ ? "fin" : time_.paused() ? "pause" : "marche";
     const std::pair<const char*, std::string> lines[] = {
         {"station", std::string(run_.model().name())},
@@ -91,9 +93,9 @@ control_requests::answer control_requests::status(const words&) {
         {"incidents", std::to_string(run_.incidents())},
         {"dernier_incident", run_.last_incident()},
         {"pannes", fault_texts(run_.faults())},
-        {"exercice", ""},
-        {"but", ""},
-        {"points", ""},
+        {"exercice", io_printable(task.title)},
+        {"but", task.goal},
+        {"points", task.points},
     };
     std::string text;
     for (const auto& [name, value] : lines) text += name + ("=" + value) + "\n";
@@ -121,6 +123,7 @@ control_requests::answer control_requests::fault(const words& operands) {
     if (text.find('=') == std::string::npos)
         return misunderstood(text + ": NOM=PANNE ou NOM= est attendu");
     if (!fixed_.empty()) return refused(fixed_);
+    if (examiner_) return refused("un exercice est en cours: ses pannes ne changent pas");
     if (text.back() == '=') {
         const std::string name = text.substr(0, text.size() - 1);
         if (run_.end_fault(name)) return done;
@@ -136,7 +139,17 @@ control_requests::answer control_requests::diagnose(const words& operands) {
     for (const std::string& word : operands)
         if (word.find('=') == std::string::npos)
             return misunderstood(word + ": NOM=PANNE est attendu");
-    return refused("aucun exercice n'est en cours");
+    if (!examiner_) return refused("aucun exercice n'est en cours");
+    if (!examiner_->asks_for_faults()) return refused("cet exercice ne demande pas de diagnostic");
+    std::vector<station_fault> faults;
+    for (const std::string& word : operands) {
+        std::string reason;
+        const std::optional<station_fault> named = parse_fault(word, run_.model(), reason);
+        if (!named) return refused(reason);
+        faults.push_back(*named);
+    }
+    examiner_->take_answer(faults);
+    return done;
 }
 
 control_requests::answer control_requests::pause(const words&) {

@@ -18,6 +18,10 @@ public:
     /// From now on nobody who asks may change the desk or the faults, for this reason.
     void refuse_changes(const std::string& why) { fixed_ = why; }
 
+    /// From now on nobody who asks may change the faults, and `examiner`, which must live as long,
+    /// is asked how the task stands and takes answers.
+    void set_examiner(session_examiner& examiner) { examiner_ = &examiner; }
+
     /// Carries out a request, words with a blank between two; never throws. Nothing when the answer
     /// has to wait for steps that it asked for. Once the session is `over` it tells its status
     /// alone.
@@ -45,6 +49,7 @@ private:
     station_run& run_;
     step_clock& time_;
     const session_options& options_;
+    session_examiner* examiner_ = nullptr;
     bool over_ = false;
     std::string fixed_;
     // When the steps asked for are over.

@@ -59,6 +59,12 @@ void live_session::take_from(session_driver& driver) {
     requests_.refuse_changes("un rejeu est en cours");
 }
 
+void live_session::set_examiner(session_examiner& examiner) {
+    examiner_ = &examiner;
+    run_.set_examiner(examiner);
+    requests_.set_examiner(examiner);
+}
+
 std::optional<std::int64_t> live_session::replay_length_ms() const {
     return driver_ ? driver_->length_ms() : std::nullopt;
 }
@@ -95,6 +101,7 @@ void live_session::stop_hurrying() {
 void live_session::begin_run() {
     if (driver_) driver_->before_begin(run_);
     run_.begin(driver_ ? driver_->title() : options_.title);
+    end_with_the_task();
 }
 
 void live_session::begin() {
@@ -197,7 +204,12 @@ void live_session::step() {
         if (driver_) return driver_->command(output);
         return commanded ? server_.output_value(output) : 0;
     });
+    end_with_the_task();
     report_.print(messages_);
+}
+
+void live_session::end_with_the_task() {
+    if (examiner_ && examiner_->over()) end_.ask("exercice terminé");
 }
 
 // A station whose commander is gone stops.
@@ -263,7 +275,15 @@ int live_session::finish() {
     wait_for_child();
     for (session_follower* const each : followers_) each->finish();
     tell_troubles();
+    if (examiner_)
+        for (const std::string& each : examiner_->verdict()) messages_.line(each);
     messages_.line(summary_of(run_));
+    return status();
+}
+
+int live_session::status() const {
+    if (examiner_)
+        return static_cast<int>(examiner_->passed() ? exit_status::done : exit_status::not_reached);
     if (!child_ || !child_->ended()) return 0;
     if (!options_.command.empty()) return child_->status();
     return child_->ended_by_itself() && child_->status() != 0 ? 1 : 0;

@@ -47,6 +47,11 @@ public:
     /// The station takes commands, desk and faults from `driver`, which must live as long, and no
     /// more from the link and those who ask. Before `begin`.
     void take_from(session_driver& driver);
+    /// The session has a task: `examiner`, which must live as long, follows it and says when it is
+    /// over. Before `begin`.
+    void set_examiner(session_examiner& examiner);
+    /// Whether it has one: its faults stay as they are.
+    bool examined() const { return examiner_ != nullptr; }
     /// How long the replay is, in simulated milliseconds; nothing where none is, or nobody knows.
     std::optional<std::int64_t> replay_length_ms() const;
     /// Takes a replay to that moment, forth or back, as fast as it can; then it goes on, or stays
@@ -84,9 +89,10 @@ public:
     duration service();
     bool over() const { return end_.over(); }
 
-    /// After the end: waits for the panel or the command for a few seconds, and prints the line
-    /// that sums up. The program's status: the command's; 1 when the panel ended by itself with
-    /// another one than 0; else 0.
+    /// After the end: waits for the panel or the command for a few seconds, and prints the verdict
+    /// of its task and the line that sums up. The program's status: 0 for a task that was fulfilled
+    /// and 3 for another; without one the command's; 1 when the panel ended by itself with another
+    /// one than 0; else 0.
     [[nodiscard]] int finish();
 
 private:
@@ -105,6 +111,8 @@ private:
     void stop_hurrying();
     void tell_troubles();
     void look_for_the_end();
+    void end_with_the_task();
+    int status() const;
     void answer_those_who_wait(moment now);
     duration rest(moment now) const;
     void wait_for_child();
@@ -126,6 +134,7 @@ private:
     std::unique_ptr<child_process> child_;
     std::vector<session_follower*> followers_;
     session_driver* driver_ = nullptr;
+    session_examiner* examiner_ = nullptr;
     std::string trouble_;
     // Until when it hurries, through a pause of its own, and whether it goes on then.
     std::optional<std::int64_t> hurries_to_ms_;

@@ -24,6 +24,14 @@ void station_run::hand_over() {
     events_.clear();
 }
 
+void station_run::say(std::span<const station_event> said) {
+    events_.insert(events_.end(), said.begin(), said.end());
+}
+
+void station_run::examine() {
+    if (examiner_) say(examiner_->examine(ms(), events_));
+}
+
 void station_run::begin(const std::string& title) {
     const std::vector<station_fact> facts = model_.facts();
     tell_number(event_kind::session, "format", 1);
@@ -32,6 +40,17 @@ void station_run::begin(const std::string& title) {
     for (const station_fact& each : facts)
         if (!each.value.empty()) tell_word(event_kind::session, each.name, each.value);
     take_faults();
+    if (examiner_) {
+        for (const station_fault& each : examiner_->hidden_faults())
+            model_.set_fault(each.name, each.kind);
+        say(examiner_->introduce());
+    }
+    tell_state();
+    examine();
+    hand_over();
+}
+
+void station_run::tell_state() {
     for (const desk_row& each : desk_rows) tell_number(event_kind::desk, each.name, 0);
     for (std::size_t i = 0; i < sensors_.size(); ++i) {
         const int index = static_cast<int>(i);
@@ -40,7 +59,6 @@ void station_run::begin(const std::string& title) {
     }
     for (std::size_t i = 0; i < commands_.size(); ++i)
         tell_number(event_kind::output, model_.outputs()[i], 0, static_cast<int>(i));
-    hand_over();
 }
 
 void station_run::step(const command_source& commands) {
@@ -52,6 +70,7 @@ void station_run::step(const command_source& commands) {
     tell_incidents();
     tell_inputs();
     tell_counts();
+    examine();
     hand_over();
 }
 
@@ -67,6 +86,7 @@ bool station_run::restart() {
 }
 
 void station_run::finish(const std::string& why) {
+    if (examiner_) say(examiner_->conclude(ms()));
     tell_word(event_kind::session, "fin", why);
     hand_over();
 }

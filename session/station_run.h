@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "session/faults.h"
+#include "session/session_examiner.h"
 #include "session/station_events.h"
 #include "session/station_model.h"
 #include "session/step_clock.h"
@@ -28,6 +29,14 @@ public:
     /// order in which they were added.
     void add_reader(event_reader& reader) { readers_.push_back(&reader); }
 
+    /// Has the session examined by `examiner`, which must outlive the run: what it says is told
+    /// among the events, and the faults that it hides are set. Before `begin`.
+    void set_examiner(session_examiner& examiner) { examiner_ = &examiner; }
+    /// Sets a fault that is told nowhere, as `faulty_station::set_fault` does. Before `begin`.
+    [[nodiscard]] bool hide_fault(const station_fault& fault) {
+        return model_.set_fault(fault.name, fault.kind);
+    }
+
     /// Tells the first block: the state before the first step, faults set so far included. Once,
     /// before any step. An empty title is not told.
     void begin(const std::string& title);
@@ -45,7 +54,8 @@ public:
     [[nodiscard]] bool set_fault(const station_fault& fault);
     /// False for a name that the station does not have.
     [[nodiscard]] bool end_fault(std::string_view name);
-    /// The faults set, taken by a step or not: sensors first, in the order of the link.
+    /// The faults set, taken by a step or not: sensors first, in the order of the link. Hidden ones
+    /// are not among them.
     std::vector<station_fault> faults() const;
 
     /// The desk, from the next step on.
@@ -68,6 +78,9 @@ private:
     };
 
     faulty_thing* thing_named(std::string_view name);
+    void say(std::span<const station_event> said);
+    void examine();
+    void tell_state();
     void take_faults();
     void take_desk();
     void take_commands(const command_source& commands);
@@ -80,6 +93,7 @@ private:
     void hand_over();
 
     faulty_station model_;
+    session_examiner* examiner_ = nullptr;
     std::vector<event_reader*> readers_;
     std::vector<station_event> events_;
     std::vector<faulty_thing> things_;

@@ -140,7 +140,7 @@ void station_window::add_faults() {
     group->resizable(faults_);
     group->end();
     group->position(group->x() - columns_left_by_, 0);
-    if (session_.replaying()) faults_->deactivate();
+    if (session_.replaying() || session_.examined()) faults_->deactivate();
 }
 
 void station_window::place() {

@@ -6,7 +6,7 @@
 
 namespace {
 
-enum class zk4sim_option { seed, bases, parts, manual, names, english, count };
+enum class zk4sim_option { seed, bases, parts, manual, names, exercise, english, count };
 
 std::uint64_t seed(const std::string& value) {
     const std::optional<std::uint64_t> number = whole_number<std::uint64_t>(value);
@@ -38,6 +38,8 @@ constexpr row rows[] = {
      [](zk4sim_options& o, const std::string&) { o.manual = true; }},
     {zk4sim_option::names, "--names", "FICHIER", "avec --manual: les entrées, une ligne vide, les sorties, une par ligne", false,
      [](zk4sim_options& o, const std::string& value) { o.names = value; }},
+    {zk4sim_option::exercise, "--exercise", "EXERCICE", "un exercice: un fichier, ou le nom d'un exercice fourni", false,
+     [](zk4sim_options& o, const std::string& value) { o.exercise = value; }},
     {zk4sim_option::english, "--english", "", "la fenêtre en anglais", false,
      [](zk4sim_options& o, const std::string&) { o.in = language::english; }},
 };

@@ -17,6 +17,8 @@ struct zk4sim_options {
     bool manual = false;
     /// The file with their names; empty: those of the ZK4 station.
     std::string names;
+    /// An exercise: a file, or the name of a bundled one; empty: none.
+    std::string exercise;
     language in = language::french;
 };
 

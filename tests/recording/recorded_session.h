@@ -27,7 +27,8 @@ struct replayed {
     std::string end;
 };
 
-inline replayed replay_of(const std::string& recording) {
+inline replayed replay_of(const std::string& recording,
+                          const std::vector<station_fault>& hidden = {}) {
     replayed result;
     std::stringbuf bytes(recording);
     csv_keeper out;
@@ -36,6 +37,7 @@ inline replayed replay_of(const std::string& recording) {
         const auto model = workcell_of(reader.head().facts);
         station_run run(*model);
         replay again(reader);
+        again.hide(hidden);
         run.add_reader(again);
         again.add_reader(out);
         again.before_begin(run);
