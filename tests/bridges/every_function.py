@@ -7,7 +7,10 @@ then status 1.
 import csv
 import sys
 
+from pymodbus import file_message as file, other_message as other
 from pymodbus.client import ModbusTcpClient
+from pymodbus.diag_message import ReturnBusMessageCountRequest
+from pymodbus.mei_message import ReadDeviceInformationRequest
 from pymodbus.pdu import ExceptionResponse
 
 PORT, CONTROL = int(sys.argv[1]), sys.argv[2] == "1"
@@ -50,7 +53,7 @@ def check_registers(client):
     expect("6", refusal(client.write_register(0, 1)), wanted)
     expect("16", refusal(client.write_registers(0, [1, 2])), wanted)
     expect("22", refusal(client.mask_write_register(0, 1, 2)), wanted)
-    expect("23", refusal(client.readwrite_registers(read_address=0, read_count=1, write_address=0, values=[1])), wanted)
+    expect("23", refusal(client.readwrite_registers(read_address=0, read_count=1, write_address=0, write_registers=[1])), wanted)
 
 
 def check_coils(client, outputs):
@@ -71,16 +74,17 @@ def check_coils(client, outputs):
 
 
 def check_unknown(client):
-    for what, answer in (("7", client.read_exception_status()), ("8", client.diag_query_data(b"\0\0")),
-                         ("11", client.diag_get_comm_event_counter()), ("12", client.diag_get_comm_event_log()),
-                         ("17", client.report_slave_id()), ("20", client.read_file_record([])),
-                         ("24", client.read_fifo_queue(0)), ("43", client.read_device_information())):
-        expect(what, refusal(answer), UNKNOWN)
+    for what, request in (("7", other.ReadExceptionStatusRequest()), ("8", ReturnBusMessageCountRequest(data=0)),
+                          ("11", other.GetCommEventCounterRequest()), ("12", other.GetCommEventLogRequest()),
+                          ("17", other.ReportSlaveIdRequest()), ("20", file.ReadFileRecordRequest([])),
+                          ("24", file.ReadFifoQueueRequest(0)), ("43", ReadDeviceInformationRequest())):
+        request.unit_id = 1
+        expect(what, refusal(client.execute(request)), UNKNOWN)
 
 
 def main():
-    with open(sys.argv[3], newline="", encoding="utf-8") as file:
-        rows = list(csv.DictReader(file))
+    with open(sys.argv[3], newline="", encoding="utf-8") as lines:
+        rows = list(csv.DictReader(lines))
     expect("registers", table(rows, "registre_entree"),
            ["publications_poids_fort", "publications_poids_faible", "age_dixiemes", "etat"])
     client = ModbusTcpClient("127.0.0.1", port=PORT)
