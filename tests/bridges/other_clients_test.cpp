@@ -1,5 +1,8 @@
 // quorin-modbus under clients that are not ours: pymodbus and mbpoll, of Debian's packages.
+#include <regex>
+
 #include "tests/bridges/modbus_program.h"
+#include "tests/support/pages.h"
 #include "tests/support/runtime_folder.h"
 #include "tests/support/station.h"
 
@@ -92,8 +95,60 @@ TEST_F(QuorinModbusAndOthers, MbpollWritesForAnInstant) {
     const outcome end = writes(bridge);
     EXPECT_NE(end.out.find("Written 1 references"), std::string::npos) << end.out << end.err;
     EXPECT_TRUE(bridge.says(": parti: les bobines valent 0\n"));
-    EXPECT_EQ(running.value("MT"), "0");
+    EXPECT_EQ(running.value("RENT"), "0");
 }
+
+/// A text of a page, with that port in the place of the usual one.
+std::string on_port(const std::string& text, int port) {
+    return std::regex_replace(text, std::regex("1502"), std::to_string(port));
+}
+
+class ModbusPages : public QuorinModbusAndOthers, public testing::WithParamInterface<std::string> {
+protected:
+    const std::string text = page("docs/" + GetParam() + ".md");
+};
+
+TEST_P(ModbusPages, ShowWhatMbpollReads) {
+    const int port = free_port();
+    const outcome end = run_program({"sh", "-c", on_port(code_blocks(text, "sh").at(0), port)},
+                                    {"PATH=" QUORIN_PROGRAMS ":" + std::string(getenv("PATH"))});
+    EXPECT_EQ(end.status, 0) << end.err;
+    const std::string shown = on_port(code_blocks(text, "text").at(0), port);
+    EXPECT_NE(end.err.find(shown), std::string::npos) << end.err << shown;
+}
+
+TEST_P(ModbusPages, ShowAPythonProgramThatCommands) {
+    const station running({"--no-panel", "--speed", "5"});
+    const modbus_bridge bridge(running.ident, {"--control"});
+    const std::string program = on_port(code_blocks(text, "python").at(0), bridge.port);
+    const outcome end = run_program({"/usr/bin/python3", "-c", program});
+    EXPECT_EQ(end.out, "b1s\n") << end.err;
+    EXPECT_EQ(end.status, 0);
+    EXPECT_TRUE(bridge.says(": parti: les bobines valent 0\n"));
+    EXPECT_EQ(running.value("BZ1"), "0");
+}
+
+std::set<std::string> options_in(const std::string& text) {
+    const std::regex option("--[a-z-]+");
+    std::set<std::string> all;
+    for (std::sregex_iterator each(text.begin(), text.end(), option), end; each != end; ++each)
+        all.insert(each->str());
+    return all;
+}
+
+TEST_P(ModbusPages, HaveTheOptionsOfTheHelp) {
+    const std::set<std::string> named = options_in(text);
+    std::set<std::string> wanted = options_in(run_modbus({"--help"}).out);
+    const std::string man =
+        std::regex_replace(page("docs/man/quorin-modbus.1"), std::regex("\\\\-"), "-");
+    EXPECT_EQ(options_in(man), wanted);
+    for (const char* const everywhere : {"--help", "--version"}) wanted.erase(everywhere);
+    EXPECT_EQ(wanted.size(), 6u);
+    for (const std::string& each : wanted) EXPECT_TRUE(named.contains(each)) << each;
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, ModbusPages, testing::Values("modbus", "modbus_en"),
+                         [](const auto& name) { return name.param; });
 
 /// What a station says once nobody commands it.
 const std::string nobody = "zk4sim: aucun client depuis trop longtemps: les commandes valent 0\n";
