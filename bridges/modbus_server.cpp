@@ -48,11 +48,12 @@ modbus_server::modbus_server(int ident, io_observer& link, const listening_socke
       watch_(ident, link, clock::now()) {}
 
 modbus_server::~modbus_server() {
-    if (service_.control) all_coils_off();
+    if (service_.control && has_run_) all_coils_off();
 }
 
 modbus_end modbus_server::run(int stop, int guard) {
     std::vector<pollfd> wanted;
+    has_run_ = true;
     for (;;) {
         wanted = {
             {stop, POLLIN, 0}, {guard, 0, 0}, {door_shut_ ? -1 : door_.descriptor(), POLLIN, 0}};

@@ -36,7 +36,7 @@ public:
     /// this object. Throws `std::bad_alloc`.
     modbus_server(int ident, io_observer& link, const listening_socket& door,
                   const modbus_service& service, modbus_words say);
-    /// With control, every coil becomes 0.
+    /// With control, every coil becomes 0, once it has run.
     ~modbus_server();
     modbus_server(const modbus_server&) = delete;
     modbus_server& operator=(const modbus_server&) = delete;
@@ -69,5 +69,6 @@ private:
     link_watch watch_;
     std::list<modbus_client> clients_;
     const modbus_client* commander_ = nullptr;  // The one that wrote last, as long as it is heard.
-    bool door_shut_ = false;                    // Until the next look, for want of descriptors.
+    bool has_run_ = false;
+    bool door_shut_ = false;  // Until the next look, for want of descriptors.
 };

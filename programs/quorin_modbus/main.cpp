@@ -2,6 +2,9 @@
 #include <signal.h>
 #include <sys/signalfd.h>
 
+#include <memory>
+#include <new>
+
 #include "bridges/coil_guard.h"
 #include "bridges/modbus_map.h"
 #include "bridges/modbus_server.h"
@@ -48,15 +51,17 @@ void say_where(const modbus_options& options, message_stream& messages) {
 }
 
 /// Serves until the end, and says why where it was not asked for.
-modbus_end serve(const modbus_options& options, io_observer& link, message_stream& messages) {
+modbus_end serve(const modbus_options& options, io_observer& link, message_stream& messages) try {
     const int stop = caught_signals();
     const auto guard = guard_of(link, options.service.control);
     const listening_socket door(options.listen, options.port);
     if (!door.problem().empty()) throw refusal(door.problem());
-    say_where(options, messages);
     modbus_server server(options.ident, link, door, options.service,
                          [&](const std::string& words) { messages.say(words); });
+    say_where(options, messages);
     return server.run(stop, guard ? guard->line() : -1);
+} catch (const std::bad_alloc&) {
+    throw refusal("plus de mémoire ou de descripteurs");
 }
 
 int carry_out(const modbus_options& options) {

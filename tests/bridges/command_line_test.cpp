@@ -94,6 +94,37 @@ TEST_F(QuorinModbus, AStandardOutputThatTakesNothingIsStatusOne) {
         }
 }
 
+TEST_F(QuorinModbus, WithTooFewDescriptorsItSaysSoInOneLineOrServes) {
+    int served = 0;
+    for (int limit = 4; limit < 16; ++limit) {
+        program bridge({"sh", "-c",
+                        "ulimit -n " + std::to_string(limit) + "; exec " + built("quorin-modbus") +
+                            " " + ident() + " --control --port " + std::to_string(free_port())});
+        wait_until([&] { return !bridge.out().empty() || !bridge.running(); });
+        if (bridge.running()) {
+            bridge.signal(SIGTERM);
+            EXPECT_EQ(bridge.wait(), 0) << limit << bridge.err();
+            ++served;
+        } else {
+            expect_one_line({bridge.wait().value_or(-1), bridge.out(), bridge.err()}, 1,
+                            std::to_string(limit));
+        }
+    }
+    EXPECT_GT(served, 2);
+    EXPECT_LT(served, 12);
+}
+
+// One that could not begin leaves the outputs as they are.
+TEST_F(QuorinModbus, AStartThatFailsWritesNothing) {
+    link->segment->output_values[1] = 1;
+    const outcome end =
+        run_program({"sh", "-c",
+                     "exec " + built("quorin-modbus") + " " + ident() + " --control --port " +
+                         std::to_string(free_port()) + ">&-"});
+    EXPECT_EQ(end.status, 1);
+    EXPECT_EQ(outputs(), "0 1 0");
+}
+
 TEST_F(QuorinModbus, PrintsItsMapAsCsvAndServesNothing) {
     const outcome end = run_modbus({ident(), "--map"});
     EXPECT_EQ(end.status, 0);
