@@ -105,7 +105,7 @@ TEST_F(QuorinModbus, WithTooFewDescriptorsItSaysSoInOneLineOrServes) {
             bridge.signal(SIGTERM);
             EXPECT_EQ(bridge.wait(), 0) << limit << bridge.err();
             ++served;
-        } else {
+        } else if (bridge.err().find("shared libraries") == std::string::npos) {
             expect_one_line({bridge.wait().value_or(-1), bridge.out(), bridge.err()}, 1,
                             std::to_string(limit));
         }
