@@ -95,8 +95,13 @@ TEST_F(QuorinModbus, AStandardOutputThatTakesNothingIsStatusOne) {
 }
 
 TEST_F(QuorinModbus, WithTooFewDescriptorsItSaysSoInOneLineOrServes) {
+#ifdef __SANITIZE_ADDRESS__
+    constexpr int least = 8;  // What watches over the program takes some itself.
+#else
+    constexpr int least = 4;
+#endif
     int served = 0;
-    for (int limit = 4; limit < 16; ++limit) {
+    for (int limit = least; limit < 16; ++limit) {
         program bridge({"sh", "-c",
                         "ulimit -n " + std::to_string(limit) + "; exec " + built("quorin-modbus") +
                             " " + ident() + " --control --port " + std::to_string(free_port())});
