@@ -18,6 +18,9 @@ using address_list = std::unique_ptr<addrinfo, decltype(&freeaddrinfo)>;
 /// The address that the figures are; null for any other text.
 address_list figures(const std::string& address, const char* port) {
     addrinfo hints{}, *found = nullptr;
+    in_addr four;  // "127.1" and "1502" are none.
+    const bool six = address.find(':') != std::string::npos;
+    if (!six && inet_pton(AF_INET, address.c_str(), &four) != 1) return {nullptr, &freeaddrinfo};
     hints.ai_socktype = SOCK_STREAM;
     hints.ai_flags = AI_NUMERICHOST | AI_NUMERICSERV | AI_PASSIVE;
     if (getaddrinfo(address.c_str(), port, &hints, &found) != 0) found = nullptr;
