@@ -78,6 +78,31 @@ TEST_F(QuorinModbusClients, WithoutAWholeRequestForFiveSecondsAClientIsDropped) 
     EXPECT_EQ(asking.ask("02 0000 000a"), "02 02 00 00");
 }
 
+TEST_F(QuorinModbusClients, WhoReadsNoAnswersIsNotHeardAndDropped) {
+    const modbus_bridge bridge(ident(), {"--clients", "2"});
+    const modbus_connection deaf(bridge.port), other(bridge.port);
+    std::string many;
+    for (int i = 0; i < 1000; ++i) many += read_inputs;
+    // Its place is free once it is dropped; until then whoever comes is one too many.
+    std::size_t sent = 0;
+    const auto start = clock_type::now();
+    for (bool dropped = false; !dropped && seconds_since(start) < 60;) {
+        for (int i = 0; i < 20; ++i) {
+            const ssize_t taken = ::send(deaf.socket(), many.data() + sent, many.size() - sent,
+                                         MSG_NOSIGNAL | MSG_DONTWAIT);
+            if (taken > 0) sent = (sent + static_cast<std::size_t>(taken)) % many.size();
+            usleep(1000);
+        }
+        const auto asked = clock_type::now();
+        EXPECT_EQ(other.ask("02 0000 000a"), "02 02 00 00");
+        EXPECT_LT(seconds_since(asked), 1);
+        const modbus_connection next(bridge.port);
+        dropped = next.ask("02 0000 000a") == "02 02 00 00";
+    }
+    EXPECT_GT(seconds_since(start), 5);
+    EXPECT_LT(seconds_since(start), 60);
+}
+
 TEST_F(QuorinModbusClients, OverTheLimitAClientIsRefusedAtOnce) {
     const modbus_bridge bridge(ident(), {"--clients", "3"});
     std::list<modbus_connection> clients;
