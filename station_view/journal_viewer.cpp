@@ -89,7 +89,7 @@ int show_journal(const std::string& file, language in) {
     const std::string title = text_of(window_word::journal_title, in);
     std::error_code gone;
     const std::string folder = std::filesystem::current_path(gone).string();
-    opened_viewer opened{viewer, for_print(text), text, title + " : " + folder};
+    opened_viewer opened{viewer, for_print(text), text, title + colon.in(in) + folder};
     Fl::add_timeout(0, opened_viewer::prepare, &opened);
     viewer.activation(screen.data(), static_cast<int>(screen.size()), title, pdf_command());
     return 0;
