@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 
@@ -12,6 +13,7 @@
 #include "session/failure.h"
 #include "session/session_report.h"
 #include "viewer/document_text.h"
+#include "viewer/line_markup.h"
 #include "viewer/print_filter.h"
 
 namespace {
@@ -48,12 +50,58 @@ void add(std::vector<std::string>& lines, const std::vector<std::string>& more) 
     lines.insert(lines.end(), more.begin(), more.end());
 }
 
+/// Without the file's name, which stands above.
+std::string reason_of(const marked_recording& marked) {
+    const std::string name = recorded_name(marked.file) + ": ";
+    return marked.refusal.substr(marked.refusal.starts_with(name) ? name.size() : 0);
+}
+
 std::vector<std::string> refusal_lines(const marked_recording& marked) {
     std::vector<std::string> lines = {"#C T102 T ", rule};
     add(lines, markup_lines(recorded_name(marked.file), 100));
-    add(lines, markup_lines("Refusé : " + marked.refusal, 100));
+    add(lines, markup_lines("Refusé : " + reason_of(marked), 100));
     lines.emplace_back(rule);
     return lines;
+}
+
+/// In words for people: the table is not read by programs.
+std::string in_words(const marked_recording& marked) {
+    if (!marked.standing) return "refusé";
+    return marked.passed() ? "réussi" : "non réussi";
+}
+
+std::vector<std::string> table_fields(const marked_recording& marked) {
+    std::vector<std::string> fields = fields_of(marked);
+    fields[1] = in_words(marked);
+    return fields;
+}
+
+std::string summary(std::span<const marked_recording> all) {
+    const auto passed = std::ranges::count_if(all, &marked_recording::passed);
+    const auto refused = std::ranges::count_if(
+        all, [](const marked_recording& each) { return !each.standing.has_value(); });
+    const auto failed = static_cast<std::ptrdiff_t>(all.size()) - passed - refused;
+    return "Enregistrements : " + std::to_string(all.size()) +
+           ", réussis : " + std::to_string(passed) + ", non réussis : " + std::to_string(failed) +
+           ", refusés : " + std::to_string(refused);
+}
+
+std::size_t counted(const std::vector<std::string>& lines) {
+    return static_cast<std::size_t>(std::ranges::count_if(lines, [](const std::string& line) {
+        return line_markup::type_of(line) == line_markup::text_line ||
+               line_markup::type_of(line) == line_markup::rule_line;
+    }));
+}
+
+/// What does not fit on the rest of its page, and would on one of its own, begins the next one.
+void add_whole(std::vector<std::string>& lines, const std::vector<std::string>& block) {
+    constexpr std::size_t page = line_markup::lines_per_page;
+    const std::size_t used = counted(lines) % page, needed = counted(block);
+    if (needed <= page && used + needed > page) {
+        lines.emplace_back("#C 102 ");
+        lines.insert(lines.end(), page - used, " ");
+    }
+    add(lines, block);
 }
 
 }  // namespace
@@ -75,14 +123,15 @@ std::string class_csv(std::span<const marked_recording> all) {
 std::vector<std::string> class_lines(const exercise& task, std::span<const marked_recording> all) {
     std::vector<std::string> lines = {"#C T102 T ", rule};
     add(lines, markup_lines("Exercice : " + recorded_name(task.title.french), 100));
-    add(lines, {table_columns, rule,
+    add(lines, markup_lines(summary(all), 100));
+    add(lines, {rule, table_columns,
                 table_line({"fichier", "résultat", "points", "total", "secondes"}), rule});
-    for (const marked_recording& each : all) lines.push_back(table_line(fields_of(each)));
+    for (const marked_recording& each : all) lines.push_back(table_line(table_fields(each)));
     lines.emplace_back(rule);
     for (const marked_recording& each : all)
-        add(lines, each.standing ? verdict_lines(task, *each.standing, language::french,
-                                                 recorded_name(each.file))
-                                 : refusal_lines(each));
+        add_whole(lines, each.standing ? verdict_lines(task, *each.standing, language::french,
+                                                       recorded_name(each.file))
+                                       : refusal_lines(each));
     return lines;
 }
 

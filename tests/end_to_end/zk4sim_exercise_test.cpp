@@ -229,7 +229,8 @@ TEST_F(Zk4simExercise, AForgedRecordingIsRefusedAndTheOthersAreMarked) {
     const outcome text = run_program({"pdftotext", "-layout", file("m.pdf"), "-"});
     EXPECT_EQ(text.status, 0) << text.err;
     for (const char* const each :
-         {"résultat", "reussi", "refuse", "Refusé", "But 1, la butée 1 est sortie"})
+         {"Enregistrements : 2, réussis : 1, non réussis : 0, refusés : 1", "résultat", " réussi ",
+          " refusé", "Refusé", "But 1, la butée 1 est sortie"})
         EXPECT_NE(text.out.find(each), std::string::npos) << each << text.out;
 }
 
