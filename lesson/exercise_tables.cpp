@@ -195,7 +195,7 @@ void check_hidden_faults(exercise_reading& in, const toml_table& file, const exe
     for (const station_fault& each : read.station.hidden_faults)
         if (std::ranges::find(read.station.faults, each.name, &station_fault::name) !=
             read.station.faults.end())
-            in.object(*entry, each.name + " est aussi dans pannes");
+            in.object(*entry, (here ? each.name : "une panne cachée") + " est aussi dans pannes");
 }
 
 /// There must be something to do, and an end.

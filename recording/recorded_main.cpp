@@ -25,7 +25,7 @@ struct request {
     const runner_choice& choose_runner;
     recording_options recording = {};
     session_options session = {};
-    std::vector<std::string> given = {};
+    std::vector<std::string> given = {}, read_files = {};
 
     bool has(const std::string& option) const {
         return std::ranges::find(given, option) != given.end();
@@ -40,12 +40,22 @@ void check_exclusions(const request& asked) {
 }
 
 /// The file that is read, where "-" would be one that is written.
-const std::string& path_of_input(const std::string& play) {
+const std::string& path_of_input(const std::string& read) {
     static const std::string standard_input = "/dev/stdin";
-    return play == "-" ? standard_input : play;
+    return read == "-" ? standard_input : read;
 }
 
-recorders open_recorders(const recording_options& options, file_backlog backlog) {
+void check_not_read(const std::string& path, const request& asked) {
+    const std::string& play = asked.recording.play;
+    if (!play.empty() && same_file(path, path_of_input(play)))
+        throw refusal(recorded_name(path) + ": c'est l'enregistrement qui est rejoué");
+    for (const std::string& each : asked.read_files)
+        if (same_file(path, path_of_input(each)))
+            throw refusal(recorded_name(path) + ": ce fichier est lu, il reste comme il est");
+}
+
+recorders open_recorders(const request& asked, file_backlog backlog) {
+    const recording_options& options = asked.recording;
     const struct {
         recording_kind kind;
         const std::string& path;
@@ -53,8 +63,7 @@ recorders open_recorders(const recording_options& options, file_backlog backlog)
     recorders opened;
     for (const auto& [kind, path] : wanted) {
         if (path.empty()) continue;
-        if (!options.play.empty() && same_file(path, path_of_input(options.play)))
-            throw refusal(recorded_name(path) + ": c'est l'enregistrement qui est rejoué");
+        check_not_read(path, asked);
         // The first of them is there now, by whatever name.
         if (!opened.empty() && (path == options.csv || same_file(path, options.csv)))
             throw misuse("--csv et --vcd veulent le même fichier");
@@ -71,7 +80,7 @@ runner_choice recorded(const request& asked, recorders& files,
                                      const session_options& options) -> session_runner {
         const session_runner run =
             asked.choose_runner ? asked.choose_runner(model, options) : run_headless;
-        files = open_recorders(asked.recording, file_backlog::is_cut);
+        files = open_recorders(asked, file_backlog::is_cut);
         return [&files, run, prepare](live_session& session) {
             for (const auto& each : files) session.add_follower(*each);
             prepare(session);
@@ -127,7 +136,7 @@ void run_through(station_run& run, playback& played) {
 
 /// A replay that nobody watches, as fast as it can be.
 int run_again(const request& asked, station_model& model, playback& played) {
-    const recorders files = open_recorders(asked.recording, file_backlog::waits);
+    const recorders files = open_recorders(asked, file_backlog::waits);
     message_stream messages(asked.line.program);
     station_run run(model);
     run.add_reader(played);
@@ -154,6 +163,10 @@ std::unique_ptr<station_model> remade(const request& asked, const recording_read
     }
 }
 
+std::optional<std::vector<station_fault>> known_hidden_faults(const request& asked) {
+    return asked.station.hidden_faults ? asked.station.hidden_faults() : std::nullopt;
+}
+
 /// The faults that the recorded session hid: as the file's end tells them, else as the program
 /// knows them. A pipe's end cannot be read ahead.
 std::vector<station_fault> hidden_faults(const request& asked, const recording_reader& recording) {
@@ -166,8 +179,12 @@ std::vector<station_fault> hidden_faults(const request& asked, const recording_r
         std::vector<station_fault> told = told_hidden_faults(ahead);
         if (told.size() == announced) return told;
     }
-    if (asked.station.hidden_faults)
-        if (const auto known = asked.station.hidden_faults()) return *known;
+    if (const auto known = known_hidden_faults(asked)) {
+        if (known->size() == announced) return *known;
+        throw refusal(recorded_name(path) + ": pannes cachées: " + std::to_string(announced) +
+                      " dans l'enregistrement, " + std::to_string(known->size()) +
+                      " dans l'exercice");
+    }
     throw refusal(recorded_name(path) +
                   ": ses pannes cachées manquent, qu'un --exercise peut donner");
 }
@@ -204,6 +221,7 @@ int recorded_station_main(int argc, char** argv, command_line line,
         check_together(asked.session);
         check_together(asked.recording, asked.given, station.set_up);
         asked.session.output_is_taken = asked.recording.csv == "-" || asked.recording.vcd == "-";
+        if (station.read_files) asked.read_files = station.read_files();
         return asked.recording.play.empty() ? record(asked) : play(asked);
     });
 }

@@ -23,6 +23,9 @@ struct recordable_station {
     /// The faults that a session hid whose recording was cut off before it tells them; nothing
     /// where nobody knows. Throws `failure`.
     std::function<std::optional<std::vector<station_fault>>()> hidden_faults = {};
+    /// The files that its options name to be read, "-" for the standard input: none is recorded to.
+    /// Throws `failure`.
+    std::function<std::vector<std::string>()> read_files = {};
 };
 
 /// The main of a station's program, as `station_main`, with recordings: --csv, --vcd, --play, --at.

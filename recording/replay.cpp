@@ -123,6 +123,8 @@ std::optional<std::string> replay::before_step(station_run& run) {
         if (difference_.empty()) taken_.push_back(taken);
     }
     if (taken_.empty()) return "l'enregistrement est coupé ici";
+    // What else the step took, and what came of it, may have been cut off.
+    cut_within_step_ = true;
     return std::nullopt;
 }
 

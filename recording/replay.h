@@ -32,7 +32,8 @@ public:
     /// The first difference, once.
     [[nodiscard]] std::string trouble() override;
 
-    /// Whether the recording ends within a step: the station answered more than it tells.
+    /// Whether the recording ends within a step: with what the step took, or before all that the
+    /// station answered.
     [[nodiscard]] bool cut_within_step() const { return cut_within_step_; }
 
     /// With its time, its name and both values.

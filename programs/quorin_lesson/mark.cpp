@@ -1,8 +1,8 @@
 #include "programs/quorin_lesson/mark.h"
 
-#include <unistd.h>
-
 #include <algorithm>
+#include <filesystem>
+#include <iostream>
 #include <span>
 
 #include "lesson/bundled_exercises.h"
@@ -13,7 +13,6 @@
 #include "recording/background_file.h"
 #include "recording/recorded_text.h"
 #include "session/failure.h"
-#include "session/messages.h"
 #include "workcell/workcell_model.h"
 
 namespace {
@@ -28,6 +27,15 @@ std::string file_of(const lesson_request& asked, option_key option) {
     return asked.given(option) ? asked.of(option).front() : std::string();
 }
 
+/// Whether both name one file, there or yet to be made.
+bool same_place(const std::string& one, const std::string& other) {
+    const auto place = [](const std::string& path) {
+        std::error_code error;
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(path, error), error);
+    };
+    return same_file(one, other) || place(one) == place(other);
+}
+
 /// No output may take the place of what is read: the exercise, the recordings.
 void check_outputs(const std::vector<std::string>& inputs, const std::string& pdf,
                    const std::string& csv) {
@@ -38,10 +46,11 @@ void check_outputs(const std::vector<std::string>& inputs, const std::string& pd
             if (same_file(file, each))
                 throw refusal(recorded_name(file) + ": ce fichier est lu, il reste comme il est");
     }
-    if (!pdf.empty() && (pdf == csv || (!csv.empty() && same_file(pdf, csv))))
+    if (!pdf.empty() && !csv.empty() && same_place(pdf, csv))
         throw misuse("--pdf et --csv veulent le même fichier");
 }
 
+// An error stream that takes nothing costs the reasons, and no marks.
 void tell(const exercise& task, const marked_recording& marked, bool verbose) {
     std::string text = line_of(marked);
     if (verbose && marked.standing)
@@ -49,7 +58,7 @@ void tell(const exercise& task, const marked_recording& marked, bool verbose) {
              verdict_sentences(task, *marked.standing, language::french))
             text += each.text + '\n';
     print(text);
-    if (!marked.standing) print_at_once("quorin-lesson: " + marked.refusal + "\n", STDERR_FILENO);
+    if (!marked.standing) std::cerr << "quorin-lesson: " + marked.refusal + "\n";
 }
 
 }  // namespace

@@ -22,6 +22,14 @@ std::string sorted_text(const std::vector<station_fault>& faults) {
     return text.empty() ? "aucune" : text;
 }
 
+/// The exercise's, in a line that does not give away the hidden ones.
+std::string wanted_text(const exercise_station& station) {
+    const std::size_t hidden = station.hidden_faults.size();
+    if (hidden == 0) return sorted_text(station.faults);
+    const std::string told = station.faults.empty() ? "" : sorted_text(station.faults) + " et ";
+    return told + std::to_string(hidden) + (hidden == 1 ? " cachée" : " cachées");
+}
+
 std::vector<station_fault> first_faults(const recording_head& head) {
     std::vector<station_fault> faults;
     for (const recorded_event& each : head.events)
@@ -57,13 +65,19 @@ private:
                           station_.hidden_faults.end());
         else
             compare("pannes cachées", std::to_string(announced), std::to_string(hidden));
-        compare("pannes", sorted_text(first_faults(head_)), sorted_text(wanted));
+        const std::string recorded = sorted_text(first_faults(head_));
+        if (recorded != sorted_text(wanted))
+            differ("pannes", recorded,
+                   announced == 0 ? wanted_text(station_) : sorted_text(wanted));
     }
     void compare(const std::string& what, const std::string& recorded,
                  const std::string& wanted) const {
-        if (recorded != wanted)
-            throw refusal(name_ + ": " + what + ": " + recorded + " dans l'enregistrement, " +
-                          wanted + " dans l'exercice");
+        if (recorded != wanted) differ(what, recorded, wanted);
+    }
+    [[noreturn]] void differ(const std::string& what, const std::string& recorded,
+                             const std::string& wanted) const {
+        throw refusal(name_ + ": " + what + ": " + recorded + " dans l'enregistrement, " + wanted +
+                      " dans l'exercice");
     }
 
     const exercise_station& station_;

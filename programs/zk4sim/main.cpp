@@ -32,7 +32,8 @@ int main(int argc, char** argv) {
          workcell_of,
          {"--seed", "--bases", "--parts", "--manual", "--names"},
          {{"--exercise", "--seed", "--bases", "--parts", "--duration", "--fault", "--manual"}},
-         [&] { return task.hidden_faults(); }},
+         [&] { return task.hidden_faults(); },
+         [&] { return files_read(options); }},
         [&](station_model& model, const session_options& session) {
             check_together(options, session);
             return task.given_to(session.headless

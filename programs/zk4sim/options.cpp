@@ -1,5 +1,6 @@
 #include "programs/zk4sim/options.h"
 
+#include "lesson/bundled_exercises.h"
 #include "session/failure.h"
 #include "session/keyed_rows.h"
 #include "session/whole_number.h"
@@ -52,6 +53,13 @@ command_line zk4sim_command_line(zk4sim_options& options) {
     command_line line{"zk4sim", "Simulateur de la station ZK4 de dépôt de colle", "", {}, ""};
     add_options(line, rows, options);
     return line;
+}
+
+std::vector<std::string> files_read(const zk4sim_options& options) {
+    std::vector<std::string> files;
+    if (!options.names.empty()) files.push_back(options.names);
+    if (!options.exercise.empty()) files.push_back(exercise_file_called(options.exercise));
+    return files;
 }
 
 void check_together(const zk4sim_options& options) {

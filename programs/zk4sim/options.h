@@ -2,6 +2,7 @@
 #pragma once
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "session/command_line.h"
 #include "session/session_options.h"
@@ -24,6 +25,9 @@ struct zk4sim_options {
 
 /// The command line of zk4sim; values go to `options`, which must live as long.
 command_line zk4sim_command_line(zk4sim_options& options);
+
+/// The files that they name to be read. Throws `refusal` where the exercise is none.
+[[nodiscard]] std::vector<std::string> files_read(const zk4sim_options& options);
 
 /// Throws `misuse` where its options exclude or demand one another, or those of every session.
 void check_together(const zk4sim_options& options);

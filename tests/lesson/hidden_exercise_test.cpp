@@ -94,7 +94,7 @@ TEST(HiddenExercise, WhatIsHiddenMustFit) {
         {with(fault, ""), {}},
         {with("", ""), {}},
         {with(fault, "[station]\npannes = [\"te=late\"]\n"),
-         {"4: cache: te est aussi dans pannes"}},
+         {"4: cache: une panne cachée est aussi dans pannes"}},
         {with(fault, "[station]\npannes_cachees = [\"ts=late\"]\n"), {twice}},
         {with(fault, "[diagnostic]\npannes = [\"ts=late\"]\n"), {twice}},
         {with("[station]\npannes_cachees = [\"zz=late\"]\n", ""), {misfit}},

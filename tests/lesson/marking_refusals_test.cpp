@@ -74,6 +74,31 @@ TEST_F(Marking, WhatTheRecordingSaysOfItsVerdictCountsForNothing) {
     EXPECT_EQ(marked(lesson.task, text).result(), "reussi");
 }
 
+TEST_F(Marking, AStepWhoseBeginningAloneIsRecordedIsNotWhole) {
+    lamp_lesson lesson;
+    lesson.task.goals = {
+        {{}, {{condition_place::output, "MTA", 1, place_of(station_output::MTA)}}, 0, {}, 2}};
+    const std::string full = lesson.recording();
+    const std::string head = full.substr(0, full.find("100,exercice,"));
+    // No sensor notices the belts at once.
+    const struct {
+        std::string rows;
+        std::int64_t over_ms, reached_ms;
+    } cuts[] = {
+        {"", 50, -1},
+        {"60,sortie,MTA,1\n", 60, -1},
+        {"60,sortie,MTA,1\n60,sortie,MT,1\n", 60, -1},
+        {"60,sortie,MTA,1\n60,sortie,MT,1\n80,sor", 60, -1},
+        {"60,sortie,MTA,1\n70,sortie,MT,1\n", 70, 70},
+    };
+    for (const auto& [rows, over_ms, reached_ms] : cuts) {
+        const marked_recording found = marked(lesson.task, head + rows);
+        ASSERT_TRUE(found.standing) << found.refusal;
+        EXPECT_EQ(found.standing->over_ms, over_ms) << rows;
+        EXPECT_EQ(found.standing->goals[0].reached_ms.value_or(-1), reached_ms) << rows;
+    }
+}
+
 class MarkingRefusals : public Marking {
 protected:
     struct row {
@@ -105,9 +130,9 @@ TEST_F(MarkingRefusals, WhatWasSetUpOtherwise) {
                     {lesson.recording(true, {}),
                      "pannes: aucune dans l'enregistrement, te=late dans l'exercice"},
                     {lesson.recording(false, told),
-                     "pannes: te=late dans l'enregistrement, b2s=stuck1 te=late dans l'exercice"},
+                     "pannes: te=late dans l'enregistrement, te=late et 1 cachée dans l'exercice"},
                     {lesson.recording(false, {told[0], other}),
-                     "pannes: b2s=stuck0 te=late dans l'enregistrement, b2s=stuck1 te=late dans "
+                     "pannes: b2s=stuck0 te=late dans l'enregistrement, te=late et 1 cachée dans "
                      "l'exercice"},
                     {changed(good, "pannes_cachees,1", "pannes_cachees,2"),
                      "pannes cachées: 2 dans l'enregistrement, 1 dans l'exercice"},

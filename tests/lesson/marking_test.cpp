@@ -75,12 +75,14 @@ struct examined_session {
     }
 
     /// How many steps are whole in a recording that was cut after so many bytes: those up to the
-    /// last row, where its step has no more answers behind it, else those up to the step before.
+    /// last row, where it tells an answer and its step has no more of them, else those up to the
+    /// step before.
     int whole_steps(std::size_t bytes) const {
         const auto cut = std::ranges::upper_bound(sizes_, bytes, {}, &size::all);
         const auto last = std::ranges::lower_bound(sizes_, std::prev(cut)->all, {}, &size::all);
-        if (bytes == last->all) return static_cast<int>(last - sizes_.begin());
-        const bool begun = cut == sizes_.end() || cut->answered > bytes;
+        if (bytes == last->all)
+            return static_cast<int>(last - sizes_.begin()) - (last->taken == bytes ? 1 : 0);
+        const bool begun = cut == sizes_.end() || cut->answered > bytes || cut->taken == bytes;
         return static_cast<int>(cut - sizes_.begin()) - (begun ? 1 : 0);
     }
     /// Of the first block.
@@ -91,9 +93,9 @@ struct examined_session {
 
 private:
     /// The recording's bytes after a step: with what the station answered, and with what the
-    /// exercise said behind it.
+    /// exercise said behind it; and those before, with what the step took.
     struct size {
-        std::size_t answered, all;
+        std::size_t answered, all, taken;
     };
 
     void step(station_run& run) {
@@ -106,9 +108,9 @@ private:
             examiner.take_answer({{"b1e", fault_kind::flicker}});
         const std::size_t before = kept.text.size();
         run.step([this](int output) { return given_[static_cast<std::size_t>(output)]; });
-        note_size(before);
+        note_size(before, run.ms());
     }
-    void note_size(std::size_t before) {
+    void note_size(std::size_t before, std::int64_t ms = 0) {
         const std::string& text = kept.text;
         std::size_t answered = text.size();
         while (answered > before) {
@@ -118,7 +120,15 @@ private:
         }
         // A step without answers adds nothing to the one before.
         if (answered == before && !sizes_.empty()) answered = sizes_.back().answered;
-        sizes_.push_back({answered, text.size()});
+        sizes_.push_back({answered, text.size(), taken_bytes(before, ms)});
+    }
+    /// Up to the last row of what the step took; 0 where it took nothing new.
+    std::size_t taken_bytes(std::size_t before, std::int64_t ms) const {
+        const std::string& text = kept.text;
+        std::size_t taken = before;
+        while (taken < text.size() && std::stoll(text.substr(taken, 20)) < ms)
+            taken = text.find('\n', taken) + 1;
+        return taken == before ? 0 : taken;
     }
 
     std::mt19937 random_;
