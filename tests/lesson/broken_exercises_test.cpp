@@ -1,93 +1,10 @@
 // Files that are no exercise, each with all the lines that are told of it.
-#include <random>
-
-#include "tests/lesson/exercise_texts.h"
+#include "tests/lesson/broken_exercises.h"
 
 namespace {
 
-using lines = std::vector<std::string>;
-
-struct broken {
-    std::string text;
-    lines told;
-};
-
-void expect_told(const std::vector<broken>& rows) {
-    for (const auto& [text, told] : rows) EXPECT_EQ(problems_in(text), told) << text;
-}
-
 const std::string ban = "[[jamais]]\ntexte = \"J\"\nquand = [\"te=1\"]\n";
 const std::string balance = "[[bilan]]\ntexte = \"B\"\ncompte = \"bonnes\"\n";
-
-const std::string too_early =
-    "le fichier finit trop tôt: il manque une fin de texte, un crochet ou une valeur";
-
-TEST(BrokenExercises, AFaultOfSyntaxIsOneLine) {
-    const std::string again = "cette clé est déjà donnée plus haut";
-    const std::string table_again = "cette table est déjà donnée plus haut";
-    const std::string value = "une valeur est attendue: un texte s'écrit entre guillemets";
-    expect_told({
-        {"format\n", {"1: TOML, colonne 7: = est attendu après la clé"}},
-        {whole + "points = \n", {"7: TOML, colonne 10: " + value}},
-        {whole + "points = deux\n", {"7: TOML, colonne 10: " + value}},
-        {whole + "points = 1\npoints = 2\n", {"8: TOML, colonne 10: " + again}},
-        {whole + "[station]\n[station]\n", {"8: TOML, colonne 1: " + table_again}},
-        {whole + "[station]\ngraine.x = 1\n[station.graine]\n",
-         {"9: TOML, colonne 1: " + table_again}},
-        {begun + "but = []\n" + goal, {"5: TOML, colonne 1: " + again}},
-        {begun + "enonce_en = \"E\nF\"\n",
-         {"4: TOML, colonne 15: un texte de plusieurs lignes s'écrit entre trois guillemets"}},
-        {begun + "enonce_en = \"\"\"E\n\n", {"5: TOML, colonne 2: " + too_early}},
-        {begun + "titre_en = \"a\\q\"\n",
-         {"4: TOML, colonne 15: \\ annonce une lettre que TOML n'a pas (\\\\ pour une barre)"}},
-        {whole + "points = 99999999999999999999\n",
-         {"7: TOML, colonne 30: ce nombre dépasse 64 bits"}},
-        {whole + "points = 01\n",
-         {"7: TOML, colonne 12: un nombre ne commence pas par un zéro de trop"}},
-        {whole + "points = 1 2\n", {"7: TOML, colonne 12: la ligne devrait finir là"}},
-        {whole + "\n\n]\n", {"9: TOML, colonne 1: une clé ou une table est attendue"}},
-        {begun + "titre_en = \"a\xE9\"\n", {"4: ce n'est pas de l'UTF-8"}},
-        {"\xFF\xFE"
-         "f\0o\0",
-         {"1: ce n'est pas de l'UTF-8"}},
-        {begun + "# \xC0\x80\n", {"4: ce n'est pas de l'UTF-8"}},
-        {begun + "[=]\n" + goal, {"4: TOML: faute de syntaxe"}},
-        {whole + "\n[[+a]]\n" + goal, {"8: TOML: faute de syntaxe"}},
-        {"[..", {"1: TOML: faute de syntaxe"}},
-        {begun + "# \x01\n", {"4: caractère de contrôle"}},
-        {begun + "titre_en = \"\x7F\"\n", {"4: caractère de contrôle"}},
-        {begun + "# a\rb\n", {"4: caractère de contrôle"}},
-        {begun + "[\x02", {"4: caractère de contrôle"}},
-        {begun + std::string(1, '\0'), {"4: caractère de contrôle"}},
-        {begun + "\n\xCB\xAD", {"5: caractère accentué ou autre hors d'un texte"}},
-        {begun + "énoncé = 1\n", {"4: caractère accentué ou autre hors d'un texte"}},
-        {begun + "titre_en\xC2\xA0= 'é' # é\n", {"4: caractère accentué ou autre hors d'un texte"}},
-        {begun + "a" + std::string(3000, '.') + "a = 1\n",
-         {"4: trop de tables les unes dans les autres"}},
-    });
-}
-
-TEST(BrokenExercises, DeepOnesAreRefused) {
-    std::string dots = "a", quoted = "[\"\"\"x\"\"\"\"";
-    for (int i = 0; i < 400'000; ++i) dots += ".a";
-    for (const std::string& text :
-         {dots + " = 1\n", "[" + dots + "]\n", "[[" + dots + "]]\n", "x = {" + dots + " = 1}\n",
-          "x = [\n{\n" + dots + " = 1}]\n", "x = " + quoted + ", {" + dots + " = 1}]\n",
-          "x = '\\', " + dots + " = 1\n", "x = \"\\\"\" # \"\"\"\n" + dots + " = 1\n"})
-        EXPECT_EQ(problems_in(text).size(), 1u) << text.substr(0, 30);
-    const std::string brackets(200'000, '['), braces = "{a=" + std::string(500'000, '{');
-    for (const std::string& text : {"x = " + brackets, "x = " + braces, brackets})
-        EXPECT_EQ(problems_in(text).size(), 1u) << text.substr(0, 30);
-}
-
-TEST(BrokenExercises, TextsFullOfPointsAreNoDepth) {
-    const std::string points(5000, '.');
-    for (const std::string& text :
-         {whole + "# " + points + "\n", begun + "titre_en = \"" + points + "\"\n" + goal,
-          begun + "enonce_en = \"\"\"\n\\\"\"\"" + points + "\"\"\"\"\"\n" + goal,
-          begun + "enonce_en = '''\n" + points + "'''\n" + goal})
-        EXPECT_EQ(problems_in(text), lines()) << text.substr(0, 60);
-}
 
 TEST(BrokenExercises, TheHeadIsThere) {
     const std::string file_keys =
@@ -163,8 +80,6 @@ TEST(BrokenExercises, TheStationCanBeSetUp) {
 }
 
 TEST(BrokenExercises, GoalsBansAndHintsHaveConditions) {
-    const std::string seconds = "un nombre de secondes de 0 à 1000000000 est attendu";
-    const std::string points = "un nombre entier de 0 à 1000000000 est attendu";
     const auto when = [](const std::string& conditions) {
         return begun + "[[but]]\ntexte = \"G\"\nquand = " + conditions + "\n";
     };
@@ -198,6 +113,13 @@ TEST(BrokenExercises, GoalsBansAndHintsHaveConditions) {
         {when("[\"b1s=1\", \"te=0\", \"b1s=0\"]"), {"6: quand: b1s=0: b1s=1 est déjà demandé"}},
         {when("[\n\"b1s=1\",\n\"te\\u0007=0\"]"),
          {"6: quand: te\\x07=0: la station n'a ni entrée ni sortie nommée \"te\\x07\""}},
+    });
+}
+
+TEST(BrokenExercises, GoalsBansAndHintsHaveTimesAndPoints) {
+    const std::string seconds = "un nombre de secondes de 0 à 1000000000 est attendu";
+    const std::string points = "un nombre entier de 0 à 1000000000 est attendu";
+    expect_told({
         {whole + "tenir_s = -1\navant_s = -0.5\n",
          {"7: tenir_s: " + seconds, "8: avant_s: " + seconds}},
         {whole + "tenir_s = nan\navant_s = inf\n",
@@ -272,36 +194,6 @@ TEST(BrokenExercises, AllIsToldByLines) {
                      "5: quand: x=1: la station n'a ni entrée ni sortie nommée \"x\"",
                      "5: quand: y: une condition s'écrit NOM=VALEUR",
                      "7: bases: un nombre entier de 0 à 1000000 est attendu"}));
-}
-
-/// Every problem is one line that can be shown, within the file; they are sorted.
-void expect_orderly(const std::string& text) {
-    const auto read = read_exercise(text, workcell_model(0));
-    const auto* const problems = std::get_if<exercise_problems>(&read);
-    if (!problems) return;
-    ASSERT_FALSE(problems->empty());
-    const auto last = 1 + std::count(text.begin(), text.end(), '\n');
-    ASSERT_TRUE(std::ranges::is_sorted(*problems, {}, &exercise_problem::line)) << text;
-    for (const exercise_problem& each : *problems) {
-        ASSERT_TRUE(each.line >= 1 && each.line <= last) << each.line << "\n" << text;
-        ASSERT_FALSE(each.reason.empty()) << text;
-        for (const char byte : each.reason) ASSERT_GE(static_cast<unsigned char>(byte), 32) << text;
-    }
-}
-
-TEST(BrokenExercises, EveryBeginningAndEveryChangeIsReadInOrder) {
-    for (std::size_t length = 0; length <= every_key.size(); ++length)
-        expect_orderly(every_key.substr(0, length));
-    std::mt19937 chance(7);
-    const std::string bytes = "\"'[]{}=.,#\\\n\r\t 019-abenst\xC3\x80";
-    for (int round = 0; round < 4000; ++round) {
-        std::string text = every_key;
-        for (unsigned changes = 1 + chance() % 3; changes > 0; --changes) {
-            const std::size_t at = chance() % text.size();
-            text.replace(at, chance() % 3, chance() % 3, bytes[chance() % bytes.size()]);
-        }
-        expect_orderly(text);
-    }
 }
 
 }  // namespace
