@@ -10,6 +10,8 @@ namespace {
 // The toolkit's loop runs whatever timeouts are due before it looks at the mouse again: one of no
 // time at all would keep it for ever.
 constexpr double least_rest_s = 0.001;
+// Of a session that is over, while its window stays.
+constexpr double rest_after_end_s = 0.2;
 
 void on_time(void* pump) { static_cast<session_pump*>(pump)->serve(); }
 void on_readable(int, void* pump) { on_time(pump); }
@@ -34,7 +36,9 @@ void session_pump::serve() {
     const std::chrono::duration<double> rest = session_.service();
     // Also when it is over: the toolkit may be about to sleep until the next timeout, and whoever
     // looks for the end waits for the toolkit.
-    Fl::add_timeout(std::max(rest.count(), least_rest_s), on_time, this);
+    Fl::add_timeout(std::max(rest.count(), end_was_seen_ ? rest_after_end_s : least_rest_s),
+                    on_time, this);
+    end_was_seen_ = session_.over();
     serving_ = false;
     served_();
 }

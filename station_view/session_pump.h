@@ -19,5 +19,5 @@ public:
 private:
     live_session& session_;
     std::function<void()> served_;
-    bool serving_ = false;
+    bool serving_ = false, end_was_seen_ = false;
 };

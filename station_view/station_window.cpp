@@ -11,6 +11,7 @@
 
 #include "session/failure.h"
 #include "station_view/count_panel.h"
+#include "station_view/exercise_panel.h"
 #include "station_view/fault_list.h"
 #include "station_view/incident_list.h"
 #include "station_view/keyed_window.h"
@@ -31,6 +32,11 @@ double now_s() {
         .count();
 }
 
+bool works_after_end(window_action action) {
+    return action == window_action::journal || action == window_action::verdict ||
+           action == window_action::drawing_alone;
+}
+
 }  // namespace
 
 station_window::station_window(live_session& session, station_model& model,
@@ -49,7 +55,9 @@ station_window::station_window(live_session& session, station_model& model,
     window_->color(window_style::paper);
     const auto* const drawn = dynamic_cast<const workcell_model*>(&model);
     auto* const by_hand = dynamic_cast<manual_station*>(&model);
-    body_ = drawn ? new window_body : nullptr;
+    body_ = drawn ? new window_body(options_.task ? layout::side_part::exercise
+                                                  : layout::side_part::faults)
+                  : nullptr;
     if (drawn)
         add_drawing(*drawn);
     else if (by_hand)
@@ -57,7 +65,7 @@ station_window::station_window(live_session& session, station_model& model,
     else
         add_lamps(model);
     add_middle_column(drawn != nullptr);
-    add_faults();
+    options_.task ? add_exercise() : add_faults();
     if (body_) {
         body_->end();
         window_->resizable(body_);
@@ -70,6 +78,7 @@ station_window::station_window(live_session& session, station_model& model,
     window_->callback(
         [](Fl_Widget*, void* self) {
             auto& window = *static_cast<station_window*>(self);
+            window.closed_ = true;
             window.session_.end("fenêtre fermée");
             window.changed();
         },
@@ -111,7 +120,7 @@ void station_window::add_lamps(const station_model& model) {
 
 void station_window::add_middle_column(bool with_desk) {
     const int left = layout::desk_title.x - 8, right = layout::faults_title.x - 4;
-    auto* const column = new Fl_Group(left, 0, right - left, layout::height);
+    column_ = new Fl_Group(left, 0, right - left, layout::height);
     const auto served = [this] { changed(); };
     if (with_desk) {
         window_style::add_heading(layout::desk_title, text_of(window_word::desk, options_.in));
@@ -126,9 +135,9 @@ void station_window::add_middle_column(bool with_desk) {
     if (body_)
         new panel_button(layout::drawing_alone, window_action::drawing_alone, options_.in,
                          [this] { body_->change_drawing_alone(); });
-    column->end();
+    column_->end();
     // Without the desk, what stands below it moves up.
-    column->position(column->x() - columns_left_by_, with_desk ? 0 : -layout::time_title.y + 6);
+    column_->position(column_->x() - columns_left_by_, with_desk ? 0 : -layout::time_title.y + 6);
 }
 
 void station_window::add_faults() {
@@ -141,6 +150,13 @@ void station_window::add_faults() {
     group->end();
     group->position(group->x() - columns_left_by_, 0);
     if (session_.replaying() || session_.examined()) faults_->deactivate();
+}
+
+void station_window::add_exercise() {
+    const int left = layout::faults_title.x - 4;
+    exercise_ = new exercise_panel(
+        {left - columns_left_by_, 0, layout::width - left, layout::height}, *options_.task,
+        session_.run().model(), options_.title, options_.in, [this] { changed(); });
 }
 
 void station_window::place() {
@@ -162,8 +178,21 @@ void station_window::show() {
 
 void station_window::hide() {
     Fl::remove_timeout(draw_when_due, this);
-    journal_process_.close();
+    close_documents();
     window_->hide();
+}
+
+void station_window::close_documents() {
+    journal_process_.close();
+    if (exercise_) exercise_->close_documents();
+}
+
+void station_window::conclude() {
+    Fl::remove_timeout(draw_when_due, this);
+    if (desk_) desk_->only_show();
+    time_->only_show();
+    draw_now();
+    if (exercise_) report([this] { exercise_->conclude(); });
 }
 
 void station_window::changed() {
@@ -193,6 +222,11 @@ void station_window::draw_now() {
     if (counts_) counts_->show();
     time_->show();
     if (moment_) moment_->show();
+    if (exercise_) exercise_->show_standing();
+    if (faults_) show_faults();
+}
+
+void station_window::show_faults() {
     faults_->show_faults();
     std::string heading = text_of(window_word::faults, options_.in);
     if (faults_->faults_set() > 0) heading += " : " + std::to_string(faults_->faults_set());
@@ -216,6 +250,7 @@ bool station_window::take_key(int symbol, bool shift, bool down) {
 }
 
 void station_window::act(window_action action) {
+    if (session_.over() && !works_after_end(action)) return;
     switch (action) {
         case window_action::emergency:
         case window_action::unlock:
@@ -235,7 +270,13 @@ void station_window::act(window_action action) {
             time_->change_speed(action == window_action::faster);
             break;
         case window_action::faults:
-            faults_->go_to();
+            if (faults_) faults_->go_to();
+            break;
+        case window_action::diagnosis:
+            if (exercise_) exercise_->open_diagnosis();
+            break;
+        case window_action::verdict:
+            if (exercise_) report([this] { exercise_->open_verdict(); });
             break;
         case window_action::journal:
             open_journal();
@@ -249,8 +290,15 @@ void station_window::act(window_action action) {
 }
 
 void station_window::open_journal() {
-    try {
+    report([this] {
         journal_process_.show(journal_.lines(options_.title, options_.in), options_.in);
+    });
+}
+
+// What cannot be opened is told where it is seen.
+void station_window::report(const std::function<void()>& open) {
+    try {
+        open();
     } catch (const failure& why) {
         window_->copy_label(why.why.c_str());
     }

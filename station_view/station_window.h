@@ -19,6 +19,8 @@
 class Fl_Box;
 class Fl_Group;
 class count_panel;
+class exercise_examiner;
+class exercise_panel;
 class fault_list;
 class incident_list;
 class keyed_window;
@@ -29,6 +31,8 @@ struct window_options {
     language in = language::french;
     /// Names the window; empty: what it shows does.
     std::string title;
+    /// The session's task, if it has one: shown in the place of the faults. Must live as long.
+    exercise_examiner* task = nullptr;
 };
 
 class station_window {
@@ -46,7 +50,13 @@ public:
 
     void show();
     void hide();
-    void close_journal() { journal_process_.close(); }
+    /// Closes the documents that it has opened.
+    void close_documents();
+
+    /// The session is over with its task: shows the verdict, and stands still.
+    void conclude();
+    /// Whether its user has closed it.
+    bool closed() const { return closed_; }
 
     /// After the session was served: what is shown may have changed. It is drawn within a thirtieth
     /// of a second, and no more often.
@@ -64,12 +74,15 @@ private:
     void make_room(int panels_width);
     void add_middle_column(bool with_desk);
     void add_faults();
+    void add_exercise();
     void place();
     bool take_key(int symbol, bool shift, bool down);
     void changed();
     static void draw_when_due(void* self);
     void draw_now();
+    void show_faults();
     void open_journal();
+    void report(const std::function<void()>& open);
 
     live_session& session_;
     const window_options options_;
@@ -91,9 +104,12 @@ private:
     incident_list* incidents_ = nullptr;
     fault_list* faults_ = nullptr;
     Fl_Box* faults_heading_ = nullptr;
+    exercise_panel* exercise_ = nullptr;
+    Fl_Group* column_ = nullptr;
     std::string told_trouble_;
     // How far left the columns stand, for what is narrower than the drawing.
     int columns_left_by_ = 0;
     bool drawing_is_due_ = false;
     double drawn_at_s_ = 0;
+    bool closed_ = false;
 };

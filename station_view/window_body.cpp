@@ -2,7 +2,7 @@
 
 void window_body::resize(int x, int y, int w, int h) {
     Fl_Widget::resize(x, y, w, h);
-    const window_layout::arrangement now = window_layout::arranged(w, h);
+    const window_layout::arrangement now = window_layout::arranged(w, h, side_);
     const window_layout::area parts[] = {
         drawing_alone_ ? window_layout::area{0, 0, w, h} : now.drawing, now.middle, now.faults};
     for (int i = 0; i < children(); ++i)

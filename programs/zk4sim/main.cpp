@@ -35,8 +35,8 @@ int main(int argc, char** argv) {
          [&] { return task.hidden_faults(); }},
         [&](station_model& model, const session_options& session) {
             check_together(options, session);
-            return task.given_to(session.headless
-                                     ? run_headless
-                                     : run_in_window(model, {options.in, session.title}));
+            return task.given_to(session.headless ? run_headless
+                                                  : run_in_window(model, {options.in, session.title,
+                                                                          task.examiner()}));
         });
 }
