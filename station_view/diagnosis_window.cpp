@@ -34,8 +34,17 @@ public:
         if (Fl::event_key() == FL_Escape)
             hide();
         else
-            Fl_Double_Window::handle(FL_SHORTCUT);
+            press_button_of_key();
         return 1;
+    }
+
+private:
+    // The toolkit gives the keyboard to the button; the list that had it wants it for the next
+    // line.
+    void press_button_of_key() {
+        Fl_Widget* const before = Fl::focus();
+        Fl_Double_Window::handle(FL_SHORTCUT);
+        if (shown() && before && contains(before) && before->active_r()) Fl::focus(before);
     }
 };
 

@@ -7,6 +7,7 @@
 namespace {
 
 using window_layout::area;
+using window_layout::side_part;
 
 bool overlap(const area& a, const area& b) {
     return a.x < b.x + b.w && b.x < a.x + a.w && a.y < b.y + b.h && b.y < a.y + a.h;
@@ -48,18 +49,21 @@ TEST(WindowLayout, PartsFillTheWindowAndTouchEachOtherOnly) {
                             {0, 0, 1718, 640},  {0, 0, 1366, 720},  {0, 0, 1920, 1046},
                             {0, 0, 1000, 1000}, {0, 0, 3840, 2120}, {0, 0, 3840, 300}};
     for (const area& window : windows) {
-        const auto [drawing, middle, faults] = window_layout::arranged(window.w, window.h);
-        const area parts[] = {drawing, middle, faults};
-        for (const area& part : parts) {
-            EXPECT_GE(part.x, 0) << window.w << "x" << window.h;
-            EXPECT_GT(part.w, 0) << window.w << "x" << window.h;
-            EXPECT_LE(part.x + part.w, window.w) << window.w << "x" << window.h;
-            EXPECT_LE(part.y + part.h, window.h) << window.w << "x" << window.h;
+        for (const side_part side : {side_part::faults, side_part::exercise}) {
+            const auto [drawing, middle, faults] =
+                window_layout::arranged(window.w, window.h, side);
+            const area parts[] = {drawing, middle, faults};
+            for (const area& part : parts) {
+                EXPECT_GE(part.x, 0) << window.w << "x" << window.h;
+                EXPECT_GT(part.w, 0) << window.w << "x" << window.h;
+                EXPECT_LE(part.x + part.w, window.w) << window.w << "x" << window.h;
+                EXPECT_LE(part.y + part.h, window.h) << window.w << "x" << window.h;
+            }
+            EXPECT_FALSE(overlap(drawing, middle) || overlap(drawing, faults) ||
+                         overlap(middle, faults))
+                << window.w << "x" << window.h;
+            EXPECT_EQ(faults.y + faults.h, window.h) << "the list of faults goes down to the edge";
         }
-        EXPECT_FALSE(overlap(drawing, middle) || overlap(drawing, faults) ||
-                     overlap(middle, faults))
-            << window.w << "x" << window.h;
-        EXPECT_EQ(faults.y + faults.h, window.h) << "the list of faults goes down to the edge";
     }
 }
 
@@ -70,6 +74,8 @@ TEST(WindowLayout, NamesAreLegibleOnAProjector) {
     };
     // Maximised on a projector of 1920 x 1080, below a title bar and above a task bar.
     EXPECT_GE(name_px(window_layout::arranged(1920, 1000).drawing.w, 1000), 14);
+    const area drawing = window_layout::arranged(1920, 1000, side_part::exercise).drawing;
+    EXPECT_GE(name_px(drawing.w, drawing.h), 14) << "with an exercise below";
     EXPECT_GE(name_px(1920, 1000), 18) << "the drawing alone";
     EXPECT_GE(name_px(1000, 380), 9) << "the drawing alone, in the smallest window";
 }
