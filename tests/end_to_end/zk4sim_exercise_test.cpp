@@ -9,7 +9,7 @@ const std::string task_begin =
     "enonce = \"\"\"\nSortez la butée 1.\n\"\"\"\n";
 const std::string goal =
     "[[but]]\ntexte = \"la butée 1 est sortie\"\nquand = [\"BZ1=1\", \"b1s=1\"]\n"
-    "tenir_s = 0.5\navant_s = 60\npoints = 2\n";
+    "tenir_s = 0.5\navant_s = 6000\npoints = 2\n";
 const std::string ban =
     "[[jamais]]\ntexte = \"la presse descend\"\nquand = [\"DESP=1\"]\nmoins = 1\n";
 const std::string hidden =
@@ -47,8 +47,8 @@ TEST_F(Zk4simExercise, OneThatIsPassedLiveIsPassedInItsRecording) {
     const std::string exercise = task(hidden + goal + ban + diagnosis);
     const outcome end =
         run_task(exercise, {"--csv", file("a.csv"), "--exec",
-                            io + "status && " + io + "set BZ1=1 && " + io + "diagnose te=late && " +
-                                io + "diagnose vb=stuck1 && sleep 60"});
+                            io + "status && " + io + "diagnose te=late && " + io +
+                                "diagnose vb=stuck1 && " + io + "set BZ1=1 && sleep 60"});
     EXPECT_EQ(end.status, 0) << end.err;
     const std::string before = end.err.substr(0, end.err.find("zk4sim: exercice terminé"));
     EXPECT_EQ(before.find("vb=stuck1"), std::string::npos) << "told before the verdict";
