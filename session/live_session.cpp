@@ -1,7 +1,6 @@
 #include "session/live_session.h"
 
 #include <poll.h>
-#include <signal.h>
 #include <sys/epoll.h>
 #include <unistd.h>
 
@@ -267,20 +266,9 @@ void live_session::wait_for_child() {
 // It is told of the end, and ended by force when it goes on all the same.
 void live_session::dismiss_command(moment now) {
     if (options_.command.empty() || !child_ || child_->ended()) return;
-    if (!command_dismissed_) end_command();
+    if (!command_dismissed_) child_->ask_to_end();
     command_dismissed_ = true;
-    if (now - ended_at_ >= farewell) end_child_by_force();
-}
-
-// One that somebody has stopped hears of it, too.
-void live_session::end_command() const {
-    kill(-child_->id(), SIGTERM);
-    kill(-child_->id(), SIGCONT);
-}
-
-void live_session::end_child_by_force() {
-    kill(-child_->id(), SIGKILL);
-    while (!child_->ended()) usleep(1000);
+    if (now - ended_at_ >= farewell) child_->end_by_force();
 }
 
 bool live_session::ended_with_task() const { return end_.words() == task_is_over; }

@@ -120,8 +120,6 @@ private:
     duration rest(moment now) const;
     void wait_for_child();
     void dismiss_command(moment now);
-    void end_command() const;
-    void end_child_by_force();
 
     const session_options& options_;
     message_stream& messages_;

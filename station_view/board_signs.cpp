@@ -27,11 +27,11 @@ void disc(const area& at, Fl_Color colour) {
     fl_pie(at.x, at.y, at.w, at.h, 0, 360);
 }
 
-void ring(const area& at, Fl_Color colour) {
-    stroke(at, colour);
-    const int in = stroke_of(at) / 2;
-    fl_arc(at.x + in, at.y + in, at.w - 2 * in, at.h - 2 * in, 0, 360);
-    fl_line_style(0);
+// Two discs: the toolkit's thick arcs are ragged.
+void ring(const area& at, Fl_Color colour, Fl_Color inside = style::white) {
+    disc(at, colour);
+    const int in = stroke_of(at);
+    disc({at.x + in, at.y + in, at.w - 2 * in, at.h - 2 * in}, inside);
 }
 
 void tick(const area& at, Fl_Color colour) {
@@ -69,8 +69,7 @@ void reached(const area& at) {
 }
 // A clock: its hands say why it does not count.
 void too_late(const area& at) {
-    disc(at, style::amber);
-    ring(at, style::ink);
+    ring(at, style::ink, style::amber);
     stroke(at, style::ink);
     const int x = at.x + at.w / 2, y = at.y + at.h / 2;
     fl_line(x, at.y + at.h / 4, x, y);

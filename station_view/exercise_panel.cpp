@@ -29,8 +29,7 @@ struct sizes {
 /// at the screen.
 sizes text_sizes(int w, bool side_by_side) {
     if (!side_by_side) return {13, std::clamp(w / 25, 13, 24)};
-    const int most = std::clamp(w / 80, 14, 64);
-    return {std::max(14, most * 7 / 10), most};
+    return {std::clamp(w / 110, 14, 48), std::clamp(w / 64, 14, 64)};
 }
 
 }  // namespace

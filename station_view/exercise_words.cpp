@@ -22,7 +22,7 @@ constexpr word_row rows[] = {
     {exercise_word::time_left,     {"reste ", "left: "}},
     {exercise_word::too_late,      {"trop tard", "too late"}},
     {exercise_word::not_reached,   {"pas atteint", "not reached"}},
-    {exercise_word::happened,      {"arrivé à ", "happened at "}},
+    {exercise_word::happened,      {"à ", "at "}},
     {exercise_word::not_failed,    {"pas arrivé", "did not happen"}},
     {exercise_word::no_answer_yet, {"pas encore de réponse", "no answer yet"}},
     {exercise_word::no_answer,     {"pas de réponse", "no answer"}},

@@ -1,6 +1,5 @@
 #include "station_view/journal_process.h"
 
-#include <signal.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -71,11 +70,10 @@ void journal_process::show(const std::vector<std::string>& lines, language in) {
 
 void journal_process::close() {
     if (!child_) return;
-    kill(-child_->id(), SIGTERM);
-    kill(-child_->id(), SIGCONT);
+    child_->ask_to_end();
     constexpr int looks = 500;
     for (int look = 0; !child_->ended(); ++look) {
-        if (look == looks) kill(-child_->id(), SIGKILL);
+        if (look == looks) child_->end_by_force();
         usleep(2000);
     }
     child_.reset();

@@ -75,6 +75,7 @@ private:
     void add_middle_column(bool with_desk);
     void add_faults();
     void add_exercise();
+    void name_window(const station_model& model);
     void place();
     bool take_key(int symbol, bool shift, bool down);
     void changed();
