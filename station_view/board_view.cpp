@@ -4,6 +4,7 @@
 #include <FL/fl_draw.H>
 
 #include <algorithm>
+#include <limits>
 
 #include "station_view/board_signs.h"
 #include "station_view/window_style.h"
@@ -36,10 +37,12 @@ int note_width(const board_line& line, int text_px) {
     return text_width(line.note) + text_px / 2;
 }
 
-std::vector<laid_line> laid_out(const std::vector<board_line>& lines, int w, int text_px) {
+std::vector<laid_line> laid_out(const std::vector<board_line>& lines, int w, int text_px,
+                                int most = std::numeric_limits<int>::max()) {
     std::vector<laid_line> found;
     int top = gap(text_px);
     for (const board_line& each : lines) {
+        if (top > most) break;
         const int edges = text_px,
                   room = w - edges - indent_of(each, text_px) - note_width(each, text_px);
         fl_font(font_of(each), text_px);
@@ -76,6 +79,7 @@ public:
 
 private:
     void draw_line(const board_line& line, const laid_line& at) const {
+        if (!fl_not_clipped(x(), y() + at.top, w(), at.h)) return;
         const sign_look& look = look_of(line.sign);
         const int top = y() + at.top, left = x() + text_px / 2;
         if (look.behind != window_style::white) {
@@ -90,8 +94,9 @@ private:
         fl_color(look.text);
         int y_of_row = base;
         for (const std::string& each : at.rows) {
-            fl_draw(each.data(), static_cast<int>(each.size()), left + indent_of(line, text_px),
-                    y_of_row);
+            if (fl_not_clipped(x(), y_of_row - row, w(), 2 * row))
+                fl_draw(each.data(), static_cast<int>(each.size()), left + indent_of(line, text_px),
+                        y_of_row);
             y_of_row += row;
         }
         if (line.note.empty()) return;
@@ -110,9 +115,9 @@ board_view::board_view() : Fl_Scroll(0, 0, 10, 10), sheet_(new board_sheet) {
     scrollbar.linesize(30);
 }
 
-int board_view::height_of(const std::vector<board_line>& lines, int w, int text_px) {
+int board_view::height_of(const std::vector<board_line>& lines, int w, int text_px, int most) {
     const int edges = 2 * Fl::box_dx(FL_BORDER_BOX);
-    return height_of_laid(laid_out(lines, w - edges, text_px), text_px) + edges;
+    return height_of_laid(laid_out(lines, w - edges, text_px, most), text_px) + edges;
 }
 
 void board_view::show_lines(const std::vector<board_line>& lines) {

@@ -14,8 +14,10 @@ public:
     /// In the group being filled; it has no place yet.
     board_view();
 
-    /// How high these lines are in a view of that width.
-    [[nodiscard]] static int height_of(const std::vector<board_line>& lines, int w, int text_px);
+    /// How high these lines are in a view of that width, as far as `most`: of more than that only
+    /// that it is more.
+    [[nodiscard]] static int height_of(const std::vector<board_line>& lines, int w, int text_px,
+                                       int most);
 
     /// Draws again only where something differs.
     void show_lines(const std::vector<board_line>& lines);

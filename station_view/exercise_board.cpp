@@ -38,7 +38,6 @@ public:
 
     exercise_board board() {
         write_head();
-        write_task();
         write_goals();
         write_bans();
         write_balances();
@@ -53,7 +52,7 @@ private:
     std::string points(std::int64_t number) const { return points_text(number, in_); }
     bool over() const { return standing_.over_ms.has_value(); }
     void add(sign which, const std::string& line, const std::string& note = "") {
-        board_.goals.push_back({which, recorded_name(line), note});
+        board_.lines.push_back({which, recorded_name(line), note});
     }
     void add_heading(word which) { add(sign::heading, text(which)); }
     std::string left(std::int64_t until_ms) const {
@@ -70,23 +69,6 @@ private:
         } else if (task_.station.duration_ms) {
             board_.time = left(*task_.station.duration_ms);
         }
-    }
-
-    // The file's own ends of lines are those of its editor: lines that go on are one paragraph.
-    void write_task() {
-        std::istringstream lines(task_.task.in(in_));
-        std::string before;
-        for (std::string line; std::getline(lines, line); before = line) {
-            if (!before.empty() && continues(line))
-                board_.task.back().text += " " + line;
-            else
-                board_.task.push_back({sign::text, line});
-        }
-        for (board_line& each : board_.task) each.text = recorded_name(each.text);
-        if (task_.station.faults.empty()) return;
-        board_.task.push_back({sign::heading, text(word::told_faults)});
-        for (const station_fault& each : task_.station.faults)
-            board_.task.push_back({sign::text, recorded_name(fault_sentence(each, in_))});
     }
 
     void write_goals() {
@@ -185,23 +167,31 @@ private:
     exercise_board board_;
 };
 
-/// How many bytes of `text` fit: up to a blank where there is one, else whole characters.
+/// How many bytes of `text` fit: up to a blank where there is one, else whole characters, one at
+/// least.
 std::size_t bytes_that_fit(std::string_view text, int room,
                            const std::function<int(std::string_view)>& width) {
-    if (width(text) <= room) return text.size();
-    std::size_t fits = 0;
-    for (std::size_t at = text.find(' '); at != text.npos; at = text.find(' ', at + 1)) {
-        if (width(text.substr(0, at)) > room) break;
-        fits = at;
+    constexpr std::size_t most_bytes = 4;
+    const std::size_t most = static_cast<std::size_t>(room) * most_bytes;
+    const std::string_view head = text.substr(0, most + 1);
+    const auto fits = [&](std::size_t bytes) {
+        return bytes <= most && width(head.substr(0, bytes)) <= room;
+    };
+    std::size_t whole_words = 0;
+    for (std::size_t at = 0; at < head.size(); ++at) {
+        at = std::min(head.find(' ', at), head.size());
+        if (!fits(at)) break;
+        whole_words = at;
     }
-    if (fits > 0) return fits;
-    const std::size_t word_end = std::min(text.find(' '), text.size());
-    for (std::size_t at = 0; at < word_end;) {
-        const std::size_t next = at + std::max<std::size_t>(utf8_length(text.substr(at)), 1);
-        if (at > 0 && width(text.substr(0, next)) > room) return at;
+    if (whole_words > 0 || head.empty()) return whole_words;
+    std::size_t at = 0;
+    while (at < head.size()) {
+        const std::size_t next =
+            at + std::max<std::size_t>(utf8_length(text.substr(at, most_bytes)), 1);
+        if (at > 0 && !fits(next)) break;
         at = next;
     }
-    return word_end;
+    return at;
 }
 
 }  // namespace
@@ -211,10 +201,29 @@ exercise_board board_of(const exercise& task, const exercise_standing& standing,
     return board_writer(task, standing, answer, in).board();
 }
 
+// The file's own ends of lines are those of its editor: lines that go on are one paragraph.
+std::vector<board_line> task_of_board(const exercise& task, language in) {
+    std::vector<board_line> found;
+    std::istringstream lines(task.task.in(in));
+    std::string before;
+    for (std::string line; std::getline(lines, line); before = line) {
+        if (!before.empty() && continues(line))
+            found.back().text += " " + line;
+        else
+            found.push_back({sign::text, line});
+    }
+    for (board_line& each : found) each.text = recorded_name(each.text);
+    if (!task.station.faults.empty())
+        found.push_back({sign::heading, text_of(word::told_faults, in)});
+    for (const station_fault& each : task.station.faults)
+        found.push_back({sign::text, recorded_name(fault_sentence(each, in))});
+    return found;
+}
+
 int current_line(const exercise_board& board) {
-    for (std::size_t i = 0; i < board.goals.size(); ++i)
-        if (board.goals[i].sign == board_sign::current ||
-            board.goals[i].sign == board_sign::overdue)
+    for (std::size_t i = 0; i < board.lines.size(); ++i)
+        if (board.lines[i].sign == board_sign::current ||
+            board.lines[i].sign == board_sign::overdue)
             return static_cast<int>(i);
     return -1;
 }

@@ -46,8 +46,8 @@ struct exercise_board {
     /// it is passed.
     std::string points, time;
     board_result result = board_result::none;
-    /// Paragraphs of the task and the faults that are told; what is judged.
-    std::vector<board_line> task, goals;
+    /// What is judged, in parts with headings.
+    std::vector<board_line> lines;
     bool operator==(const exercise_board&) const = default;
 };
 
@@ -57,10 +57,13 @@ struct exercise_board {
 [[nodiscard]] exercise_board board_of(const exercise& task, const exercise_standing& standing,
                                       const std::string& answer, language in);
 
-/// The place of the line that wants to be seen first among the goals: the current one; -1: none.
+/// What does not change: the paragraphs of the task, and the faults that are told.
+[[nodiscard]] std::vector<board_line> task_of_board(const exercise& task, language in);
+
+/// The place of the line that wants to be seen, the current goal's; -1: there is none.
 [[nodiscard]] int current_line(const exercise_board& board);
 
 /// A text in lines no wider than `room`, broken at blanks, and within a word that is wider by
-/// itself. `width` measures. At least one line.
+/// itself. `width` measures, and finds no character narrower than 1. At least one line.
 [[nodiscard]] std::vector<std::string> wrapped(std::string_view text, int room,
                                                const std::function<int(std::string_view)>& width);

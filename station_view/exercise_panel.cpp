@@ -40,6 +40,7 @@ exercise_panel::exercise_panel(const area& at, exercise_examiner& task, const st
       task_(task),
       title_(title),
       language_(in),
+      task_lines_(task_of_board(task.task(), in)),
       head_(new exercise_head),
       text_(new board_view),
       goals_(new board_view),
@@ -53,6 +54,7 @@ exercise_panel::exercise_panel(const area& at, exercise_examiner& task, const st
     end();
     if (!task_.task().diagnosis) diagnosis_->hide();
     verdict_->hide();
+    text_->show_lines(task_lines_);
     show_standing();
     lay_out();
 }
@@ -63,8 +65,7 @@ void exercise_panel::show_standing() {
     const bool another_goal = current_line(now) != current_line(board_);
     board_ = std::move(now);
     head_->show_board(board_);
-    text_->show_lines(board_.task);
-    goals_->show_lines(board_.goals);
+    goals_->show_lines(board_.lines);
     if (another_goal) goals_->bring_into_view(current_line(board_));
 }
 
@@ -101,13 +102,12 @@ bool exercise_panel::fits(int text_px, bool side_by_side) const {
     const bool has_button = diagnosis_->visible() || verdict_->visible();
     const int button_h = has_button ? button_height(text_px) + edge : 0;
     const int inside_w = w() - 2 * edge, inside_h = h() - 3 * edge - head_h;
-    if (!side_by_side)
-        return board_view::height_of(board_.task, inside_w, text_px) + edge +
-                   board_view::height_of(board_.goals, inside_w, text_px) + button_h <=
-               inside_h;
-    const int task_w = task_width(inside_w);
-    return board_view::height_of(board_.task, task_w, text_px) + button_h <= inside_h &&
-           board_view::height_of(board_.goals, inside_w - task_w - edge, text_px) <= inside_h;
+    const int task_w = side_by_side ? task_width(inside_w) : inside_w;
+    const int goals_w = side_by_side ? inside_w - task_w - edge : inside_w;
+    const int task_h = board_view::height_of(task_lines_, task_w, text_px, inside_h) + button_h;
+    if (task_h > inside_h) return false;
+    const int goals_h = board_view::height_of(board_.lines, goals_w, text_px, inside_h);
+    return (side_by_side ? goals_h : task_h + edge + goals_h) <= inside_h;
 }
 
 // As large as all of it can be read at once, but never smaller than the least size: it scrolls
@@ -139,8 +139,8 @@ void exercise_panel::stand_below_each_other(const area& at, int text_px) {
     const bool has_button = diagnosis_->visible() || verdict_->visible();
     const int button_h = has_button ? button_height(text_px) + edge : 0;
     const int room = at.h - button_h - edge;
-    const int goals_wanted = board_view::height_of(board_.goals, at.w, text_px);
-    const int task_wanted = board_view::height_of(board_.task, at.w, text_px);
+    const int goals_wanted = board_view::height_of(board_.lines, at.w, text_px, room);
+    const int task_wanted = board_view::height_of(task_lines_, at.w, text_px, room);
     const int least_task = std::min(task_wanted, room * 2 / 5);
     const int task_h = std::max(least_task, std::min(task_wanted, room - goals_wanted));
     text_->stand(at.x, at.y, at.w, task_h, text_px);

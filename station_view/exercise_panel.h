@@ -47,6 +47,7 @@ private:
     exercise_examiner& task_;
     const std::string title_;
     const language language_;
+    const std::vector<board_line> task_lines_;
     exercise_board board_;
     exercise_head* head_;
     board_view *text_, *goals_;

@@ -24,7 +24,8 @@ void serve(live_session& session, station_window& window) {
         Fl::wait();
         if (!display_connection::lost()) window.worked();
     }
-    if (session.ended_with_task() && !display_connection::lost()) stand_still(window);
+    if (session.ended_with_task() && !window.closed() && !display_connection::lost())
+        stand_still(window);
     window.on_change({});
 }
 

@@ -1,6 +1,8 @@
 // What the window tells of an exercise, without a display.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "station_view/exercise_board.h"
 
 namespace {
@@ -50,7 +52,7 @@ exercise_board french(const exercise& task, const exercise_standing& standing,
 
 /// The line that begins so; one that says so where there is none.
 board_line line_with(const exercise_board& board, const std::string& begin) {
-    for (const board_line& each : board.goals)
+    for (const board_line& each : board.lines)
         if (each.text.starts_with(begin)) return each;
     return {sign::text, "there is no " + begin, ""};
 }
@@ -58,8 +60,7 @@ board_line line_with(const exercise_board& board, const std::string& begin) {
 bool says(const exercise_board& board, const std::string& what) {
     const auto in = [&](const std::string& text) { return text.find(what) != text.npos; };
     bool found = in(board.title) || in(board.points) || in(board.time);
-    for (const auto* const lines : {&board.task, &board.goals})
-        for (const board_line& each : *lines) found = found || in(each.text) || in(each.note);
+    for (const board_line& each : board.lines) found = found || in(each.text) || in(each.note);
     return found;
 }
 
@@ -103,7 +104,7 @@ TEST(ExerciseBoard, TheCurrentGoalIsTheLineToBeSeen) {
         const exercise_board board = french(task, standing_of(task, 5000, reached));
         const int line = current_line(board);
         ASSERT_GE(line, 0) << reached;
-        EXPECT_TRUE(board.goals[static_cast<std::size_t>(line)].text.starts_with(
+        EXPECT_TRUE(board.lines[static_cast<std::size_t>(line)].text.starts_with(
             std::to_string(reached + 1) + "."));
     }
     EXPECT_EQ(current_line(french(task, standing_of(task, 5000, 3))), -1);
@@ -172,9 +173,9 @@ TEST(ExerciseBoard, SaysWhetherItIsPassed) {
 }
 
 TEST(ExerciseBoard, ParagraphsAreNotBrokenWhereTheFileIs) {
-    const exercise_board board = french(three_goals(), standing_of(three_goals(), 0));
     texts found;
-    for (const board_line& each : board.task) found.push_back(each.text);
+    for (const board_line& each : task_of_board(three_goals(), language::french))
+        found.push_back(each.text);
     EXPECT_EQ(found, (texts{"Une ligne qui continue.", "", "Un autre alinéa :", "- un point"}));
 }
 
@@ -200,9 +201,15 @@ TEST(ExerciseBoard, HiddenFaultsAreToldOnceItIsOver) {
     exercise_standing standing = standing_of(task, 5000);
     for (const language in : languages) {
         const exercise_board board = board_of(task, standing, "", in);
-        EXPECT_TRUE(says(board, "te=stuck0")) << "it is announced";
+        const std::vector<board_line> told = task_of_board(task, in);
+        EXPECT_TRUE(told.back().text.ends_with("(te=stuck0)")) << told.back().text;
         for (const char* const hidden : {"b2s", "stuck1", "slow", "MT"})
-            EXPECT_FALSE(says(board, hidden)) << hidden;
+            EXPECT_FALSE(says(board, hidden) ||
+                         std::ranges::any_of(told,
+                                             [&](const board_line& each) {
+                                                 return each.text.find(hidden) != std::string::npos;
+                                             }))
+                << hidden;
     }
     standing.over_ms = 5000;
     EXPECT_TRUE(says(french(task, standing), "b2s=stuck1"));
@@ -249,6 +256,17 @@ TEST(Wrapped, BreaksAtBlanksAndInLongWords) {
                  {"ab", 0, {"a", "b"}}};
     for (const auto& [text, room, lines] : cases)
         EXPECT_EQ(wrapped(text, room, count_of), lines) << text << " in " << room;
+}
+
+TEST(Wrapped, MeasuresNoMoreThanALineOfALongText) {
+    const std::string text(1 << 20, 'x');
+    std::size_t longest = 0;
+    const auto measure = [&](std::string_view part) {
+        longest = std::max(longest, part.size());
+        return count_of(part);
+    };
+    EXPECT_EQ(wrapped(text, 100, measure).size(), (text.size() + 99) / 100);
+    EXPECT_LE(longest, 400u);
 }
 
 TEST(Wrapped, LosesNothingButBlanks) {
