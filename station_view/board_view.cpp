@@ -163,11 +163,21 @@ void board_view::bring_into_view(int line) {
     if (at.top + at.h > yposition() + inside_h) scroll_to(0, at.top + at.h - inside_h);
 }
 
+void board_view::draw() {
+    const bool focused = Fl::focus() == this;
+    // The toolkit would scroll the frame along with what it is around.
+    if (focused) clear_damage(FL_DAMAGE_ALL);
+    Fl_Scroll::draw();
+    if (focused) draw_focus();
+}
+
 // It takes the keyboard where there is something to scroll: the toolkit's bar then has the arrows.
 int board_view::handle(int event) {
     const bool scrolls = sheet_->h() > h();
-    if (event == FL_FOCUS) return scrolls ? 1 : 0;
-    if (event == FL_UNFOCUS) return 1;
+    if (event == FL_FOCUS || event == FL_UNFOCUS) {
+        redraw();
+        return scrolls || event == FL_UNFOCUS ? 1 : 0;
+    }
     if (event == FL_KEYBOARD && scrolls && Fl::focus() == this) return scrollbar.handle(event);
     return Fl_Scroll::handle(event);
 }

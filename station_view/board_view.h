@@ -27,6 +27,7 @@ public:
 
     void resize(int x, int y, int w, int h) override;
     int handle(int event) override;
+    void draw() override;
 
 private:
     void lay_out();
