@@ -62,7 +62,12 @@ void arrow(const area& at, Fl_Color colour) {
 
 void to_come(const area& at) { ring(at, style::quiet_ink); }
 void current(const area& at) { arrow(at, style::blue); }
-void overdue(const area& at) { arrow(at, style::red); }
+void overdue(const area& at) {
+    arrow(at, style::red);
+    fl_color(FL_WHITE);
+    fl_rectf(at.x + at.w * 28 / 100, at.y + at.h * 30 / 100, std::max(2, at.w / 6),
+             at.h * 42 / 100);
+}
 void reached(const area& at) {
     disc(at, style::green);
     tick(at, FL_WHITE);

@@ -3,7 +3,7 @@
 #include <FL/fl_draw.H>
 
 #include <string>
-#include <utility>
+#include <tuple>
 
 #include "station_view/board_signs.h"
 #include "station_view/window_style.h"

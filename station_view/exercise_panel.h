@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "lesson/examiner.h"
 #include "station_view/diagnosis_window.h"
