@@ -30,10 +30,23 @@ using namespace std::chrono_literals;
 constexpr int watched_s = 20, delays = 100;
 constexpr std::uint32_t red = 0xFF0000, blue = 0x0000FF;
 
+/// zk4sim with these options and no others.
+std::unique_ptr<program> started(std::vector<std::string> options) {
+    options.insert(options.begin(), built("zk4sim"));
+    return std::make_unique<program>(options);
+}
+
+/// Ends a measurement that would be one of something else.
+void expect_window(x_window window) {
+    if (window) return;
+    std::fputs("the window did not appear\n", stderr);
+    std::exit(1);
+}
+
 /// A station that is commanded from here.
 struct commanded_station {
     explicit commanded_station(const std::vector<std::string>& options)
-        : served(options), link(std::stoi(served.ident), io_access::write) {}
+        : served(started(options)), link(std::stoi(served.ident), io_access::write) {}
     ~commanded_station() {
         served.process->signal(SIGTERM);
         (void)served.process->wait();
@@ -55,8 +68,10 @@ double processor_percent(pid_t id) {
 void measure_processor() {
     screen display;
     for (const std::string option : {"--headless", "--no-panel"}) {
-        commanded_station running({"--no-panel", option});
-        if (option != "--headless") (void)display.wait_for_window("Station ZK4");
+        const bool has_window = option != "--headless";
+        commanded_station running(has_window ? std::vector<std::string>{option}
+                                             : std::vector<std::string>{option, "--no-panel"});
+        if (has_window) expect_window(display.wait_for_window("Station ZK4"));
         std::this_thread::sleep_for(3s);
         const double at_rest = processor_percent(running.id());
         running.link.write("MT", 1);
@@ -65,7 +80,7 @@ void measure_processor() {
         (void)running.served.io({"pause"});
         const double paused = processor_percent(running.id());
         std::printf("%-12s at rest %.2f %%, in motion %.2f %%, paused %.2f %% of a core\n",
-                    option == "--headless" ? "no window:" : "window:", at_rest, in_motion, paused);
+                    has_window ? "window:" : "no window:", at_rest, in_motion, paused);
     }
 }
 
@@ -101,6 +116,7 @@ struct shown_station {
 double panel_delay(const std::vector<std::string>& options) {
     screen display;
     shown_station shown(display, options);
+    if (options.empty()) expect_window(display.wait_for_window("Station ZK4"));
     std::this_thread::sleep_for(2s);
     for (int i = 0; i < delays; ++i) shown.command(i % 2 == 0);
     return median(shown.delay_ms);
@@ -119,6 +135,7 @@ void measure_delays() {
 void measure_memory(int hours) {
     screen display;
     commanded_station running({"--no-panel", "--speed", "100"});
+    expect_window(display.wait_for_window("Station ZK4"));
     std::mt19937 random;
     static const std::string outputs[] = {"MTA", "MT", "DEPOSE", "SORT", "RENT", "BZ1", "DESP"};
     const auto start = steady::now();

@@ -116,3 +116,8 @@ void io_observer::write(std::string_view name, std::int32_t value) {
             io_store_value(*segment_, io_direction::output, static_cast<int>(i - inputs_), value);
     }
 }
+
+void io_observer::write(int index, std::int32_t value) {
+    if (access_ == io_access::write && index >= 0 && index < outputs())
+        io_store_value(*segment_, io_direction::output, index, value);
+}

@@ -62,6 +62,10 @@ public:
     /// Writes `value` for every output of that name, at once and without the lock; nothing when
     /// there is none, or when the observer was opened for reading. Safe in a signal handler.
     void write(std::string_view name, std::int32_t value);
+    /// The same for output `index` alone, from 0 in the order of the segment; nothing out of range.
+    void write(int index, std::int32_t value);
+    /// How many outputs there are among the signals.
+    [[nodiscard]] int outputs() const { return static_cast<int>(signals_.size() - inputs_); }
 
 private:
     void attach(int ident);

@@ -11,3 +11,6 @@ struct bilingual {
         return wanted == language::english ? english : french;
     }
 };
+
+/// Between a name and what is said of it.
+inline constexpr bilingual colon = {" : ", ": "};

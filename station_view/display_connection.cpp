@@ -42,4 +42,8 @@ void display_connection::open() {
     XSetIOErrorExitHandler(fl_display, go_on, nullptr);
 }
 
+int display_connection::descriptor() { return ConnectionNumber(fl_display); }
+
+bool display_connection::has_events() { return XEventsQueued(fl_display, QueuedAlready) > 0; }
+
 bool display_connection::lost() { return is_lost; }

@@ -11,6 +11,11 @@ namespace display_connection {
 /// line, which names --headless. Before any other call of the toolkit.
 void open();
 
+/// For poll, while it is there: can be read when it has something to say.
+[[nodiscard]] int descriptor();
+/// Whether it has said something that was read already and that the toolkit has not taken.
+[[nodiscard]] bool has_events();
+
 /// Whether it has gone away. Nothing can be shown then, and no widget should be touched.
 [[nodiscard]] bool lost();
 

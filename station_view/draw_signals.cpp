@@ -92,8 +92,7 @@ std::string value_sentence(std::int32_t value, bool english) {
 // "te: 1 when ...", with the blank that French puts before a colon.
 std::string sentence(const std::string& name, const bilingual& words, std::int32_t value,
                      const station_scene& scene) {
-    return name + (scene.english ? ": " : " : ") + told(words, scene) +
-           value_sentence(value, scene.english);
+    return name + told(colon, scene) + told(words, scene) + value_sentence(value, scene.english);
 }
 
 void draw_arrow(picture_builder& into, shape_kind kind, ink colour, int left, int middle_y) {

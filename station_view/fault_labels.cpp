@@ -31,6 +31,6 @@ const char* fault_meaning(fault_kind kind, language in) {
 }
 
 std::string fault_sentence(const station_fault& fault, language in) {
-    return fault.name + (in == language::english ? ": " : " : ") + fault_meaning(fault.kind, in) +
-           " (" + fault.name + "=" + std::string(fault_kind_word(fault.kind)) + ")";
+    return fault.name + colon.in(in) + fault_meaning(fault.kind, in) + " (" + fault.name + "=" +
+           std::string(fault_kind_word(fault.kind)) + ")";
 }

@@ -14,14 +14,17 @@
 namespace {
 
 constexpr int row_h = 20, name_w = 96, column_w = 40, inset = 8;
+// By a turn of the mouse wheel.
+constexpr int rows_at_once = 3;
 
-/// The kinds that fit one of these names at least, in their order.
-std::vector<fault_kind> kinds_of(name_span names, const station_model& model) {
+/// The kinds of that place that fit one of these names at least, in their order.
+std::vector<fault_kind> kinds_of(name_span names, fault_place place, const station_model& model) {
     std::vector<fault_kind> found;
     for (int i = 0; i < static_cast<int>(fault_kind::count); ++i) {
         const auto kind = static_cast<fault_kind>(i);
-        if (std::ranges::any_of(
-                names, [&](std::string_view name) { return fault_fits(name, kind, model); }))
+        if (place_of(kind) == place && std::ranges::any_of(names, [&](std::string_view name) {
+                return fault_fits(name, kind, model);
+            }))
             found.push_back(kind);
     }
     return found;
@@ -43,21 +46,23 @@ fault_list::fault_list(const window_layout::area& at, station_run& run, language
       changed_(std::move(changed)),
       next_y_(at.y + 2) {
     type(Fl_Scroll::VERTICAL);
+    scrollbar.linesize(rows_at_once * row_h);
     box(FL_BORDER_BOX);
     color(window_style::white);
-    add_section(text_of(window_word::sensors, in), run_.model().inputs(), in);
-    add_section(text_of(window_word::actuators, in), run_.model().outputs(), in);
+    add_section(fault_place::sensor, run_.model().inputs(), in);
+    add_section(fault_place::actuator, run_.model().outputs(), in);
     end();
 }
 
-void fault_list::add_section(const char* title, name_span names, language in) {
-    const std::vector<fault_kind> kinds = kinds_of(names, run_.model());
+void fault_list::add_section(fault_place place, name_span names, language in) {
+    const std::vector<fault_kind> kinds = kinds_of(names, place, run_.model());
+    const auto title = place == fault_place::sensor ? window_word::sensors : window_word::actuators;
     const auto add_head = [this](int x, int w, const char* text) {
         Fl_Box* const made = window_style::add_heading({x, next_y_, w, row_h}, text);
         made->color(window_style::white);
         made->labelsize(window_style::small_px);
     };
-    add_head(x() + inset, name_w, title);
+    add_head(x() + inset, name_w, text_of(title, in));
     for (std::size_t i = 0; i < kinds.size(); ++i)
         add_head(x() + inset + name_w + static_cast<int>(i) * column_w, column_w,
                  fault_column(kinds[i], in));

@@ -34,7 +34,7 @@ private:
         Fl_Check_Button* button;
     };
 
-    void add_section(const char* title, name_span names, language in);
+    void add_section(fault_place place, name_span names, language in);
     void add_row(std::string_view name, std::span<const fault_kind> kinds, language in);
     void tick(const Fl_Check_Button* button);
     void bring_into_view(const Fl_Widget& widget);

@@ -1,5 +1,11 @@
 #include "station_view/incident_list.h"
 
+#include <FL/Fl.H>
+#include <FL/fl_draw.H>
+
+#include <algorithm>
+#include <utility>
+
 #include "session/session_report.h"
 #include "station_view/incident_advice.h"
 #include "station_view/window_style.h"
@@ -9,11 +15,26 @@ namespace {
 
 // Pixels from the left: the time, what happened, what can be done.
 constexpr int columns[] = {84, 390, 0};
+constexpr int least_text_w = 100, edge = 10;
 
 // "@." ends the browser's formats: what follows is shown as it stands.
-std::string line_of(const session_news::incident& incident, language in) {
-    const told_incident told = tell_incident(incident.text, in);
-    return "@." + seconds_text(incident.ms) + " s\t@b@." + told.what + "\t@." + told.advice;
+constexpr char plain[] = "@.", bold[] = "@b@.", trouble_format[] = "@C1@b@.";
+
+/// Cut between words into lines of at most `w` pixels in the font that is set; a longer word has a
+/// line of its own.
+std::vector<std::string> folded(const std::string& text, int w) {
+    std::vector<std::string> lines;
+    std::string line;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(' ', begin), text.size());
+        const std::string word = text.substr(begin, end - begin);
+        if (!line.empty() && fl_width((line + ' ' + word).c_str()) > w)
+            lines.push_back(std::exchange(line, ""));
+        line += (line.empty() ? "" : " ") + word;
+        begin = end + 1;
+    }
+    lines.push_back(line);
+    return lines;
 }
 
 }  // namespace
@@ -26,27 +47,61 @@ incident_list::incident_list(const window_layout::area& at, language in)
     textcolor(window_style::ink);
     column_widths(columns);
     has_scrollbar(VERTICAL);
-    show_none();
+    fill();
 }
 
-void incident_list::show_none() {
+std::vector<std::string> incident_list::lines_of(const entry& told) const {
+    if (w() >= one_line_w && !told.trouble)
+        return {plain + told.time + "\t" + bold + told.what + "\t" + plain + told.advice};
+    std::vector<std::string> lines;
+    const int text_w = std::max(w() - Fl::scrollbar_size() - edge, least_text_w);
+    const auto add = [&](Fl_Font font, const char* format, const std::string& text) {
+        fl_font(font, textsize());
+        for (const std::string& line : folded(text, text_w)) lines.push_back(format + line);
+    };
+    if (told.trouble) {
+        add(FL_HELVETICA_BOLD, trouble_format, told.what);
+        return lines;
+    }
+    add(FL_HELVETICA_BOLD, bold, told.time + "  " + told.what);
+    if (!told.advice.empty()) add(FL_HELVETICA, plain, told.advice);
+    return lines;
+}
+
+void incident_list::fill() {
     clear();
-    empty_ = true;
-    add((std::string("@C45@.") + text_of(window_word::no_incident, language_)).c_str());
+    if (entries_.empty())
+        add((std::string("@C45@.") + text_of(window_word::no_incident, language_)).c_str());
+    for (const entry& each : entries_)
+        for (const std::string& line : lines_of(each)) add(line.c_str());
 }
 
-void incident_list::add_first(const std::string& line) {
-    if (empty_) clear();
-    empty_ = false;
-    insert(1, line.c_str());
-    if (size() > most_lines) remove(size());
+void incident_list::add_first(const entry& told) {
+    if (entries_.empty()) clear();
+    entries_.push_front(told);
+    int place = 0;
+    for (const std::string& line : lines_of(told)) insert(++place, line.c_str());
     topline(1);
+    if (entries_.size() <= most_entries) return;
+    for (std::size_t left = lines_of(entries_.back()).size(); left > 0; --left) remove(size());
+    entries_.pop_back();
 }
 
 void incident_list::show_news(session_news& news) {
-    if (news.take_begun_again()) show_none();
-    for (const session_news::incident& each : news.take_incidents())
-        add_first(line_of(each, language_));
+    if (news.take_begun_again()) {
+        entries_.clear();
+        fill();
+    }
+    for (const session_news::incident& each : news.take_incidents()) {
+        const told_incident told = tell_incident(each.text, language_);
+        add_first({seconds_text(each.ms) + " s", told.what, told.advice});
+    }
 }
 
-void incident_list::show_trouble(const std::string& why) { add_first("@C1@b@." + why); }
+void incident_list::show_trouble(const std::string& why) { add_first({"", why, "", true}); }
+
+void incident_list::resize(int x, int y, int w, int h) {
+    const bool other_width = w != this->w();
+    Fl_Browser::resize(x, y, w, h);
+    if (other_width) fill();
+}

@@ -2,15 +2,19 @@
 #pragma once
 #include <FL/Fl_Browser.H>
 
+#include <deque>
 #include <string>
+#include <vector>
 
-#include "station_view/session_news.h"
 #include "lesson/bilingual.h"
+#include "station_view/session_news.h"
 #include "station_view/window_layout.h"
 
 class incident_list : public Fl_Browser {
 public:
-    static constexpr int most_lines = 200;
+    static constexpr int most_entries = 200;
+    /// Where an incident and its advice stand in one line; in a narrower list they are folded.
+    static constexpr int one_line_w = 1050;
 
     /// In the group being filled.
     incident_list(const window_layout::area& at, language in);
@@ -20,10 +24,18 @@ public:
     /// Shows what went wrong with the session itself.
     void show_trouble(const std::string& why);
 
+    void resize(int x, int y, int w, int h) override;
+
 private:
-    void show_none();
-    void add_first(const std::string& line);
+    struct entry {
+        std::string time, what, advice;
+        bool trouble = false;
+    };
+
+    std::vector<std::string> lines_of(const entry& told) const;
+    void fill();
+    void add_first(const entry& told);
 
     language language_;
-    bool empty_ = true;
+    std::deque<entry> entries_;
 };

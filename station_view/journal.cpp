@@ -27,6 +27,19 @@ constexpr kind_row kinds[] = {
 // clang-format on
 static_assert(one_row_each(kinds));
 
+// What the session tells of itself bears the names that files have for it.
+constexpr bilingual session_names[] = {
+    {"titre", "title"},   {"graine", "seed"},       {"pieces", "parts"}, {"bonnes", "good"},
+    {"mauvaises", "bad"}, {"exercice", "exercise"}, {"fin", "end"},
+};
+
+std::string name_in(language in, event_kind kind, const std::string& name) {
+    if (in == language::english && kind == event_kind::session)
+        for (const bilingual& each : session_names)
+            if (name == each.french) return each.english;
+    return name;
+}
+
 // "#" would begin another cell.
 std::string cell(std::string text) {
     for (char& byte : text)
@@ -52,7 +65,8 @@ std::string journal::line_of(const kept_row& kept, language in) {
     const bool incident = kept.kind == event_kind::incident;
     const std::string& value = kept.row.value;
     return table_line(seconds_text(std::stoll(kept.row.ms)), row_of(kinds, kept.kind).word.in(in),
-                      kept.row.name, incident ? tell_incident(value, in).what : value);
+                      name_in(in, kept.kind, kept.row.name),
+                      incident ? tell_incident(value, in).what : value);
 }
 
 void journal::read(std::span<const station_event> events) {
@@ -73,7 +87,7 @@ void journal::read(std::span<const station_event> events) {
 std::vector<std::string> journal::lines(const std::string& title, language in) const {
     const auto text = [in](window_word word) { return std::string(text_of(word, in)); };
     std::vector<std::string> found = {one_column, rule, " " + text(window_word::journal_title)};
-    if (!title.empty()) found.back() += " : " + cell(title);
+    if (!title.empty()) found.back() += colon.in(in) + cell(title);
     if (forgotten_ > 0)
         found.push_back(" " + text(window_word::journal_limit) + std::to_string(forgotten_));
     found.insert(found.end(),

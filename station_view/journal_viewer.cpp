@@ -107,7 +107,7 @@ int show_document(paged_document what, const std::string& file, language in) {
     const std::string title = text_of(document.title, in);
     std::error_code gone;
     const std::string folder = std::filesystem::current_path(gone).string();
-    opened_viewer opened{viewer, for_print(text), text, title + " : " + folder,
+    opened_viewer opened{viewer, for_print(text), text, title + colon.in(in) + folder,
                          document.opens_at_end};
     Fl::add_timeout(0, opened_viewer::prepare, &opened);
     viewer.activation(screen.data(), static_cast<int>(screen.size()), title,

@@ -1,6 +1,8 @@
 #include "station_view/manual_panels.h"
 
+#include <FL/Fl_Browser.H>
 #include <FL/Fl_Button.H>
+#include <FL/Fl_Check_Browser.H>
 
 #include <utility>
 
@@ -22,6 +24,15 @@ manual_panels::manual_panels(Fl_Window* window, int height, manual_station& stat
       outputs_(window, inputs_width, height, text_of(window_word::outputs, in)) {
     for (const std::string_view name : station_.inputs()) inputs_.add(std::string(name));
     add_names(outputs_, station_.outputs());
+    const std::pair<Fl_Widget*, window_word> tips[] = {
+        {inputs_.signal_browser, window_word::signal_tip},
+        {inputs_.sticky_browser, window_word::sticky_tip},
+        {inputs_.init_button, window_word::init_tip},
+        {inputs_.go_button, window_word::go_tip},
+        {inputs_.quit_button, window_word::quit_tip},
+        {outputs_.minus_button, window_word::page_back_tip},
+        {outputs_.plus_button, window_word::page_on_tip}};
+    for (const auto& [widget, tip] : tips) widget->tooltip(text_of(tip, in));
 }
 
 void manual_panels::show() {

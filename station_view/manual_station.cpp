@@ -17,6 +17,8 @@ namespace {
 
 // Far more than a link can carry.
 constexpr std::size_t most_bytes = 100'000;
+// What some editors begin a file of UTF-8 with.
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 /// Up to `most_bytes` of a file. Throws `refusal` when it cannot be read; a FIFO is not waited for.
 std::string bytes_of_file(const std::string& file) {
@@ -35,9 +37,11 @@ std::string bytes_of_file(const std::string& file) {
     return bytes;
 }
 
+/// Its lines, without their ends and without a byte order mark.
 std::vector<std::string> lines_of(const std::string& bytes) {
     std::vector<std::string> lines;
-    for (std::size_t begin = 0; begin < bytes.size();) {
+    for (std::size_t begin = bytes.starts_with(byte_order_mark) ? byte_order_mark.size() : 0;
+         begin < bytes.size();) {
         const std::size_t end = std::min(bytes.find('\n', begin), bytes.size());
         lines.push_back(bytes.substr(begin, end - begin));
         begin = end + 1;

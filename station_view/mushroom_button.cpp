@@ -13,6 +13,8 @@ constexpr auto plate = static_cast<Fl_Color>(0xF6C51B00), cap = static_cast<Fl_C
                cap_down = static_cast<Fl_Color>(0x8E150D00),
                rim = static_cast<Fl_Color>(0x5C0D0800);
 
+constexpr int round_px = window_layout::emergency.h;
+
 }  // namespace
 
 int mushroom_button::handle(int event) {
@@ -27,13 +29,15 @@ int mushroom_button::handle(int event) {
 
 void mushroom_button::draw() {
     draw_box(FL_THIN_UP_BOX, plate);
-    const int side = std::min(w(), h()) - (value() ? 12 : 6);
-    const int left = x() + (w() - side) / 2, top = y() + (h() - side) / 2;
+    const int inset = value() ? 12 : 6;
+    // In a low window it is an oval: its words need the width.
+    const int wide = std::min(w(), std::max(h(), round_px)) - inset, high = h() - inset;
+    const int left = x() + (w() - wide) / 2, top = y() + (h() - high) / 2;
     fl_color(rim);
-    fl_pie(left, top, side, side, 0, 360);
+    fl_pie(left, top, wide, high, 0, 360);
     const int edge = value() ? 6 : 3;
     fl_color(value() ? cap_down : cap);
-    fl_pie(left + edge, top + edge, side - 2 * edge, side - 2 * edge, 0, 360);
+    fl_pie(left + edge, top + edge, wide - 2 * edge, high - 2 * edge, 0, 360);
     fl_font(FL_HELVETICA_BOLD, value() ? 8 : 9);
     fl_color(FL_WHITE);
     fl_draw(label(), x(), y(), w(), h(), FL_ALIGN_CENTER, nullptr, 0);

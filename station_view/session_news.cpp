@@ -12,6 +12,7 @@ void session_news::read(std::span<const station_event> events) {
         incidents_.push_back({each.ms, std::string(each.text)});
         if (incidents_.size() > most_incidents) incidents_.pop_front();
     }
+    anything_new_ = anything_new_ || !events.empty();
     if (events.empty() || run_ != run_state::going) return;
     run_ = run_state::changed;
     if (time_.paused()) time_.run(0);

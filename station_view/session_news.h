@@ -29,6 +29,10 @@ public:
     /// before is over.
     bool take_begun_again();
 
+    /// Whether anything was told since the last call of `forget_new`.
+    bool anything_new() const { return anything_new_; }
+    void forget_new() { anything_new_ = false; }
+
     /// Pauses, and steps until something is told, `most_steps` at most.
     void run_to_next_change();
     /// Whether such a run has ended without a change. Until the next run, or another request.
@@ -42,6 +46,6 @@ private:
 
     step_clock& time_;
     std::deque<incident> incidents_;
-    bool begun_again_ = false;
+    bool begun_again_ = false, anything_new_ = false;
     run_state run_ = run_state::none;
 };

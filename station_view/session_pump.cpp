@@ -1,9 +1,13 @@
 #include "station_view/session_pump.h"
 
 #include <FL/Fl.H>
+#include <poll.h>
 
 #include <algorithm>
-#include <chrono>
+#include <ctime>
+#include <iterator>
+
+#include "station_view/display_connection.h"
 
 namespace {
 
@@ -12,6 +16,22 @@ namespace {
 constexpr double least_rest_s = 0.001;
 // Of a session that is over, while its window stays.
 constexpr double rest_after_end_s = 0.2;
+// The loop may wake up a little before the time: that would be in vain, and a second time is
+// needed.
+constexpr double early_s = 0.0001;
+
+constexpr auto longest_without_toolkit = std::chrono::milliseconds(100);
+
+using steady = std::chrono::steady_clock;
+
+/// Until the display or the session has something to say, or that time has come: whether it was not
+/// the display.
+bool rest_until(steady::time_point due, int session) {
+    pollfd wanted[] = {{display_connection::descriptor(), POLLIN, 0}, {session, POLLIN, 0}};
+    const std::chrono::nanoseconds left = std::max<steady::duration>(due - steady::now(), {});
+    const timespec time{0, static_cast<long>(left.count())};
+    return ppoll(wanted, std::size(wanted), &time, nullptr) >= 0 && wanted[0].revents == 0;
+}
 
 void on_time(void* pump) { static_cast<session_pump*>(pump)->serve(); }
 void on_readable(int, void* pump) { on_time(pump); }
@@ -36,9 +56,22 @@ void session_pump::serve() {
     const std::chrono::duration<double> rest = session_.service();
     // Also when it is over: the toolkit may be about to sleep until the next timeout, and whoever
     // looks for the end waits for the toolkit.
-    Fl::add_timeout(std::max(rest.count(), end_was_seen_ ? rest_after_end_s : least_rest_s),
-                    on_time, this);
+    const double least_s = end_was_seen_ ? rest_after_end_s : least_rest_s;
+    const double rest_s = std::max(rest.count() + early_s, least_s);
     end_was_seen_ = session_.over();
+    due_ = steady::now() +
+           std::chrono::duration_cast<steady::duration>(std::chrono::duration<double>(rest_s));
+    Fl::add_timeout(rest_s, on_time, this);
     serving_ = false;
     served_();
+}
+
+void session_pump::serve_between_turns() {
+    const moment last = steady::now() + longest_without_toolkit;
+    const auto toolkit_rests = [] {
+        return !Fl::damage() && !Fl::pushed() && !display_connection::has_events();
+    };
+    while (!session_.over() && due_ < last && toolkit_rests() &&
+           rest_until(due_, session_.descriptor()))
+        serve();
 }

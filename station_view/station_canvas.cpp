@@ -20,13 +20,14 @@ station_canvas::station_canvas(int x, int y, int w, int h) : Fl_Widget(x, y, w, 
 
 station_canvas::~station_canvas() { Fl_Tooltip::enter_area(this, 0, 0, 0, 0, nullptr); }
 
-void station_canvas::show(const station_scene& scene) {
-    if (scene.same_drawing(scene_)) return;
+bool station_canvas::show(const station_scene& scene) {
+    if (scene.same_drawing(scene_)) return false;
     scene_ = scene;
     station_picture next = draw_station(scene_, w(), h());
-    if (next == picture_) return;
+    if (next == picture_) return true;
     picture_ = std::move(next);
     redraw();
+    return true;
 }
 
 void station_canvas::resize(int new_x, int new_y, int new_w, int new_h) {

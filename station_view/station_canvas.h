@@ -16,8 +16,8 @@ public:
     ~station_canvas() override;
 
     /// Shows the scene. It is painted with the toolkit's next turn, and only when its picture is
-    /// not the one that is shown already.
-    void show(const station_scene& scene);
+    /// not the one that is shown already. Returns whether the scene is another one than before.
+    bool show(const station_scene& scene);
     using Fl_Widget::show;
 
     /// What is shown.

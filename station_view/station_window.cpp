@@ -5,7 +5,6 @@
 #include <FL/Fl_Group.H>
 #include <FL/Fl_Tooltip.H>
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -24,7 +23,11 @@ namespace {
 
 namespace layout = window_layout;
 
-constexpr double frame_s = 1.0 / 30;
+constexpr double frame_s = 0.028;
+// While nothing moves and nothing happens, only the clock goes on.
+constexpr double clock_s = 0.1;
+// For so long the drawing waits for a step to draw it with: the loop wakes up for each anyway.
+constexpr double patience_s = 0.012;
 
 double now_s() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
@@ -60,10 +63,7 @@ station_window::station_window(live_session& session, station_model& model,
         add_lamps(model);
     add_middle_column(drawn != nullptr);
     options_.task ? add_exercise() : add_faults();
-    if (body_) {
-        body_->end();
-        window_->resizable(body_);
-    }
+    if (body_) end_body();
     window_->end();
     name_window(model);
     window_->callback(
@@ -89,12 +89,9 @@ station_window::~station_window() { Fl::remove_timeout(draw_when_due, this); }
 void station_window::add_drawing(const workcell_model& model) {
     scene_.emplace(session_, model, options_.in, options_.title);
     session_.add_reader(*scene_);
-    auto* const group = new Fl_Group(0, 0, layout::desk_title.x - 8, layout::height);
     const layout::area& at = layout::picture;
     canvas_ = new station_canvas(at.x, at.y, at.w, at.h);
     incidents_ = new incident_list(layout::incidents, options_.in);
-    group->resizable(canvas_);
-    group->end();
 }
 
 void station_window::make_room(int panels_width) {
@@ -128,14 +125,27 @@ void station_window::add_middle_column(bool with_desk) {
     time_.emplace(session_, news_, options_.in, served);
     if (session_.replay_length_ms()) moment_.emplace(session_, options_.in, served);
     if (with_desk) counts_ = std::make_unique<count_panel>(session_.run(), options_.in);
-    new panel_button(layout::journal, window_action::journal, options_.in,
-                     [this] { open_journal(); });
-    if (body_)
-        new panel_button(layout::drawing_alone, window_action::drawing_alone, options_.in,
-                         [this] { body_->change_drawing_alone(); });
+    // Where there is no drawing, there is no button for it beside this one either.
+    layout::area journal_at = layout::journal;
+    if (!body_) journal_at.w = layout::production_title.w;
+    new panel_button(journal_at, window_action::journal, options_.in, [this] { open_journal(); });
+    if (body_) add_drawing_alone();
     column_->end();
     // Without the desk, what stands below it moves up.
     column_->position(column_->x() - columns_left_by_, with_desk ? 0 : -layout::time_title.y + 6);
+}
+
+Fl_Button* station_window::add_drawing_alone() {
+    return new panel_button(layout::drawing_alone, window_action::drawing_alone, options_.in,
+                            [this] { body_->change_drawing_alone(); });
+}
+
+void station_window::end_body() {
+    Fl_Button* const back = add_drawing_alone();
+    back->copy_label(text_of(window_word::whole_window, options_.in));
+    back->hide();
+    body_->end();
+    window_->resizable(body_);
 }
 
 void station_window::add_faults() {
@@ -194,23 +204,28 @@ void station_window::conclude() {
 }
 
 void station_window::changed() {
+    moves_ = true;
     if (serve_) serve_();
 }
 
 void station_window::served() {
     if (desk_) desk_->served();
-    if (drawing_is_due_ || session_.over()) return;
+    if (session_.over()) return;
+    const bool at_rest = !moves_ && !news_.anything_new();
+    const double rest_s = drawn_at_s_ + (at_rest ? clock_s : frame_s) - now_s();
+    if (rest_s <= 0) return draw_now();
+    if (drawing_is_due_) return;
     drawing_is_due_ = true;
-    const double rest = std::clamp(drawn_at_s_ + frame_s - now_s(), 0.001, frame_s);
-    Fl::add_timeout(rest, draw_when_due, this);
+    Fl::add_timeout(rest_s + patience_s, draw_when_due, this);
 }
 
 void station_window::draw_when_due(void* self) { static_cast<station_window*>(self)->draw_now(); }
 
 void station_window::draw_now() {
-    drawing_is_due_ = false;
+    if (std::exchange(drawing_is_due_, false)) Fl::remove_timeout(draw_when_due, this);
     drawn_at_s_ = now_s();
-    if (canvas_) canvas_->show(scene_->now());
+    moves_ = canvas_ && canvas_->show(scene_->now());
+    news_.forget_new();
     if (incidents_) incidents_->show_news(news_);
     if (incidents_ && told_trouble_ != session_.trouble())
         incidents_->show_trouble(told_trouble_ = session_.trouble());
@@ -227,7 +242,8 @@ void station_window::draw_now() {
 void station_window::show_faults() {
     faults_->show_faults();
     std::string heading = text_of(window_word::faults, options_.in);
-    if (faults_->faults_set() > 0) heading += " : " + std::to_string(faults_->faults_set());
+    if (faults_->faults_set() > 0)
+        heading += colon.in(options_.in) + std::to_string(faults_->faults_set());
     window_style::relabel(*faults_heading_, heading);
 }
 

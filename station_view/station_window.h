@@ -17,6 +17,7 @@
 #include "station_view/time_panel.h"
 
 class Fl_Box;
+class Fl_Button;
 class Fl_Group;
 class count_panel;
 class exercise_examiner;
@@ -58,8 +59,9 @@ public:
     /// Whether its user has closed it.
     bool closed() const { return closed_; }
 
-    /// After the session was served: what is shown may have changed. It is drawn within a thirtieth
-    /// of a second, and no more often.
+    /// After the session was served: what is shown may have changed. It is drawn within 40 ms, and
+    /// no more often than every 28; within 112 ms what begins by itself, as a base that is laid
+    /// down.
     void served();
     /// After the toolkit has worked.
     void worked();
@@ -73,6 +75,8 @@ private:
     void add_lamps(const station_model& model);
     void make_room(int panels_width);
     void add_middle_column(bool with_desk);
+    Fl_Button* add_drawing_alone();
+    void end_body();
     void add_faults();
     void add_exercise();
     void name_window(const station_model& model);
@@ -110,6 +114,8 @@ private:
     std::string told_trouble_;
     // How far left the columns stand, for what is narrower than the drawing.
     int columns_left_by_ = 0;
+    // Whether something did when it was last drawn, or was asked to since.
+    bool moves_ = false;
     bool drawing_is_due_ = false;
     double drawn_at_s_ = 0;
     bool closed_ = false;

@@ -1,17 +1,51 @@
 #include "station_view/window_body.h"
 
+#include <initializer_list>
+#include <utility>
+
+namespace {
+
+using placed_child = std::pair<int, window_layout::area>;
+
+void place(const Fl_Group& group, std::initializer_list<placed_child> children) {
+    for (const auto& [index, at] : children)
+        group.child(index)->resize(group.x() + at.x, group.y() + at.y, at.w, at.h);
+}
+
+enum part { picture, incidents, middle, faults, back };
+
+}  // namespace
+
 void window_body::resize(int x, int y, int w, int h) {
     Fl_Widget::resize(x, y, w, h);
-    const window_layout::arrangement now = window_layout::arranged(w, h, side_);
-    const window_layout::area parts[] = {
-        drawing_alone_ ? window_layout::area{0, 0, w, h} : now.drawing, now.middle, now.faults};
-    for (int i = 0; i < children(); ++i)
-        child(i)->resize(x + parts[i].x, y + parts[i].y, parts[i].w, parts[i].h);
+    if (drawing_alone_) {
+        const auto now = window_layout::drawing_alone_arranged(w, h);
+        place(*this, {{picture, now.picture}, {incidents, now.incidents}, {back, now.back}});
+    } else {
+        const auto now = window_layout::arranged(w, h, side_);
+        place(*this, {{picture, now.picture},
+                      {incidents, now.incidents},
+                      {middle, now.middle},
+                      {faults, now.faults}});
+    }
     redraw();
 }
 
 void window_body::change_drawing_alone() {
     drawing_alone_ = !drawing_alone_;
-    for (int i = 1; i < children(); ++i) drawing_alone_ ? child(i)->hide() : child(i)->show();
+    for (const part each : {middle, faults})
+        drawing_alone_ ? child(each)->hide() : child(each)->show();
+    drawing_alone_ ? child(back)->show() : child(back)->hide();
     resize(x(), y(), w(), h());
+    // The toolkit would give the keyboard to the first box that the space bar ticks.
+    give_keyboard();
+}
+
+void window_body::give_keyboard() {
+    Fl_Widget* button = child(back);
+    if (!drawing_alone_) {
+        auto& column = static_cast<Fl_Group&>(*child(middle));
+        button = column.child(column.children() - 1);
+    }
+    button->take_focus();
 }

@@ -15,25 +15,42 @@ int drawing_above_exercise(int w, int h) {
     return std::max(height, std::min(needed, static_cast<int>(h * most)));
 }
 
+constexpr int drawing_w = desk_title.x - 8;
+
+/// The picture and the incidents in so much of the window's left.
+arrangement beside(int w, int h, const area& middle, const area& faults) {
+    const int narrower = drawing_w - w, lower = height - h;
+    return {{picture.x, picture.y, picture.w - narrower, picture.h - lower},
+            {incidents.x, incidents.y - lower, incidents.w - narrower, incidents.h},
+            middle,
+            faults};
+}
+
 }  // namespace
 
 arrangement arranged(int w, int h, side_part side) {
-    constexpr int middle_w = faults_title.x - 4 - (desk_title.x - 8),
-                  faults_w = width - faults_title.x + 4;
+    constexpr int middle_w = faults_title.x - 4 - drawing_w, faults_w = width - faults_title.x + 4;
     const int faults_x = w - faults_w, middle_h = std::min(h, height);
     if (h >= tall && side == side_part::exercise) {
-        const int drawing_w = w - middle_w, drawing_h = drawing_above_exercise(drawing_w, h);
-        return {{0, 0, drawing_w, drawing_h},
-                {drawing_w, 0, middle_w, middle_h},
-                {0, drawing_h, w, h - drawing_h}};
+        const int left_w = w - middle_w, above_h = drawing_above_exercise(left_w, h);
+        return beside(left_w, above_h, {left_w, 0, middle_w, middle_h},
+                      {0, above_h, w, h - above_h});
     }
     if (h >= tall)
-        return {{0, 0, faults_x, h},
-                {faults_x, 0, middle_w, middle_h},
-                {faults_x, middle_h, faults_w, h - middle_h}};
+        return beside(faults_x, h, {faults_x, 0, middle_w, middle_h},
+                      {faults_x, middle_h, faults_w, h - middle_h});
     // The desk's column is lower when the window is, but never drawn out.
     const int middle_x = faults_x - middle_w;
-    return {{0, 0, middle_x, h}, {middle_x, 0, middle_w, middle_h}, {faults_x, 0, faults_w, h}};
+    return beside(middle_x, h, {middle_x, 0, middle_w, middle_h}, {faults_x, 0, faults_w, h});
+}
+
+drawing_arrangement drawing_alone_arranged(int w, int h) {
+    auto [whole, below, middle, faults] = beside(w, h, {}, {});
+    const area& button = drawing_alone;
+    below.w -= button.w + picture.x;
+    return {whole,
+            below,
+            {below.x + below.w + picture.x, below.y + below.h - button.h, button.w, button.h}};
 }
 
 }  // namespace window_layout

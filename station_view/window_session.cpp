@@ -22,7 +22,9 @@ void serve(live_session& session, station_window& window) {
     window.on_change([&pump] { pump.serve(); });
     while (!session.over() && !display_connection::lost()) {
         Fl::wait();
-        if (!display_connection::lost()) window.worked();
+        if (display_connection::lost()) break;
+        window.worked();
+        pump.serve_between_turns();
     }
     if (session.ended_with_task() && !window.closed() && !display_connection::lost())
         stand_still(window);

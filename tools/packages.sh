@@ -11,6 +11,7 @@ build    libfltk1.3-dev    header   FL/forms.H
 build    libcli11-dev      header   CLI/CLI.hpp
 build    libtomlplusplus-dev  header   toml++/toml.h
 build    libmd-dev         header   sha2.h
+build    libmodbus-dev     header   modbus/modbus.h
 build    fonts-liberation  file     LiberationSans-Regular.ttf  /usr/share/fonts /usr/local/share/fonts
 display  xvfb              program  Xvfb
 display  openbox           program  openbox
@@ -31,6 +32,8 @@ test     mupdf-tools       program  mutool
 test     ghostscript       program  gs
 test     qpdf              program  qpdf
 test     man-db            program  man
+test     mbpoll            program  mbpoll
+test     python3-pymodbus  file     pymodbus  /usr/lib/python3/dist-packages
 test     shellcheck        program  shellcheck
 '
 

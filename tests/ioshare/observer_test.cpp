@@ -1,6 +1,8 @@
 // An observer beside the link: what it reads, writes and leaves alone.
 #include "ioshare/io_observer.h"
 
+#include <limits>
+
 #include "ioshare/io_clocks.h"
 #include "ioshare/io_printable.h"
 #include "tests/ioshare/counted_allocations.h"
@@ -134,6 +136,20 @@ TEST(Observer, WritesEveryOutputOfTheNameAndNothingElse) {
     observer.write("RENT", -2);
     observer.write("nothing", 1);
     EXPECT_EQ(whole(server), expected);
+}
+
+TEST(Observer, WritesOneOutputByItsNumberAndNothingElse) {
+    test_server server({"te", "ts"}, {"RENT", "SORT", "RENT"});
+    io_observer observer(server->memory_ident(), io_access::write);
+    EXPECT_EQ(observer.outputs(), 3);
+    for (const int none : {-1, 3, 1000, std::numeric_limits<int>::min()}) observer.write(none, 9);
+    observer.write(2, -2);
+    EXPECT_EQ(server->output_value(0), 0);
+    EXPECT_EQ(server->output_value(1), 0);
+    EXPECT_EQ(server->output_value(2), -2);
+    io_observer reader(server->memory_ident(), io_access::read);
+    reader.write(1, 9);
+    EXPECT_EQ(server->output_value(1), 0);
 }
 
 TEST(Observer, SaysInOneFrenchLineWhyItCannotAttach) {

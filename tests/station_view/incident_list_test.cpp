@@ -3,6 +3,7 @@
 
 #include <FL/Fl.H>
 #include <FL/Fl_Double_Window.H>
+#include <FL/fl_draw.H>
 
 #include "station_view/incident_advice.h"
 #include "station_view/incident_list.h"
@@ -39,7 +40,46 @@ TEST(IncidentList, ShowsTheAdviceOfEachKindTheNewestFirst) {
         tell(news, i, "encore");
         list.show_news(news);
     }
-    EXPECT_EQ(list.size(), incident_list::most_lines);
+    EXPECT_EQ(list.size(), incident_list::most_entries);
+}
+
+TEST(IncidentList, FoldsWhatItHasNoRoomForSoThatTheAdviceIsRead) {
+    Fl_Double_Window window(1100, 100);
+    incident_list list({0, 0, 1060, 60}, language::french);
+    window.end();
+    window.show();
+    step_clock time(1, true, {});
+    session_news news(time);
+    tell(news, 2007, std::string(station::incident_text(station::incident::part_lost)));
+    tell(news, 3007, std::string(station::incident_text(station::incident::glue_spilled)));
+    list.show_news(news);
+    EXPECT_EQ(list.size(), 2);
+    const auto words = [&list] {
+        std::string all;
+        for (int i = 1; i <= list.size(); ++i) {
+            const std::string line = list.text(i);
+            const std::string shown = line.substr(line.rfind("@.") + 2);
+            fl_font(line.starts_with("@b") ? FL_HELVETICA_BOLD : FL_HELVETICA, list.textsize());
+            EXPECT_LT(fl_width(shown.c_str()), list.w() - Fl::scrollbar_size()) << shown;
+            all += shown + " ";
+        }
+        return all;
+    };
+    for (const int w : {1000, 700, 358, 200}) {
+        list.resize(0, 0, w, 60);
+        const std::string all = words();
+        for (const auto kind : {station::incident::part_lost, station::incident::glue_spilled}) {
+            const told_incident told = tell_incident(kind, language::french);
+            EXPECT_NE(all.find(told.what + " " + told.advice), std::string::npos) << all;
+        }
+        EXPECT_TRUE(all.starts_with("3.007 s")) << w;
+    }
+    EXPECT_GT(list.size(), 6);
+    for (int i = 0; i < 1000; ++i)
+        tell(news, i, "un deux trois quatre cinq six sept huit neuf dix");
+    list.show_news(news);
+    list.resize(0, 0, 1060, 60);
+    EXPECT_EQ(list.size(), 2 + static_cast<int>(session_news::most_incidents));
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // Where the window opens, and where its parts are at each size.
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "station_view/station_picture.h"
 #include "station_view/window_place.h"
 
@@ -44,40 +46,46 @@ TEST(WindowPlace, BothAreWholeOnAScreenOf1920By1080) {
         << "the drawing has room for its texts";
 }
 
+void expect_apart_in(const area& window, const std::vector<area>& parts) {
+    for (const area& part : parts) {
+        EXPECT_GE(part.x, 0) << window.w << "x" << window.h;
+        EXPECT_GT(part.w, 0) << window.w << "x" << window.h;
+        EXPECT_GT(part.h, 0) << window.w << "x" << window.h;
+        EXPECT_LE(part.x + part.w, window.w) << window.w << "x" << window.h;
+        EXPECT_LE(part.y + part.h, window.h) << window.w << "x" << window.h;
+        for (const area& other : parts) {
+            EXPECT_TRUE(&other == &part || !overlap(part, other)) << window.w << "x" << window.h;
+        }
+    }
+}
+
 TEST(WindowLayout, PartsFillTheWindowAndTouchEachOtherOnly) {
     const area windows[] = {{0, 0, 1000, 240},  {0, 0, 1718, 380},  {0, 0, 1718, 639},
                             {0, 0, 1718, 640},  {0, 0, 1366, 720},  {0, 0, 1920, 1046},
                             {0, 0, 1000, 1000}, {0, 0, 3840, 2120}, {0, 0, 3840, 300}};
     for (const area& window : windows) {
         for (const side_part side : {side_part::faults, side_part::exercise}) {
-            const auto [drawing, middle, faults] =
+            const auto [picture, incidents, middle, faults] =
                 window_layout::arranged(window.w, window.h, side);
-            const area parts[] = {drawing, middle, faults};
-            for (const area& part : parts) {
-                EXPECT_GE(part.x, 0) << window.w << "x" << window.h;
-                EXPECT_GT(part.w, 0) << window.w << "x" << window.h;
-                EXPECT_LE(part.x + part.w, window.w) << window.w << "x" << window.h;
-                EXPECT_LE(part.y + part.h, window.h) << window.w << "x" << window.h;
-            }
-            EXPECT_FALSE(overlap(drawing, middle) || overlap(drawing, faults) ||
-                         overlap(middle, faults))
-                << window.w << "x" << window.h;
-            EXPECT_EQ(faults.y + faults.h, window.h) << "the list of faults goes down to the edge";
+            expect_apart_in(window, {picture, incidents, middle, faults});
+            EXPECT_EQ(faults.y + faults.h, window.h) << "the last part goes down to the edge";
         }
+        const auto [whole, below, back] = window_layout::drawing_alone_arranged(window.w, window.h);
+        expect_apart_in(window, {whole, below, back});
+        EXPECT_GE(whole.w, window.w - 12) << "the drawing goes from edge to edge";
     }
 }
 
 TEST(WindowLayout, NamesAreLegibleOnAProjector) {
-    const auto name_px = [](int w, int h) {
-        constexpr int edges = 2 * window_layout::picture.x, below = 380 - 300;
-        return draw_station({}, w - edges, h - below).name_px;
-    };
+    const auto name_px = [](const area& at) { return draw_station({}, at.w, at.h).name_px; };
     // Maximised on a projector of 1920 x 1080, below a title bar and above a task bar.
-    EXPECT_GE(name_px(window_layout::arranged(1920, 1000).drawing.w, 1000), 14);
-    const area drawing = window_layout::arranged(1920, 1000, side_part::exercise).drawing;
-    EXPECT_GE(name_px(drawing.w, drawing.h), 14) << "with an exercise below";
-    EXPECT_GE(name_px(1920, 1000), 18) << "the drawing alone";
-    EXPECT_GE(name_px(1000, 380), 9) << "the drawing alone, in the smallest window";
+    EXPECT_GE(name_px(window_layout::arranged(1920, 1000).picture), 14);
+    EXPECT_GE(name_px(window_layout::arranged(1920, 1000, side_part::exercise).picture), 14);
+    const auto alone = [](int w, int h) {
+        return window_layout::drawing_alone_arranged(w, h).picture;
+    };
+    EXPECT_GE(name_px(alone(1920, 1000)), 18);
+    EXPECT_GE(name_px(alone(1000, 380)), 9) << "in the smallest window";
 }
 
 }  // namespace

@@ -64,4 +64,19 @@ TEST_F(ManualOnDisplay, TakesFaultsAndAPause) {
     end();
 }
 
+TEST_F(ManualOnDisplay, AnActuatorsRowHasItsOwnKindsWhateverTheInputsAreCalled) {
+    const temporary_folder names;
+    write_bytes(names / "names", "\xEF\xBB\xBFX\n\nX\nY\n");
+    start({"--title", by_hand, "--manual", "--names", (names / "names").string(), "--no-panel"},
+          by_hand);
+    constexpr int left = window_layout::desk_title.x - 8 - window_layout::panels_width;
+    const int x = window_layout::faults.x - left + 8 + 96 + 10, y = window_layout::faults.y + 2;
+    click_at(x, y + 20 + 10);
+    EXPECT_TRUE(told_becomes("pannes", "X=stuck0")) << live->told("pannes");
+    // Below two heads, the input's row, the gap and the row of the output X.
+    click_at(x, y + 4 * 20 + 8 + 10);
+    EXPECT_TRUE(told_becomes("pannes", "X=stuck0 Y=dead")) << live->told("pannes");
+    end();
+}
+
 }  // namespace

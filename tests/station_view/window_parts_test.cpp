@@ -107,6 +107,23 @@ TEST(Journal, IsATableOfTimeKindNameAndValue) {
               " 2.007#incident#1#glue spilled: no base at zone 1");
 }
 
+TEST(Journal, IsEnglishInEveryColumnOnDemand) {
+    const std::vector<station_event> events = {{0, event_kind::session, "titre", 0, "poste 7", -1},
+                                               {0, event_kind::session, "graine", 29, {}, -1},
+                                               {0, event_kind::session, "pieces", 1000, {}, -1},
+                                               {0, event_kind::output, "pieces", 1, {}, 0},
+                                               {10, event_kind::session, "bonnes", 1, {}, -1},
+                                               {10, event_kind::session, "mauvaises", 1, {}, -1}};
+    const std::vector<std::string> lines = journal_lines(events, "poste 7", language::english);
+    EXPECT_EQ(lines[2], " Journal of the session: poste 7");
+    EXPECT_EQ(lines[5], " time in s#kind#name#value");
+    const std::vector<std::string> rows(lines.begin() + 7, lines.end() - 1);
+    EXPECT_EQ(rows,
+              (std::vector<std::string>{" 0.000#session#title#poste 7", " 0.000#session#seed#29",
+                                        " 0.000#session#parts#1000", " 0.000#output#pieces#1",
+                                        " 0.010#session#good#1", " 0.010#session#bad#1"}));
+}
+
 TEST(Journal, TakesNoTextForMarkup) {
     const std::vector<std::string> lines = journal_lines({input_event(0, "#T#", 1)}, "#P");
     EXPECT_EQ(lines[2], " Journal de la session : *P");
@@ -218,6 +235,11 @@ TEST_F(NamesFile, HoldsInputsAnEmptyLineAndOutputs) {
                  {"a\n\nX", {"a"}, {"X"}},
                  {"a\r\n\r\nX y\r\n", {"a"}, {"X y"}},
                  {"\nX\n", {}, {"X"}},
+                 {"\xEF\xBB\xBF"
+                  "a\n\nX\n",
+                  {"a"},
+                  {"X"}},
+                 {"\xEF\xBB\xBF\nX\n", {}, {"X"}},
                  {"a\n\n", {"a"}, {}}};
     for (const auto& [bytes, inputs, outputs] : cases) {
         const station_names names = read(bytes);

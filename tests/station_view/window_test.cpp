@@ -21,24 +21,6 @@ TEST_F(WindowOnDisplay, StandsBesideThePanelAndCoversNothingOfIt) {
     end();
 }
 
-TEST_F(WindowOnDisplay, TheDrawingTakesTheWholeWindowAndGivesItBack) {
-    start({"--paused"});
-    const auto columns = [this] {
-        return std::pair(pixels(layout::good, 2), pixels(layout::faults, 9));
-    };
-    const auto beside = columns();
-    const auto is_beside = [&] { return columns() == beside; };
-    for (const bool by_key : {true, false}) {
-        by_key ? display.key(XK_g) : click(layout::drawing_alone);
-        EXPECT_TRUE(wait_until([&] { return !is_beside(); })) << by_key;
-        display.key(by_key ? XK_F11 : XK_g);
-        EXPECT_TRUE(wait_until(is_beside)) << by_key;
-    }
-    click(layout::pause);
-    EXPECT_TRUE(told_becomes("etat", "marche")) << "the buttons work again";
-    end();
-}
-
 TEST_F(WindowOnDisplay, StartAndStopCountWhileTheyAreHeld) {
     const struct {
         area at;
