@@ -175,7 +175,7 @@ TEST_F(ExerciseOnDisplay, IsEnglishOnDemand) {
     start_exercise(blocker, {"--no-panel", "--english"});
     extend_blocker();
     retract_blocker();
-    EXPECT_NE(display.wait_for_window("Verdict of the exercise : " + folder_.path().string()), 0u);
+    EXPECT_NE(display.wait_for_window("Verdict of the exercise: " + folder_.path().string()), 0u);
     EXPECT_EQ(close_and_wait(), 0);
     EXPECT_TRUE(told_on_error_stream("Goal 1, blocker 1 is extended: reached"));
 }
