@@ -15,6 +15,10 @@ public:
     /// Where the exercise stands, for whoever shows it.
     [[nodiscard]] const exercise_standing& progress() const { return judge_.standing(); }
     [[nodiscard]] const exercise& task() const { return task_; }
+    /// The last answer to its diagnosis, whether a step has seen it or not: "b2s=stuck1".
+    [[nodiscard]] const std::string& last_answer() const {
+        return answers_.empty() ? judge_.standing().answer : answers_.back();
+    }
 
     [[nodiscard]] std::span<const station_event> introduce() override;
     [[nodiscard]] std::span<const station_event> examine(

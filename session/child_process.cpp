@@ -89,6 +89,16 @@ child_process::child_process(const std::string& what, const child_command& comma
     throw refusal(start_of_line + system_error_words(why));
 }
 
+void child_process::ask_to_end() const {
+    kill(-pid_, SIGTERM);
+    kill(-pid_, SIGCONT);
+}
+
+void child_process::end_by_force() {
+    kill(-pid_, SIGKILL);
+    while (!ended()) usleep(1000);
+}
+
 bool child_process::ended() {
     if (!ended_ && waitpid(pid_, &wait_status_, WNOHANG) == pid_) ended_ = true;
     return ended_;

@@ -31,6 +31,10 @@ public:
     child_process& operator=(const child_process&) = delete;
 
     pid_t id() const { return pid_; }
+    /// Asks the process group of one that has its own to end, also those that somebody has stopped.
+    void ask_to_end() const;
+    /// Ends that group, and waits for it.
+    void end_by_force();
     /// Whether it has ended, however it ended. Call it from the process that started it.
     bool ended();
     /// After its end: its status, or 128 and the number of the signal that ended it.

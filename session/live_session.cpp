@@ -1,7 +1,6 @@
 #include "session/live_session.h"
 
 #include <poll.h>
-#include <signal.h>
 #include <sys/epoll.h>
 #include <unistd.h>
 
@@ -19,6 +18,7 @@ using steady = std::chrono::steady_clock;
 constexpr auto most_at_once = std::chrono::milliseconds(5);
 constexpr auto farewell = std::chrono::seconds(3);
 constexpr auto farewell_look = std::chrono::milliseconds(100);
+constexpr char task_is_over[] = "exercice terminé";
 // Also in a pause, an end that somebody else wrote into the segment is noticed.
 constexpr auto longest_rest = std::chrono::milliseconds(500);
 
@@ -156,13 +156,16 @@ void live_session::start_child() {
 live_session::duration live_session::service() {
     end_signals::settle();
     serve_requests(steady::now());
-    if (commander_.found_missing(steady::now()))
+    if (!over() && commander_.found_missing(steady::now()))
         messages_.say("aucun client depuis trop longtemps: les commandes valent 0");
     make_due_steps();
     look_for_the_end();
     tell_troubles();
     answer_those_who_wait(steady::now());
-    if (over()) return duration::zero();
+    if (over()) {
+        dismiss_command(steady::now());
+        return duration::zero();
+    }
     return rest(steady::now());
 }
 
@@ -209,7 +212,7 @@ void live_session::step() {
 }
 
 void live_session::end_with_the_task() {
-    if (examiner_ && examiner_->over()) end_.ask("exercice terminé");
+    if (examiner_ && examiner_->over()) end_.ask(task_is_over);
 }
 
 // A station whose commander is gone stops.
@@ -230,6 +233,7 @@ void live_session::tell_troubles() {
 void live_session::look_for_the_end() {
     if (over() || !end_.look(run_.ms())) return;
     server_.sharing_terminate();
+    ended_at_ = steady::now();
     // The end came first: the commander may have died with the lock, and the step would wait for
     // it.
     if (end_.child_gone() && !driver_) step_without_commands();
@@ -252,24 +256,22 @@ live_session::duration live_session::rest(moment now) const {
 
 void live_session::wait_for_child() {
     if (!child_) return;
-    if (!options_.command.empty() && !child_->ended()) end_command();
-    for (const moment last = steady::now() + farewell; !child_->ended() && steady::now() < last;) {
+    for (const moment last = ended_at_ + farewell; !child_->ended() && steady::now() < last;) {
         wait_for(events_, std::min<duration>(last - steady::now(), farewell_look));
         service();
     }
-    if (!options_.command.empty() && !child_->ended()) end_child_by_force();
+    dismiss_command(steady::now());
 }
 
-// One that somebody has stopped hears of it, too.
-void live_session::end_command() {
-    kill(-child_->id(), SIGTERM);
-    kill(-child_->id(), SIGCONT);
+// It is told of the end, and ended by force when it goes on all the same.
+void live_session::dismiss_command(moment now) {
+    if (options_.command.empty() || !child_ || child_->ended()) return;
+    if (!command_dismissed_) child_->ask_to_end();
+    command_dismissed_ = true;
+    if (now - ended_at_ >= farewell) child_->end_by_force();
 }
 
-void live_session::end_child_by_force() {
-    kill(-child_->id(), SIGKILL);
-    while (!child_->ended()) usleep(1000);
-}
+bool live_session::ended_with_task() const { return end_.words() == task_is_over; }
 
 int live_session::finish() {
     wait_for_child();

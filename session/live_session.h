@@ -52,6 +52,8 @@ public:
     void set_examiner(session_examiner& examiner);
     /// Whether it has one: its faults stay as they are.
     bool examined() const { return examiner_ != nullptr; }
+    /// Whether it is over because its task was: all of it was done, or its time has passed.
+    bool ended_with_task() const;
     /// How long the replay is, in simulated milliseconds; nothing where none is, or nobody knows.
     std::optional<std::int64_t> replay_length_ms() const;
     /// Takes a replay to that moment, forth or back, as fast as it can; then it goes on, or stays
@@ -85,12 +87,13 @@ public:
     /// Readable when there is something to do before the time is over.
     int descriptor() const { return events_; }
     /// Does what is due, and looks whether the session is over. How long it may be left alone when
-    /// the descriptor says nothing.
+    /// the descriptor says nothing. Once it is over nothing changes; those who ask are still
+    /// answered, and a command is seen to its end.
     duration service();
     bool over() const { return end_.over(); }
 
-    /// After the end: waits for the panel or the command for a few seconds, and prints the verdict
-    /// of its task and the line that sums up. The program's status: 0 for a task that was fulfilled
+    /// After the end: gives the panel or the command what is left of a few seconds since then, and
+    /// prints the verdict of its task and the line that sums up. The program's status: 0 for a task that was fulfilled
     /// and 3 for another; without one the command's; 1 when the panel ended by itself with another
     /// one than 0; else 0.
     [[nodiscard]] int finish();
@@ -116,8 +119,7 @@ private:
     void answer_those_who_wait(moment now);
     duration rest(moment now) const;
     void wait_for_child();
-    void end_command();
-    void end_child_by_force();
+    void dismiss_command(moment now);
 
     const session_options& options_;
     message_stream& messages_;
@@ -142,6 +144,8 @@ private:
     // The words of the end at which a replay stays.
     std::optional<std::string> stayed_at_;
     bool stays_at_end_ = false;
+    moment ended_at_ = {};
+    bool command_dismissed_ = false;
     int events_ = -1;
 };
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "session/keyed_rows.h"
+#include "station_view/signal_meanings.h"
 #include "station_view/station_parts.h"
 #include "workcell/station_figures.h"
 
@@ -148,4 +149,12 @@ void draw_sensors(picture_builder& into, const station_scene& scene) {
 
 void draw_commands(picture_builder& into, const station_scene& scene) {
     for (const command_row& command : commands) draw_command(into, scene, command);
+}
+
+std::string signal_meaning(std::string_view name, language in) {
+    for (const sensor_row& each : sensors)
+        if (station_inputs[static_cast<std::size_t>(each.key)] == name) return each.tells.in(in);
+    for (const command_row& each : commands)
+        if (station_outputs[static_cast<std::size_t>(each.key)] == name) return each.does.in(in);
+    return "";
 }

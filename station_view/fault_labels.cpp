@@ -26,7 +26,11 @@ static_assert(one_row_each(rows));
 
 const char* fault_column(fault_kind kind, language in) { return row_of(rows, kind).column.in(in); }
 
+const char* fault_meaning(fault_kind kind, language in) {
+    return row_of(rows, kind).meaning.in(in);
+}
+
 std::string fault_sentence(const station_fault& fault, language in) {
-    return fault.name + colon.in(in) + row_of(rows, fault.kind).meaning.in(in) + " (" + fault.name +
-           "=" + std::string(fault_kind_word(fault.kind)) + ")";
+    return fault.name + colon.in(in) + fault_meaning(fault.kind, in) + " (" + fault.name + "=" +
+           std::string(fault_kind_word(fault.kind)) + ")";
 }

@@ -52,6 +52,13 @@ std::string table_line(const std::string& time, const std::string& kind, const s
     return " " + cell(time) + "#" + cell(kind) + "#" + cell(name) + "#" + cell(value);
 }
 
+/// What an exercise says of its file is for whoever marks the recording, and how many faults it
+/// hides is not for the student.
+bool is_told(const station_event& event) {
+    return event.kind != event_kind::exercise ||
+           (event.name != "empreinte" && event.name != "pannes_cachees");
+}
+
 }  // namespace
 
 std::string journal::line_of(const kept_row& kept, language in) {
@@ -69,6 +76,7 @@ void journal::read(std::span<const station_event> events) {
             rows_.clear();
             forgotten_ = 0;
         }
+        if (!is_told(each)) continue;
         rows_.push_back({each.kind, row_of_event(each)});
         if (rows_.size() <= most_rows) continue;
         rows_.pop_front();

@@ -1,19 +1,35 @@
 #include "station_view/journal_process.h"
 
-#include <signal.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <iterator>
 #include <string_view>
 
 #include "session/failure.h"
+#include "session/keyed_rows.h"
 #include "session/system_errors.h"
 #include "station_view/journal_viewer.h"
 
 namespace {
 
-constexpr char command_word[] = "--journal", english_word[] = "en", french_word[] = "fr";
+constexpr char english_word[] = "en", french_word[] = "fr";
+
+struct word_row {
+    paged_document key;
+    const char* command_word;
+};
+
+constexpr word_row words[] = {{paged_document::journal, "--journal"},
+                              {paged_document::verdict, "--verdict"}};
+static_assert(one_row_each(words));
+
+const word_row* row_called(std::string_view word) {
+    const auto* const found = std::ranges::find(words, word, &word_row::command_word);
+    return found == std::end(words) ? nullptr : found;
+}
 
 /// A nameless file of these lines, which a process that is started inherits. Closed at the end.
 class handed_lines {
@@ -46,27 +62,27 @@ void journal_process::show(const std::vector<std::string>& lines, language in) {
     const handed_lines handed(lines);
     const char* const language_word = in == language::english ? english_word : french_word;
     child_ = std::make_unique<child_process>(
-        "journal",
-        child_command{{"/proc/self/exe", command_word, handed.path(), language_word}, "", true});
+        "journal", child_command{{"/proc/self/exe", row_of(words, what_).command_word,
+                                  handed.path(), language_word},
+                                 "",
+                                 true});
 }
 
 void journal_process::close() {
     if (!child_) return;
-    kill(-child_->id(), SIGTERM);
-    kill(-child_->id(), SIGCONT);
+    child_->ask_to_end();
     constexpr int looks = 500;
     for (int look = 0; !child_->ended(); ++look) {
-        if (look == looks) kill(-child_->id(), SIGKILL);
+        if (look == looks) child_->end_by_force();
         usleep(2000);
     }
     child_.reset();
 }
 
-bool is_journal_command(int argc, char** argv) {
-    return argc == 4 && std::string_view(argv[1]) == command_word;
-}
+bool is_journal_command(int argc, char** argv) { return argc == 4 && row_called(argv[1]); }
 
 int run_journal_command(char** argv) {
     const bool english = std::string_view(argv[3]) == english_word;
-    return show_journal(argv[2], english ? language::english : language::french);
+    return show_document(row_called(argv[1])->key, argv[2],
+                         english ? language::english : language::french);
 }

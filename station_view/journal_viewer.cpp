@@ -13,6 +13,7 @@
 #include <fstream>
 #include <vector>
 
+#include "session/keyed_rows.h"
 #include "station_view/window_words.h"
 #include "viewer/document_text.h"
 #include "viewer/viewer_window.h"
@@ -21,20 +22,35 @@ namespace {
 
 using lines = std::vector<std::string>;
 
-// The viewer removes its document when the command is over: a copy stays.
-constexpr char pdf_script[] = R"(#!/bin/sh
-cp -- "$1" journal.pdf || exit
+struct document_row {
+    paged_document key;
+    const char *process, *pdf;
+    window_word title;
+    // A journal is read from its end.
+    bool opens_at_end;
+};
+
+constexpr document_row documents[] = {
+    {paged_document::journal, "zk4sim-journal", "journal.pdf", window_word::journal_title, true},
+    {paged_document::verdict, "zk4sim-verdict", "verdict.pdf", window_word::verdict_title, false}};
+static_assert(one_row_each(documents));
+
+// The viewer removes its document when the command is over: a copy stays. The name of the copy
+// comes before.
+constexpr char pdf_script[] = R"(
+cp -- "$1" "$copy" || exit
 for reader in xpdf evince okular atril xreader qpdfview mupdf zathura; do
-    command -v "$reader" >/dev/null && exec "$reader" journal.pdf
+    command -v "$reader" >/dev/null && exec "$reader" "$copy"
 done
 )";
 
 /// The script as a program that this process and its children can start, and that nobody has to
 /// remove.
-std::string pdf_command() {
+std::string pdf_command(const std::string& copy) {
     const int written = memfd_create("pdf", MFD_CLOEXEC);
-    const auto size = static_cast<ssize_t>(sizeof pdf_script - 1);
-    if (write(written, pdf_script, sizeof pdf_script - 1) != size) return "xpdf";
+    const std::string script = "#!/bin/sh\ncopy=" + copy + pdf_script;
+    const auto size = static_cast<ssize_t>(script.size());
+    if (write(written, script.data(), script.size()) != size) return "xpdf";
     const std::string folder = "/proc/" + std::to_string(getpid()) + "/fd/";
     // What is open for writing cannot be run.
     const int kept = open((folder + std::to_string(written)).c_str(), O_RDONLY | O_CLOEXEC);
@@ -67,30 +83,34 @@ struct opened_viewer {
     OFD_afficheur& viewer;
     lines printed, text;
     std::string title;
+    bool at_end;
 
     static void prepare(void* self) {
         auto& opened = *static_cast<opened_viewer*>(self);
         opened.viewer.window->copy_label(opened.title.c_str());
         opened.viewer.print_filter->lines = opened.printed.data();
         opened.viewer.text_filter->lines = opened.text.data();
-        opened.viewer.page_numero(opened.viewer.display_filter->nb_pages());
+        if (opened.at_end) opened.viewer.page_numero(opened.viewer.display_filter->nb_pages());
     }
 };
 
 }  // namespace
 
-int show_journal(const std::string& file, language in) {
-    prctl(PR_SET_NAME, "zk4sim-journal");
+int show_document(paged_document what, const std::string& file, language in) {
+    const document_row& document = row_of(documents, what);
+    prctl(PR_SET_NAME, document.process);
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     const lines text = read_lines(file);
     if (text.empty()) return 1;
     lines screen = for_screen(text);
     OFD_afficheur viewer(nullptr, in == language::english);
-    const std::string title = text_of(window_word::journal_title, in);
+    const std::string title = text_of(document.title, in);
     std::error_code gone;
     const std::string folder = std::filesystem::current_path(gone).string();
-    opened_viewer opened{viewer, for_print(text), text, title + colon.in(in) + folder};
+    opened_viewer opened{viewer, for_print(text), text, title + colon.in(in) + folder,
+                         document.opens_at_end};
     Fl::add_timeout(0, opened_viewer::prepare, &opened);
-    viewer.activation(screen.data(), static_cast<int>(screen.size()), title, pdf_command());
+    viewer.activation(screen.data(), static_cast<int>(screen.size()), title,
+                      pdf_command(document.pdf));
     return 0;
 }

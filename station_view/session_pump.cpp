@@ -14,6 +14,8 @@ namespace {
 // The toolkit's loop runs whatever timeouts are due before it looks at the mouse again: one of no
 // time at all would keep it for ever.
 constexpr double least_rest_s = 0.001;
+// Of a session that is over, while its window stays.
+constexpr double rest_after_end_s = 0.2;
 // The loop may wake up a little before the time: that would be in vain, and a second time is
 // needed.
 constexpr double early_s = 0.0001;
@@ -54,7 +56,9 @@ void session_pump::serve() {
     const std::chrono::duration<double> rest = session_.service();
     // Also when it is over: the toolkit may be about to sleep until the next timeout, and whoever
     // looks for the end waits for the toolkit.
-    const double rest_s = std::max(rest.count() + early_s, least_rest_s);
+    const double least_s = end_was_seen_ ? rest_after_end_s : least_rest_s;
+    const double rest_s = std::max(rest.count() + early_s, least_s);
+    end_was_seen_ = session_.over();
     due_ = steady::now() +
            std::chrono::duration_cast<steady::duration>(std::chrono::duration<double>(rest_s));
     Fl::add_timeout(rest_s, on_time, this);

@@ -27,7 +27,7 @@ private:
 
     live_session& session_;
     std::function<void()> served_;
-    bool serving_ = false;
+    bool serving_ = false, end_was_seen_ = false;
     /// When it is to be served again.
     moment due_{};
 };

@@ -8,8 +8,8 @@
 #include <chrono>
 #include <utility>
 
-#include "session/failure.h"
 #include "station_view/count_panel.h"
+#include "station_view/exercise_panel.h"
 #include "station_view/fault_list.h"
 #include "station_view/incident_list.h"
 #include "station_view/keyed_window.h"
@@ -52,7 +52,9 @@ station_window::station_window(live_session& session, station_model& model,
     window_->color(window_style::paper);
     const auto* const drawn = dynamic_cast<const workcell_model*>(&model);
     auto* const by_hand = dynamic_cast<manual_station*>(&model);
-    body_ = drawn ? new window_body : nullptr;
+    body_ = drawn ? new window_body(options_.task ? layout::side_part::exercise
+                                                  : layout::side_part::faults)
+                  : nullptr;
     if (drawn)
         add_drawing(*drawn);
     else if (by_hand)
@@ -60,21 +62,26 @@ station_window::station_window(live_session& session, station_model& model,
     else
         add_lamps(model);
     add_middle_column(drawn != nullptr);
-    add_faults();
+    options_.task ? add_exercise() : add_faults();
     if (body_) end_body();
     window_->end();
-    std::string title = options_.title;
-    if (title.empty() && drawn) title = text_of(window_word::station, options_.in);
-    if (title.empty() && by_hand) title = text_of(window_word::by_hand, options_.in);
-    window_->copy_label((title.empty() ? std::string(model.name()) : title).c_str());
+    name_window(model);
     window_->callback(
         [](Fl_Widget*, void* self) {
             auto& window = *static_cast<station_window*>(self);
+            window.closed_ = true;
             window.session_.end("fenêtre fermée");
             window.changed();
         },
         this);
     place();
+}
+
+void station_window::name_window(const station_model& model) {
+    std::string title = options_.title;
+    if (title.empty() && scene_) title = text_of(window_word::station, options_.in);
+    if (title.empty() && panels_) title = text_of(window_word::by_hand, options_.in);
+    window_->copy_label((title.empty() ? std::string(model.name()) : title).c_str());
 }
 
 station_window::~station_window() { Fl::remove_timeout(draw_when_due, this); }
@@ -108,7 +115,7 @@ void station_window::add_lamps(const station_model& model) {
 
 void station_window::add_middle_column(bool with_desk) {
     const int left = layout::desk_title.x - 8, right = layout::faults_title.x - 4;
-    auto* const column = new Fl_Group(left, 0, right - left, layout::height);
+    column_ = new Fl_Group(left, 0, right - left, layout::height);
     const auto served = [this] { changed(); };
     if (with_desk) {
         window_style::add_heading(layout::desk_title, text_of(window_word::desk, options_.in));
@@ -123,9 +130,9 @@ void station_window::add_middle_column(bool with_desk) {
     if (!body_) journal_at.w = layout::production_title.w;
     new panel_button(journal_at, window_action::journal, options_.in, [this] { open_journal(); });
     if (body_) add_drawing_alone();
-    column->end();
+    column_->end();
     // Without the desk, what stands below it moves up.
-    column->position(column->x() - columns_left_by_, with_desk ? 0 : -layout::time_title.y + 6);
+    column_->position(column_->x() - columns_left_by_, with_desk ? 0 : -layout::time_title.y + 6);
 }
 
 Fl_Button* station_window::add_drawing_alone() {
@@ -153,6 +160,13 @@ void station_window::add_faults() {
     if (session_.replaying() || session_.examined()) faults_->deactivate();
 }
 
+void station_window::add_exercise() {
+    const int left = layout::faults_title.x - 4;
+    exercise_ = new exercise_panel(
+        {left - columns_left_by_, 0, layout::width - left, layout::height}, *options_.task,
+        session_.run().model(), options_.title, options_.in, [this] { changed(); });
+}
+
 void station_window::place() {
     int x, y, w, h;
     Fl::screen_work_area(x, y, w, h, 0);
@@ -172,8 +186,21 @@ void station_window::show() {
 
 void station_window::hide() {
     Fl::remove_timeout(draw_when_due, this);
-    journal_process_.close();
+    close_documents();
     window_->hide();
+}
+
+void station_window::close_documents() {
+    journal_process_.close();
+    if (exercise_) exercise_->close_documents();
+}
+
+void station_window::conclude() {
+    Fl::remove_timeout(draw_when_due, this);
+    if (desk_) desk_->only_show();
+    time_->only_show();
+    draw_now();
+    if (exercise_) report([this] { exercise_->conclude(); });
 }
 
 void station_window::changed() {
@@ -208,6 +235,11 @@ void station_window::draw_now() {
     if (counts_) counts_->show();
     time_->show();
     if (moment_) moment_->show();
+    if (exercise_) exercise_->show_standing();
+    if (faults_) show_faults();
+}
+
+void station_window::show_faults() {
     faults_->show_faults();
     std::string heading = text_of(window_word::faults, options_.in);
     if (faults_->faults_set() > 0)
@@ -217,57 +249,4 @@ void station_window::draw_now() {
 
 void station_window::worked() {
     if (panels_) panels_->look();
-}
-
-bool station_window::take_key(int symbol, bool shift, bool down) {
-    const std::optional<window_action> action = action_of_key(symbol, shift && down);
-    if (!action) return false;
-    const bool starts = action == window_action::start_cycle;
-    if (starts || action == window_action::stop_cycle) {
-        if (desk_) desk_->hold(starts ? &station_desk::dc : &station_desk::ac, down);
-        return true;
-    }
-    if (down) act(*action);
-    return true;
-}
-
-void station_window::act(window_action action) {
-    switch (action) {
-        case window_action::emergency:
-        case window_action::unlock:
-            if (desk_) desk_->set_emergency(action == window_action::emergency);
-            break;
-        case window_action::pause:
-            time_->pause_or_resume();
-            break;
-        case window_action::step:
-            time_->step();
-            break;
-        case window_action::next_change:
-            time_->run_to_next_change();
-            break;
-        case window_action::slower:
-        case window_action::faster:
-            time_->change_speed(action == window_action::faster);
-            break;
-        case window_action::faults:
-            faults_->go_to();
-            break;
-        case window_action::journal:
-            open_journal();
-            break;
-        case window_action::drawing_alone:
-            if (body_) body_->change_drawing_alone();
-            break;
-        default:
-            break;
-    }
-}
-
-void station_window::open_journal() {
-    try {
-        journal_process_.show(journal_.lines(options_.title, options_.in), options_.in);
-    } catch (const failure& why) {
-        window_->copy_label(why.why.c_str());
-    }
 }

@@ -20,6 +20,8 @@ class Fl_Box;
 class Fl_Button;
 class Fl_Group;
 class count_panel;
+class exercise_examiner;
+class exercise_panel;
 class fault_list;
 class incident_list;
 class keyed_window;
@@ -30,6 +32,8 @@ struct window_options {
     language in = language::french;
     /// Names the window; empty: what it shows does.
     std::string title;
+    /// The session's task, if it has one: shown in the place of the faults. Must live as long.
+    exercise_examiner* task = nullptr;
 };
 
 class station_window {
@@ -47,7 +51,13 @@ public:
 
     void show();
     void hide();
-    void close_journal() { journal_process_.close(); }
+    /// Closes the documents that it has opened.
+    void close_documents();
+
+    /// The session is over with its task: shows the verdict, and stands still.
+    void conclude();
+    /// Whether its user has closed it.
+    bool closed() const { return closed_; }
 
     /// After the session was served: what is shown may have changed. It is drawn within 40 ms, and
     /// no more often than every 28; within 112 ms what begins by itself, as a base that is laid
@@ -68,12 +78,16 @@ private:
     Fl_Button* add_drawing_alone();
     void end_body();
     void add_faults();
+    void add_exercise();
+    void name_window(const station_model& model);
     void place();
     bool take_key(int symbol, bool shift, bool down);
     void changed();
     static void draw_when_due(void* self);
     void draw_now();
+    void show_faults();
     void open_journal();
+    void report(const std::function<void()>& open);
 
     live_session& session_;
     const window_options options_;
@@ -95,6 +109,8 @@ private:
     incident_list* incidents_ = nullptr;
     fault_list* faults_ = nullptr;
     Fl_Box* faults_heading_ = nullptr;
+    exercise_panel* exercise_ = nullptr;
+    Fl_Group* column_ = nullptr;
     std::string told_trouble_;
     // How far left the columns stand, for what is narrower than the drawing.
     int columns_left_by_ = 0;
@@ -102,4 +118,5 @@ private:
     bool moves_ = false;
     bool drawing_is_due_ = false;
     double drawn_at_s_ = 0;
+    bool closed_ = false;
 };

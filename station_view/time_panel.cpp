@@ -49,9 +49,11 @@ time_panel::time_panel(live_session& session, session_news& news, language in,
     window_style::add_heading(layout::time_title, text_of(window_word::time, in));
     clock_ = window_style::add_text(layout::clock, "");
     clock_->align(FL_ALIGN_RIGHT | FL_ALIGN_INSIDE);
-    const auto button = [in](const layout::area& at, window_action action,
-                             std::function<void()> pressed) {
-        return new panel_button(at, action, in, std::move(pressed));
+    const auto button = [this, in](const layout::area& at, window_action action,
+                                   std::function<void()> pressed) {
+        auto* const made = new panel_button(at, action, in, std::move(pressed));
+        worked_.push_back(made);
+        return made;
     };
     pause_ = button(layout::pause, window_action::pause, [this] { pause_or_resume(); });
     button(layout::step, window_action::step, [this] { step(); });
@@ -59,6 +61,7 @@ time_panel::time_panel(live_session& session, session_news& news, language in,
     button(layout::slower, window_action::slower, [this] { change_speed(false); });
     const layout::area& at = layout::speed;
     speed_ = new Fl_Hor_Nice_Slider(at.x, at.y, at.w, at.h);
+    worked_.push_back(speed_);
     speed_->box(FL_FLAT_BOX);
     speed_->color(window_style::paper);
     speed_->bounds(std::log10(least_speed), std::log10(most_speed));
@@ -72,6 +75,10 @@ time_panel::time_panel(live_session& session, session_news& news, language in,
     state_ = window_style::add_text(layout::state, "");
     state_->labelfont(FL_HELVETICA_BOLD);
     state_->align(FL_ALIGN_CENTER | FL_ALIGN_INSIDE | FL_ALIGN_CLIP);
+}
+
+void time_panel::only_show() {
+    for (Fl_Widget* const each : worked_) each->deactivate();
 }
 
 void time_panel::pause_or_resume() {
@@ -139,6 +146,7 @@ void time_panel::show_state() {
     if (session_.run().desk().atu) now = {window_word::emergency, window_style::red, FL_WHITE};
     if (!session_.commanded() && !session_.replaying())
         now = {window_word::dead_link, 0x4A4F5500, FL_WHITE};
+    if (session_.over()) now = {window_word::exercise_over, 0xC9CED400, window_style::ink};
     if (state_->color() != now.back) {
         state_->color(now.back);
         state_->labelcolor(now.front);

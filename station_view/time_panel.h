@@ -1,6 +1,7 @@
 // The session's time: pause, single steps, speed; what it is doing, and since when.
 #pragma once
 #include <functional>
+#include <vector>
 
 #include "session/live_session.h"
 #include "station_view/session_news.h"
@@ -9,6 +10,7 @@
 class Fl_Box;
 class Fl_Button;
 class Fl_Slider;
+class Fl_Widget;
 
 class time_panel {
 public:
@@ -27,6 +29,8 @@ public:
 
     /// Shows the time as it is.
     void show();
+    /// From now on nobody works it here.
+    void only_show();
 
 private:
     void set_speed(double speed);
@@ -40,6 +44,7 @@ private:
     Fl_Box *clock_, *state_, *speed_text_;
     Fl_Button* pause_;
     Fl_Slider* speed_;
+    std::vector<Fl_Widget*> worked_;
 };
 
 /// The next of those speeds, or the last one.

@@ -32,6 +32,10 @@ constexpr action_row rows[] = {
      {"Ouvre le journal : les derniers changements et incidents, en PDF et en texte", "Opens the journal: the last changes and incidents, as PDF and text"}},
     {window_action::drawing_alone, 'g', FL_F + 11, false, {"G", "G"}, {"Dessin seul", "Drawing"},
      {"Le dessin occupe toute la fenêtre ; la même touche rend le reste", "The drawing takes the whole window; the same key brings the rest back"}},
+    {window_action::diagnosis, 'r', 0, false, {"R", "R"}, {"Diagnostic...", "Diagnosis..."},
+     {"Répond à la question de l'exercice : qu'est-ce qui est en panne ?", "Answers what the exercise asks: what is faulty?"}},
+    {window_action::verdict, 'v', 0, false, {"V", "V"}, {"Verdict...", "Verdict..."},
+     {"Ouvre le verdict de l'exercice terminé, en PDF et en texte", "Opens the verdict of the exercise that is over, as PDF and text"}},
 };
 // clang-format on
 static_assert(one_row_each(rows));

@@ -18,6 +18,8 @@ enum class window_action {
     faults,
     journal,
     drawing_alone,
+    diagnosis,
+    verdict,
     count
 };
 

@@ -22,7 +22,7 @@ void window_body::resize(int x, int y, int w, int h) {
         const auto now = window_layout::drawing_alone_arranged(w, h);
         place(*this, {{picture, now.picture}, {incidents, now.incidents}, {back, now.back}});
     } else {
-        const auto now = window_layout::arranged(w, h);
+        const auto now = window_layout::arranged(w, h, side_);
         place(*this, {{picture, now.picture},
                       {incidents, now.incidents},
                       {middle, now.middle},

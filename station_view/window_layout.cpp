@@ -6,6 +6,15 @@ namespace window_layout {
 
 namespace {
 
+/// As high as the drawing needs to be for names as large as its width allows, but no more than so
+/// much of the window: the rest is the exercise's.
+int drawing_above_exercise(int w, int h) {
+    constexpr int below = height - picture.h, edges = 2 * picture.x;
+    constexpr double most = 0.6;
+    const int needed = (w - edges) * 30 / 100 + below;
+    return std::max(height, std::min(needed, static_cast<int>(h * most)));
+}
+
 constexpr int drawing_w = desk_title.x - 8;
 
 /// The picture and the incidents in so much of the window's left.
@@ -19,9 +28,14 @@ arrangement beside(int w, int h, const area& middle, const area& faults) {
 
 }  // namespace
 
-arrangement arranged(int w, int h) {
+arrangement arranged(int w, int h, side_part side) {
     constexpr int middle_w = faults_title.x - 4 - drawing_w, faults_w = width - faults_title.x + 4;
     const int faults_x = w - faults_w, middle_h = std::min(h, height);
+    if (h >= tall && side == side_part::exercise) {
+        const int left_w = w - middle_w, above_h = drawing_above_exercise(left_w, h);
+        return beside(left_w, above_h, {left_w, 0, middle_w, middle_h},
+                      {0, above_h, w, h - above_h});
+    }
     if (h >= tall)
         return beside(faults_x, h, {faults_x, 0, middle_w, middle_h},
                       {faults_x, middle_h, faults_w, h - middle_h});

@@ -37,13 +37,16 @@ inline constexpr area journal = {1080, 344, 188, 28}, drawing_alone = {1276, 344
 inline constexpr area faults_title = {1382, 6, 328, 18}, faults = {1382, 28, 328, 344};
 
 /// Where the parts of a window of that size are. In a tall one the faults stand below the desk's
-/// column rather than beside it, and the drawing gets what that leaves.
+/// column rather than beside it, and the drawing gets what that leaves. An exercise, which stands
+/// in their place, is there to be read: it has the whole width below drawing and desk.
 struct arrangement {
     area picture, incidents, middle, faults;
 };
-/// From this height on the faults stand below.
+/// What the faults' place is for.
+enum class side_part { faults, exercise };
+/// From this height on it is below.
 inline constexpr int tall = 640;
-[[nodiscard]] arrangement arranged(int w, int h);
+[[nodiscard]] arrangement arranged(int w, int h, side_part side = side_part::faults);
 
 /// The same with the drawing alone: the incidents stay below it, and beside them is the button that
 /// brings the rest back.

@@ -4,10 +4,17 @@
 
 #include <algorithm>
 
+#include "session/end_signals.h"
 #include "station_view/display_connection.h"
 #include "station_view/session_pump.h"
 
 namespace {
+
+/// The exercise is over: its verdict stays until the window is closed.
+void stand_still(station_window& window) {
+    window.conclude();
+    while (!window.closed() && !end_signals::asked() && !display_connection::lost()) Fl::wait();
+}
 
 /// Under the toolkit's loop, until the session is over or the display has gone.
 void serve(live_session& session, station_window& window) {
@@ -19,6 +26,8 @@ void serve(live_session& session, station_window& window) {
         window.worked();
         pump.serve_between_turns();
     }
+    if (session.ended_with_task() && !window.closed() && !display_connection::lost())
+        stand_still(window);
     window.on_change({});
 }
 
@@ -27,7 +36,7 @@ int run(live_session& session, std::unique_ptr<station_window> window) {
     session.begin();
     serve(session, *window);
     if (display_connection::lost()) {
-        window->close_journal();
+        window->close_documents();
         // Its widgets would ask the display to forget them.
         static_cast<void>(window.release());
         session.end("l'écran a disparu");

@@ -23,8 +23,12 @@ Fl_Box* add_heading(const window_layout::area& at, const std::string& text) {
 }
 
 void dress(Fl_Widget& button, window_action action, language in) {
-    button.copy_label(row_of_action(action).label.in(in));
-    button.copy_tooltip(tooltip_of(action, in).c_str());
+    dress(button, row_of_action(action).label.in(in), tooltip_of(action, in));
+}
+
+void dress(Fl_Widget& button, const std::string& label, const std::string& tooltip) {
+    button.copy_label(label.c_str());
+    button.copy_tooltip(tooltip.c_str());
     button.box(FL_THIN_UP_BOX);
     button.color(window_style::button, amber);
     button.labelsize(text_px);

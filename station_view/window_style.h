@@ -31,6 +31,8 @@ Fl_Box* add_text(const window_layout::area& at, const std::string& text);
 Fl_Box* add_heading(const window_layout::area& at, const std::string& text);
 /// Gives a button its action's label, tooltip and this window's look.
 void dress(Fl_Widget& button, window_action action, language in);
+/// The same for one that is no action of the window.
+void dress(Fl_Widget& button, const std::string& label, const std::string& tooltip);
 
 /// Changes a label, and draws it again, only when it differs.
 void relabel(Fl_Widget& widget, const std::string& text);

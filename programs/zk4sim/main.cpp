@@ -36,8 +36,8 @@ int main(int argc, char** argv) {
          [&] { return files_read(options); }},
         [&](station_model& model, const session_options& session) {
             check_together(options, session);
-            return task.given_to(session.headless
-                                     ? run_headless
-                                     : run_in_window(model, {options.in, session.title}));
+            return task.given_to(session.headless ? run_headless
+                                                  : run_in_window(model, {options.in, session.title,
+                                                                          task.examiner()}));
         });
 }

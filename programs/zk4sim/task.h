@@ -15,6 +15,8 @@ public:
 
     /// Reads the exercise: the station with which it begins. Throws `failure`.
     [[nodiscard]] std::unique_ptr<station_model> begin();
+    /// Who examines the session; null where `begin` was never called.
+    [[nodiscard]] exercise_examiner* examiner() { return examiner_ ? &*examiner_ : nullptr; }
     /// The runner of a session that has this task; `run` itself where `begin` was never called. It
     /// must live as long.
     [[nodiscard]] session_runner given_to(session_runner run);

@@ -147,7 +147,8 @@ TEST_P(Guide, TellsEachStateOfTheSession) {
     std::set<std::string> expected, told;
     for (const window_word word :
          {window_word::running, window_word::paused, window_word::nothing_changed,
-          window_word::emergency, window_word::replay, window_word::dead_link})
+          window_word::emergency, window_word::replay, window_word::dead_link,
+          window_word::exercise_over})
         expected.insert(text_of(word, in()));
     for (const cells& row : rows_of(part(GetParam().time))) told.insert(row.at(0));
     EXPECT_EQ(told, expected);

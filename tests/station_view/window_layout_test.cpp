@@ -9,6 +9,7 @@
 namespace {
 
 using window_layout::area;
+using window_layout::side_part;
 
 bool overlap(const area& a, const area& b) {
     return a.x < b.x + b.w && b.x < a.x + a.w && a.y < b.y + b.h && b.y < a.y + a.h;
@@ -63,10 +64,12 @@ TEST(WindowLayout, PartsFillTheWindowAndTouchEachOtherOnly) {
                             {0, 0, 1718, 640},  {0, 0, 1366, 720},  {0, 0, 1920, 1046},
                             {0, 0, 1000, 1000}, {0, 0, 3840, 2120}, {0, 0, 3840, 300}};
     for (const area& window : windows) {
-        const auto [picture, incidents, middle, faults] =
-            window_layout::arranged(window.w, window.h);
-        expect_apart_in(window, {picture, incidents, middle, faults});
-        EXPECT_EQ(faults.y + faults.h, window.h) << "the list of faults goes down to the edge";
+        for (const side_part side : {side_part::faults, side_part::exercise}) {
+            const auto [picture, incidents, middle, faults] =
+                window_layout::arranged(window.w, window.h, side);
+            expect_apart_in(window, {picture, incidents, middle, faults});
+            EXPECT_EQ(faults.y + faults.h, window.h) << "the last part goes down to the edge";
+        }
         const auto [whole, below, back] = window_layout::drawing_alone_arranged(window.w, window.h);
         expect_apart_in(window, {whole, below, back});
         EXPECT_GE(whole.w, window.w - 12) << "the drawing goes from edge to edge";
@@ -77,6 +80,7 @@ TEST(WindowLayout, NamesAreLegibleOnAProjector) {
     const auto name_px = [](const area& at) { return draw_station({}, at.w, at.h).name_px; };
     // Maximised on a projector of 1920 x 1080, below a title bar and above a task bar.
     EXPECT_GE(name_px(window_layout::arranged(1920, 1000).picture), 14);
+    EXPECT_GE(name_px(window_layout::arranged(1920, 1000, side_part::exercise).picture), 14);
     const auto alone = [](int w, int h) {
         return window_layout::drawing_alone_arranged(w, h).picture;
     };

@@ -24,7 +24,8 @@ protected:
         ASSERT_NE(live->ident, "") << live->process->err();
         window = display.wait_for_window(title);
         ASSERT_NE(window, 0u) << live->process->err();
-        const bool has_panel = std::ranges::find(options, "--no-panel") == options.end();
+        const bool has_panel = std::ranges::find(options, "--no-panel") == options.end() &&
+                               std::ranges::find(options, "--exec") == options.end();
         if (has_panel) {
             panel = display.wait_for_window("quorin");
             ASSERT_NE(panel, 0u);

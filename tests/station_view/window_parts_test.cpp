@@ -130,6 +130,23 @@ TEST(Journal, TakesNoTextForMarkup) {
     EXPECT_EQ(lines[lines.size() - 2], " 0.000#entrée#*T*#1");
 }
 
+TEST(Journal, TellsWhatAnExerciseSaysButNotHowManyFaultsItHides) {
+    const auto exercise_event = [](std::string_view name, std::int64_t value,
+                                   std::string_view text) {
+        return station_event{0, event_kind::exercise, name, value, text};
+    };
+    const std::vector<std::string> lines = journal_lines(
+        {exercise_event("titre", 0, "Coller"), exercise_event("empreinte", 0, "0123abcd"),
+         exercise_event("pannes_cachees", 2, ""), exercise_event("but", 1, "")});
+    ASSERT_GE(lines.size(), 3u);
+    EXPECT_EQ(lines[lines.size() - 3], " 0.000#exercice#titre#Coller");
+    EXPECT_EQ(lines[lines.size() - 2], " 0.000#exercice#but#1");
+    for (const std::string& each : lines) {
+        EXPECT_EQ(each.find("pannes_cachees"), std::string::npos) << each;
+        EXPECT_EQ(each.find("0123abcd"), std::string::npos) << each;
+    }
+}
+
 TEST(Journal, KeepsTheLastRowsAndSaysHowManyItForgot) {
     journal kept;
     const std::int64_t many = 3 * static_cast<std::int64_t>(journal::most_rows);

@@ -1,0 +1,85 @@
+// What the window's buttons and keys do.
+#include <FL/Fl_Window.H>
+
+#include "session/failure.h"
+#include "station_view/exercise_panel.h"
+#include "station_view/fault_list.h"
+#include "station_view/keyed_window.h"
+#include "station_view/station_window.h"
+#include "station_view/window_body.h"
+
+namespace {
+
+bool works_after_end(window_action action) {
+    return action == window_action::journal || action == window_action::verdict ||
+           action == window_action::drawing_alone;
+}
+
+}  // namespace
+
+bool station_window::take_key(int symbol, bool shift, bool down) {
+    const std::optional<window_action> action = action_of_key(symbol, shift && down);
+    if (!action) return false;
+    const bool starts = action == window_action::start_cycle;
+    if (starts || action == window_action::stop_cycle) {
+        if (desk_) desk_->hold(starts ? &station_desk::dc : &station_desk::ac, down);
+        return true;
+    }
+    if (down) act(*action);
+    return true;
+}
+
+void station_window::act(window_action action) {
+    if (session_.over() && !works_after_end(action)) return;
+    switch (action) {
+        case window_action::emergency:
+        case window_action::unlock:
+            if (desk_) desk_->set_emergency(action == window_action::emergency);
+            break;
+        case window_action::pause:
+            time_->pause_or_resume();
+            break;
+        case window_action::step:
+            time_->step();
+            break;
+        case window_action::next_change:
+            time_->run_to_next_change();
+            break;
+        case window_action::slower:
+        case window_action::faster:
+            time_->change_speed(action == window_action::faster);
+            break;
+        case window_action::faults:
+            if (faults_) faults_->go_to();
+            break;
+        case window_action::diagnosis:
+            if (exercise_) exercise_->open_diagnosis();
+            break;
+        case window_action::verdict:
+            if (exercise_) report([this] { exercise_->open_verdict(); });
+            break;
+        case window_action::journal:
+            open_journal();
+            break;
+        case window_action::drawing_alone:
+            if (body_) body_->change_drawing_alone();
+            break;
+        default:
+            break;
+    }
+}
+
+void station_window::open_journal() {
+    report([this] {
+        journal_process_.show(journal_.lines(options_.title, options_.in), options_.in);
+    });
+}
+
+// What cannot be opened is told where it is seen.
+void station_window::report(const std::function<void()>& open) {
+    try {
+        open();
+    } catch (const failure& why) {
+        window_->copy_label(why.why.c_str());
+    }
+}
