@@ -1,47 +1,8 @@
 // zk4sim --exercise: a session with a task, from its start to its verdict, and what becomes of its
 // recording.
-#include "tests/end_to_end/zk4sim_session.h"
+#include "tests/end_to_end/zk4sim_exercise.h"
 
 namespace {
-
-const std::string task_begin =
-    "format = 1\ntitre = \"La butée\"\ntitre_en = \"The stop\"\n"
-    "enonce = \"\"\"\nSortez la butée 1.\n\"\"\"\n";
-const std::string goal =
-    "[[but]]\ntexte = \"la butée 1 est sortie\"\nquand = [\"BZ1=1\", \"b1s=1\"]\n"
-    "tenir_s = 0.5\navant_s = 6000\npoints = 2\n";
-const std::string ban =
-    "[[jamais]]\ntexte = \"la presse descend\"\nquand = [\"DESP=1\"]\nmoins = 1\n";
-const std::string hidden =
-    "[station]\ngraine = 7\nbases = 3\npannes = [\"te=late\"]\n"
-    "pannes_cachees = [\"vb=stuck1\"]\n";
-const std::string diagnosis = "[diagnostic]\npannes = [\"vb=stuck1\"]\npoints = 5\n";
-
-class Zk4simExercise : public Zk4sim {
-protected:
-    std::string file(const std::string& name) const { return files / name; }
-    /// An exercise in a file of that name.
-    std::string task(const std::string& text, const std::string& name = "a.toml") const {
-        write_bytes(file(name), task_begin + text);
-        return file(name);
-    }
-    outcome run_task(const std::string& exercise, std::vector<std::string> options) const {
-        options.insert(options.begin(), {"--exercise", exercise, "--speed", "50"});
-        return run_zk4sim(options);
-    }
-    outcome mark(const std::string& exercise, const std::string& recording) const {
-        return run_program({built("quorin-lesson"), "mark", exercise, recording});
-    }
-    void expect_it_comes_again(const std::string& recording) const {
-        const outcome again =
-            run_zk4sim({"--play", recording, "--headless", "--csv", file("again.csv")});
-        EXPECT_EQ(again.status, 0) << again.err;
-        EXPECT_EQ(bytes_of(file("again.csv")), bytes_of(recording));
-    }
-
-    const std::string io = built("quorin-io") + " ";
-    const temporary_folder files;
-};
 
 TEST_F(Zk4simExercise, OneThatIsPassedLiveIsPassedInItsRecording) {
     const std::string exercise = task(hidden + goal + ban + diagnosis);
@@ -232,69 +193,6 @@ TEST_F(Zk4simExercise, AForgedRecordingIsRefusedAndTheOthersAreMarked) {
          {"Enregistrements : 2, réussis : 1, non réussis : 0, refusés : 1", "résultat", " réussi ",
           " refusé", "Refusé", "But 1, la butée 1 est sortie"})
         EXPECT_NE(text.out.find(each), std::string::npos) << each << text.out;
-}
-
-TEST_F(Zk4simExercise, MarkWritesOverNothingThatItReads) {
-    const std::string exercise = task(goal);
-    ASSERT_EQ(run_task(exercise, {"--csv", file("a.csv"), "--exec", "true"}).status, 3);
-    const std::string recording = bytes_of(file("a.csv"));
-    const struct {
-        std::vector<std::string> options;
-        int status;
-    } rows[] = {
-        {{"--csv", file("a.csv")}, 1},
-        {{"--pdf", file("a.csv")}, 1},
-        {{"--csv", exercise}, 1},
-        {{"--pdf", "-"}, 2},
-        {{"--csv", "-"}, 2},
-        {{"--csv", file("x"), "--pdf", file("x")}, 2},
-        {{"--csv", file("x"), "--pdf", file("./x")}, 2},
-        {{"--csv", ""}, 2},
-        {{"--csv", file("no/where")}, 1},
-    };
-    for (const auto& [options, status] : rows) {
-        std::vector<std::string> words = {built("quorin-lesson"), "mark", exercise, file("a.csv")};
-        words.insert(words.end(), options.begin(), options.end());
-        const outcome end = run_program(words);
-        EXPECT_EQ(end.status, status) << options[0] << options[1] << end.err;
-        EXPECT_EQ(lines_in(end.err), 1) << end.err;
-        EXPECT_EQ(bytes_of(file("a.csv")), recording);
-    }
-    EXPECT_EQ(run_program({built("quorin-lesson"), "mark", exercise}).status, 2);
-}
-
-TEST_F(Zk4simExercise, AnErrorStreamThatTakesNothingCostsNoMark) {
-    const std::string exercise = task(goal), none = file("none.csv");
-    for (const std::string stream : {"2>&-", "2>/dev/full"}) {
-        const outcome end = run_program({"sh", "-c",
-                                         built("quorin-lesson") + " mark " + exercise + " " + none +
-                                             " " + none + " " + stream});
-        EXPECT_EQ(end.status, 3) << stream;
-        EXPECT_EQ(end.out, none + "\trefuse\t\t\t\n" + none + "\trefuse\t\t\t\n") << stream;
-    }
-}
-
-TEST_F(Zk4simExercise, NothingIsRecordedOverWhatIsRead) {
-    const std::string exercise = task(goal), names = file("names");
-    write_bytes(names, "in\n\nout\n");
-    std::filesystem::create_symlink(exercise, file("link"));
-    const std::vector<std::string> rows[] = {
-        {"--exercise", exercise, "--csv", exercise},
-        {"--exercise", exercise, "--vcd", file("link")},
-        {"--exercise", file("link"), "--csv", file("./a.toml")},
-        {"--manual", "--names", names, "--csv", names},
-    };
-    const std::string before = bytes_of(exercise), names_before = bytes_of(names);
-    for (std::vector<std::string> words : rows) {
-        const std::string refused = words.back() + ": ce fichier est lu, il reste comme il est\n";
-        words.insert(words.end(), {"--headless", "--exec", "true"});
-        const outcome end = run_zk4sim(words);
-        EXPECT_EQ(end.status, 1) << refused;
-        EXPECT_EQ(end.out, "") << refused;
-        EXPECT_EQ(end.err, "zk4sim: " + refused);
-        EXPECT_EQ(bytes_of(exercise), before);
-        EXPECT_EQ(bytes_of(names), names_before);
-    }
 }
 
 TEST_F(Zk4simExercise, AReplayTakesNoOtherNumberOfHiddenFaultsThanWasAnnounced) {
