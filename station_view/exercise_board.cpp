@@ -167,6 +167,12 @@ private:
     exercise_board board_;
 };
 
+// French has a blank before these, at which no line is broken.
+bool binds(std::string_view from_blank) {
+    return from_blank.size() > 1 &&
+           std::string_view(":;!?").find(from_blank[1]) != std::string_view::npos;
+}
+
 /// How many bytes of `text` fit: up to a blank where there is one, else whole characters, one at
 /// least.
 std::size_t bytes_that_fit(std::string_view text, int room,
@@ -181,7 +187,7 @@ std::size_t bytes_that_fit(std::string_view text, int room,
     for (std::size_t at = 0; at < head.size(); ++at) {
         at = std::min(head.find(' ', at), head.size());
         if (!fits(at)) break;
-        whole_words = at;
+        if (!binds(head.substr(at))) whole_words = at;
     }
     if (whole_words > 0 || head.empty()) return whole_words;
     std::size_t at = 0;

@@ -250,6 +250,8 @@ TEST(Wrapped, BreaksAtBlanksAndInLongWords) {
                  {"un deux", 7, {"un deux"}},
                  {"un deux", 6, {"un", "deux"}},
                  {"un deux trois", 7, {"un deux", "trois"}},
+                 {"un deux : trois", 7, {"un", "deux :", "trois"}},
+                 {"un deux ! ? trois", 9, {"un", "deux ! ?", "trois"}},
                  {"abcdef", 4, {"abcd", "ef"}},
                  {"un abcdef", 4, {"un", "abcd", "ef"}},
                  {"éé", 2, {"é", "é"}},
