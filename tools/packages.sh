@@ -13,6 +13,7 @@ build    libtomlplusplus-dev  header   toml++/toml.h
 build    libmd-dev         header   sha2.h
 build    libmodbus-dev     header   modbus/modbus.h
 build    fonts-liberation  file     LiberationSans-Regular.ttf  /usr/share/fonts /usr/local/share/fonts
+build    fonts-dejavu-core  file   DejaVuSans.ttf  /usr/share/fonts /usr/local/share/fonts
 display  xvfb              program  Xvfb
 display  openbox           program  openbox
 display  xdotool           program  xdotool
