@@ -2,6 +2,9 @@
 // on showing the mechanism as it is.
 #include <gtest/gtest.h>
 
+#include <charconv>
+#include <iterator>
+
 #include "session/faults.h"
 #include "station_view/manual_station.h"
 #include "tests/station_view/station_beside.h"
@@ -37,6 +40,12 @@ const kind_case kind_cases[] = {
     {fault_kind::slow,     "BZ1", "BZ1",  "b1s", {{0.4, false, true}, {0.6, false, true}, {0.3, true, true}}},
 };
 // clang-format on
+
+/// With a point, whatever the locale.
+std::string text_of(double seconds) {
+    char text[32];
+    return {text, std::to_chars(text, std::end(text), seconds).ptr};
+}
 
 class FaultKinds : public WindowOnDisplay, public testing::WithParamInterface<kind_case> {
 protected:
@@ -91,8 +100,8 @@ TEST_P(FaultKinds, IsSeenOnThePanelAndNotOnTheDrawingsMechanism) {
         ASSERT_TRUE(becomes(given.command, "1"));
     }
     for (const auto& [step, shown, sound] : given.moments) {
-        SCOPED_TRACE(words + " after " + std::to_string(step));
-        ASSERT_EQ(live->io({"step", std::to_string(step)}).status, 0);
+        SCOPED_TRACE(words + " after " + text_of(step));
+        ASSERT_EQ(live->io({"step", text_of(step)}).status, 0);
         beside.run(step);
         EXPECT_TRUE(panel_keeps(given.lamp, shown ? red : blue));
         EXPECT_EQ(beside.sound(given.lamp), sound);
