@@ -7,12 +7,16 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <ctime>
 #include <iostream>
 #include <locale>
 #include <sstream>
 #include <thread>
 
 namespace {
+
+/// When this program began, as the system dates segments.
+const std::time_t begun_s = std::time(nullptr);
 
 /// Words read as the system wrote them: without the
 /// marks that a locale puts between a number's digits.
@@ -155,6 +159,8 @@ std::set<pid_t> leftovers::processes() {
     return found;
 }
 
+// A segment that is older than this program is nobody's here, though a process of ours may by now
+// have the number that its maker had.
 std::set<int> leftovers::segments() {
     processes();
     std::set<int> found;
@@ -163,10 +169,13 @@ std::set<int> leftovers::segments() {
     std::getline(table, line);
     while (std::getline(table, line)) {
         std::istringstream fields = plain(line);
-        long key = 0, id = 0, size = 0, creator = 0;
+        long key = 0, id = 0, size = 0, creator = 0, skipped = 0, changed_s = 0;
         std::string mode;
         fields >> key >> id >> mode >> size >> creator;
-        if (started().contains(static_cast<pid_t>(creator))) found.insert(static_cast<int>(id));
+        for (int i = 0; i < 8; ++i) fields >> skipped;  // who used it last, users, owners, times
+        fields >> changed_s;
+        if (changed_s >= begun_s && started().contains(static_cast<pid_t>(creator)))
+            found.insert(static_cast<int>(id));
     }
     return found;
 }
