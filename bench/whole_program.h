@@ -3,14 +3,11 @@
 #include <sys/types.h>
 
 #include <algorithm>
-#include <chrono>
 #include <fstream>
 #include <string>
 #include <vector>
 
-inline double seconds_since(std::chrono::steady_clock::time_point start) {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
+#include "tests/support/elapsed.h"
 
 inline double median(std::vector<double> values) {
     std::ranges::sort(values);

@@ -6,12 +6,12 @@ namespace {
 
 struct count_row {
     session_count key;
-    std::string_view word;
+    bilingual word;
 };
 
-constexpr count_row count_rows[] = {{session_count::good, "bonnes"},
-                                    {session_count::bad, "mauvaises"},
-                                    {session_count::incidents, "incidents"}};
+constexpr count_row count_rows[] = {{session_count::good, {"bonnes", "good"}},
+                                    {session_count::bad, {"mauvaises", "bad"}},
+                                    {session_count::incidents, {"incidents", "incidents"}}};
 static_assert(one_row_each(count_rows));
 
 }  // namespace
@@ -24,11 +24,13 @@ std::string text_of(const station_fault& fault) {
     return fault.name + "=" + std::string(fault_kind_word(fault.kind));
 }
 
-std::string_view session_count_word(session_count which) { return row_of(count_rows, which).word; }
+std::string_view session_count_word(session_count which, language in) {
+    return row_of(count_rows, which).word.in(in);
+}
 
 std::optional<session_count> session_count_called(std::string_view word) {
     for (const count_row& row : count_rows)
-        if (row.word == word) return row.key;
+        if (row.word.french == word) return row.key;
     return std::nullopt;
 }
 

@@ -118,9 +118,10 @@ struct exercise {
     bool operator==(const exercise&) const = default;
 };
 
-/// As the file and the recordings write it: "bonnes", "mauvaises", "incidents".
-[[nodiscard]] std::string_view session_count_word(session_count which);
-/// What is written so; nothing for any other word.
+/// "bonnes", "mauvaises", "incidents": in French as the file and the recordings write it.
+[[nodiscard]] std::string_view session_count_word(session_count which,
+                                                  language in = language::french);
+/// What is written so in French; nothing for any other word.
 [[nodiscard]] std::optional<session_count> session_count_called(std::string_view word);
 
 /// What all of it together is worth: the points of goals, balances and diagnosis.

@@ -7,22 +7,11 @@
 #include <sstream>
 
 #include "session/desk.h"
-#include "session/keyed_rows.h"
 #include "session/step_clock.h"
 
 namespace {
 
 constexpr std::int64_t never = std::numeric_limits<std::int64_t>::max();
-
-struct count_row {
-    session_count key;
-    std::string_view name;
-};
-
-constexpr count_row counts[] = {{session_count::good, "bonnes"},
-                                {session_count::bad, "mauvaises"},
-                                {session_count::incidents, "incidents"}};
-static_assert(one_row_each(counts));
 
 /// The first look that is not before that time.
 std::int64_t look_at_or_after(std::int64_t ms) {
@@ -58,9 +47,7 @@ bool is_right(const exercise_diagnosis& diagnosis, const exercise_standing& stan
 
 std::string answer_text(const std::vector<station_fault>& faults) {
     std::string text;
-    for (const station_fault& each : faults)
-        text +=
-            (text.empty() ? "" : " ") + each.name + '=' + std::string(fault_kind_word(each.kind));
+    for (const station_fault& each : faults) text += (text.empty() ? "" : " ") + text_of(each);
     return text;
 }
 
@@ -124,10 +111,10 @@ void judge::take_command(condition_place place, int index, const station_event& 
 
 void judge::take_session(const station_event& event) {
     if (ends_a_run(event)) return end(event.ms);
-    const auto* const count = std::ranges::find(counts, event.name, &count_row::name);
-    if (count == std::end(counts)) return;
+    const std::optional<session_count> count = session_count_called(event.name);
+    if (!count) return;
     look_until(event.ms - 1);
-    counts_[static_cast<std::size_t>(count->key)] = event.value;
+    counts_[static_cast<std::size_t>(*count)] = event.value;
     changed_ = true;
 }
 

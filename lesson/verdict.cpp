@@ -5,23 +5,12 @@
 #include "lesson/lesson_numbers.h"
 #include "lesson/verdict_words.h"
 #include "recording/recorded_text.h"
-#include "session/keyed_rows.h"
 #include "session/session_report.h"
 
 namespace {
 
 using word = verdict_word;
 using sentences = std::vector<verdict_sentence>;
-
-struct count_row {
-    session_count key;
-    bilingual name;
-};
-
-constexpr count_row counts[] = {{session_count::good, {"bonnes", "good"}},
-                                {session_count::bad, {"mauvaises", "bad"}},
-                                {session_count::incidents, {"incidents", "incidents"}}};
-static_assert(one_row_each(counts));
 
 /// What the sentences are about, and the language in which they speak.
 struct verdict {
@@ -102,7 +91,7 @@ verdict_sentence balance_sentence(const verdict& of, std::size_t place) {
     const exercise_balance& balance = of.task.balances[place];
     const std::string number = number_of(place), text = of.text(balance.text);
     const std::string count =
-        row_of(counts, balance.count).name.in(of.in) +
+        std::string(session_count_word(balance.count, of.in)) +
         ("=" + std::to_string(of.standing.counts[static_cast<std::size_t>(balance.count)]));
     if (holds(balance, of.standing))
         return {
@@ -150,11 +139,6 @@ void add_end(const verdict& of, sentences& all) {
     all.push_back({of.say(passed ? word::passed : word::failed, {of.end()}), !passed});
 }
 
-std::string without_marks(std::string text) {
-    std::ranges::replace(text, '#', '*');
-    return text;
-}
-
 /// How many bytes of the text stand in a line of so many characters: up to a blank where there is
 /// one, else up to the last character that fits.
 std::size_t bytes_of_line(const std::string& text, std::size_t width) {
@@ -182,9 +166,14 @@ std::vector<verdict_sentence> verdict_sentences(const exercise& task,
     return all;
 }
 
+std::string markup_cell(std::string text) {
+    std::ranges::replace(text, '#', '*');
+    return text;
+}
+
 std::vector<std::string> markup_lines(const std::string& text, std::size_t width) {
     std::vector<std::string> lines;
-    for (std::string rest = without_marks(text); !rest.empty();) {
+    for (std::string rest = markup_cell(text); !rest.empty();) {
         const std::size_t bytes = bytes_of_line(rest, width);
         lines.push_back(" " + rest.substr(0, bytes));
         rest.erase(0, rest[bytes] == ' ' ? bytes + 1 : bytes);

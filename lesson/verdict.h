@@ -25,6 +25,9 @@ struct verdict_sentence {
                                                      const exercise_standing& standing, language in,
                                                      const std::string& heading = {});
 
-/// A text in lines of the markup: broken at blanks where it is longer than a column of so many
-/// characters, each line behind a blank, without the "#" that begins another cell.
+/// A text for a cell of the markup: without the "#" that begins another one.
+[[nodiscard]] std::string markup_cell(std::string text);
+
+/// The same in lines of their own: broken at blanks where it is longer than a column of so many
+/// characters, each line behind a blank.
 [[nodiscard]] std::vector<std::string> markup_lines(const std::string& text, std::size_t width);

@@ -93,9 +93,9 @@ public:
     bool over() const { return end_.over(); }
 
     /// After the end: gives the panel or the command what is left of a few seconds since then, and
-    /// prints the verdict of its task and the line that sums up. The program's status: 0 for a task that was fulfilled
-    /// and 3 for another; without one the command's; 1 when the panel ended by itself with another
-    /// one than 0; else 0.
+    /// prints the verdict of its task and the line that sums up. The program's status: 0 for a task
+    /// that was fulfilled and 3 for another; without one the command's; 1 when the panel ended by
+    /// itself with another one than 0; else 0.
     [[nodiscard]] int finish();
 
 private:

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <chrono>
 #include <climits>
+#include <csignal>
+#include <iostream>
 #include <string_view>
 
 #include "session/failure.h"
@@ -63,4 +65,9 @@ void print_at_once(const std::string& text, int stream) {
         if (written == 0) throw output_refusal();
         rest.remove_prefix(written);
     }
+}
+
+void print_patiently(const std::string& text) {
+    std::signal(SIGPIPE, SIG_IGN);
+    if (!(std::cout << text).flush()) throw output_refusal();
 }

@@ -28,3 +28,7 @@ private:
 /// Writes `text` on the standard output, or on the error stream, at once. Throws `refusal` when it
 /// takes nothing, or not all of it within a second in the case of a full pipe or a slow terminal.
 void print_at_once(const std::string& text, int stream = STDOUT_FILENO);
+
+/// Prints `text` on the standard output, for as long as its reader takes. Throws `refusal` when it
+/// takes nothing. From the first call on a reader that has gone is such a failure, and no signal.
+void print_patiently(const std::string& text);

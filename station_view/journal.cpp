@@ -1,5 +1,6 @@
 #include "station_view/journal.h"
 
+#include "lesson/verdict.h"
 #include "session/keyed_rows.h"
 #include "session/session_report.h"
 #include "station_view/incident_advice.h"
@@ -40,16 +41,10 @@ std::string name_in(language in, event_kind kind, const std::string& name) {
     return name;
 }
 
-// "#" would begin another cell.
-std::string cell(std::string text) {
-    for (char& byte : text)
-        if (byte == '#') byte = '*';
-    return text;
-}
-
 std::string table_line(const std::string& time, const std::string& kind, const std::string& name,
                        const std::string& value) {
-    return " " + cell(time) + "#" + cell(kind) + "#" + cell(name) + "#" + cell(value);
+    return " " + markup_cell(time) + "#" + markup_cell(kind) + "#" + markup_cell(name) + "#" +
+           markup_cell(value);
 }
 
 /// What an exercise says of its file is for whoever marks the recording, and how many faults it
@@ -87,7 +82,7 @@ void journal::read(std::span<const station_event> events) {
 std::vector<std::string> journal::lines(const std::string& title, language in) const {
     const auto text = [in](window_word word) { return std::string(text_of(word, in)); };
     std::vector<std::string> found = {one_column, rule, " " + text(window_word::journal_title)};
-    if (!title.empty()) found.back() += colon.in(in) + cell(title);
+    if (!title.empty()) found.back() += colon.in(in) + markup_cell(title);
     if (forgotten_ > 0)
         found.push_back(" " + text(window_word::journal_limit) + std::to_string(forgotten_));
     found.insert(found.end(),

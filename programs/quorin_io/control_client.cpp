@@ -12,6 +12,7 @@
 #include "programs/quorin_io/waiting.h"
 #include "session/control_address.h"
 #include "session/failure.h"
+#include "session/messages.h"
 #include "session/trusted_user.h"
 #include "session/whole_number.h"
 
@@ -142,7 +143,7 @@ void ask_session(int ident, const std::vector<std::string>& words) {
     const std::optional<answer> got = read_answer(bytes);
     if (!got) segment.refuse("la session n'a pas répondu");
     std::string text = shown(got->text);
-    if (got->status == exit_status::done) return print(text);
+    if (got->status == exit_status::done) return print_patiently(text);
     if (text.empty()) text = "la session a refusé\n";
     text.pop_back();
     throw failure{got->status, text};

@@ -5,6 +5,7 @@
 #include "programs/quorin_io/output.h"
 #include "programs/quorin_io/waiting.h"
 #include "session/failure.h"
+#include "session/messages.h"
 
 const io_signal& known_signal(const io_observer& segment, const std::string& name) {
     const io_signal* const found = segment.find(name);
@@ -28,14 +29,14 @@ void list_signals(io_observer& segment, const io_request&) {
         lines += each.direction == io_direction::input ? "entree\t" : "sortie\t";
         lines += io_printable(each.name) + '\t' + std::to_string(each.value) + '\n';
     }
-    print(lines);
+    print_patiently(lines);
 }
 
 void get_values(io_observer& segment, const io_request& asked) {
     std::string lines;
     for (const std::string& name : asked.operands)
         lines += std::to_string(known_signal(segment, name).value) + '\n';
-    print(lines);
+    print_patiently(lines);
 }
 
 void set_outputs(io_observer& segment, const io_request& asked) {

@@ -7,6 +7,7 @@
 #include "programs/quorin_io/output.h"
 #include "programs/quorin_io/request.h"
 #include "session/failure.h"
+#include "session/messages.h"
 #include "session/station_main.h"
 
 namespace {
@@ -19,7 +20,7 @@ int ident_of(const io_request& asked) {
 }
 
 void carry_out(const io_request& asked) {
-    if (asked.answer) return print(*asked.answer);
+    if (asked.answer) return print_patiently(*asked.answer);
     const command_row& command = *asked.command;
     const int ident = ident_of(asked);
     if (command.on == works_on::session) {

@@ -3,9 +3,6 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include <csignal>
-#include <iostream>
-
 #include "session/failure.h"
 
 namespace {
@@ -13,11 +10,6 @@ namespace {
 constexpr int look_pause_ms = 2;
 
 }  // namespace
-
-void print(const std::string& text) {
-    std::signal(SIGPIPE, SIG_IGN);
-    if (!(std::cout << text).flush()) throw output_refusal();
-}
 
 void pause_between_looks() { usleep(look_pause_ms * 1000); }
 

@@ -5,13 +5,12 @@
 #include "ioshare/io_printable.h"
 #include "programs/quorin_io/record.h"
 #include "session/command_line.h"
+#include "session/command_table.h"
 #include "session/failure.h"
 #include "session/keyed_rows.h"
 #include "session/whole_number.h"
 
 namespace {
-
-constexpr char incomplete[] = "ligne de commande incomplète (voir --help)";
 
 /// The words before the operands, each where it was given.
 struct front {
@@ -20,18 +19,13 @@ struct front {
     std::vector<std::string> rest;
 };
 
-const command_row* command_named(const std::string& word) {
-    const auto found = std::ranges::find(command_table(), word, &command_row::word);
-    return found == command_table().end() ? nullptr : &*found;
-}
-
 bool is_last(const std::string& word) {
     return word == row_of(option_table(), option_key::last).word;
 }
 
 /// Whether a word stands where the identifier does: an option does not, but -1 and --last do.
 bool in_idents_place(const std::string& word) {
-    return !command_named(word) &&
+    return !command_named(command_table(), word) &&
            (!word.starts_with('-') || whole_number<int>(word) || is_last(word));
 }
 
@@ -39,7 +33,7 @@ front take_front(const std::vector<std::string>& words) {
     front taken;
     auto next = words.begin();
     if (next != words.end() && in_idents_place(*next)) taken.ident = *next++;
-    if (next != words.end() && (taken.command = command_named(*next))) ++next;
+    if (next != words.end() && (taken.command = command_named(command_table(), *next))) ++next;
     taken.rest.assign(next, words.end());
     return taken;
 }
@@ -55,14 +49,9 @@ std::string objection(word_form form, const std::string& word) {
     return value && *value >= 0 && *value <= 1e9 ? "" : "un nombre de secondes est attendu";
 }
 
-std::string command_help() {
-    std::string text = "\nCommandes:\n";
-    for (const command_row& each : command_table()) {
-        std::string words = std::string(each.word) + " " + each.operands;
-        words.resize(std::max<std::size_t>(words.size() + 2, 30), ' ');
-        text += "  " + words + each.meaning + "\n";
-    }
-    return text + "\nSans ident_mem ni --last, la variable QUORIN_IDENT donne l'identifiant.\n";
+std::string all_help() {
+    return command_help(command_table()) +
+           "\nSans ident_mem ni --last, la variable QUORIN_IDENT donne l'identifiant.\n";
 }
 
 /// The command line of a command, whose options go to `asked`; of all of them when there is none.
@@ -71,7 +60,7 @@ command_line line_of(const command_row* command, io_request& asked) {
                       "Lit et écrit les entrées et sorties d'un simulateur par leurs noms",
                       "<ident_mem> COMMANDE",
                       {},
-                      command_help()};
+                      all_help()};
     if (command)
         line.operands = std::string("<ident_mem> ") + command->word + " " + command->operands;
     for (const io_option_row& row : option_table()) {
@@ -106,9 +95,7 @@ void read_ident(const front& taken, const std::string& environment, io_request& 
 
 void check_operands(const io_request& asked) {
     const command_row& command = *asked.command;
-    if (asked.operands.size() < command.least) throw misuse(incomplete);
-    if (asked.operands.size() > command.most)
-        throw not_understood(io_printable(asked.operands[command.most]));
+    check_number(command, asked.operands);
     for (const std::string& each : asked.operands) {
         const std::string why = objection(command.form, each);
         if (!why.empty()) throw misuse(io_printable(each) + ": " + why);
@@ -141,5 +128,5 @@ io_request read_request(const std::vector<std::string>& words, const std::string
     if (!taken.rest.empty()) throw not_understood(io_printable(taken.rest.front()));
     if (taken.ident && !whole_number<int>(*taken.ident) && !is_last(*taken.ident))
         throw not_understood(io_printable(*taken.ident));
-    throw misuse(incomplete);
+    throw incomplete_command();
 }

@@ -5,6 +5,7 @@
 #include "programs/quorin_io/link_commands.h"
 #include "programs/quorin_io/output.h"
 #include "programs/quorin_io/waiting.h"
+#include "session/messages.h"
 
 namespace {
 
@@ -15,12 +16,13 @@ public:
     }
 
     void run() {
-        if (asked_.given(option_key::initial)) print(lines([](const io_signal&) { return true; }));
+        if (asked_.given(option_key::initial))
+            print_patiently(lines([](const io_signal&) { return true; }));
         for (bool over = false; !over; pause_between_printed_looks()) {
             over = segment_.session_over();  // Looked at first, so that the last changes are told.
             if (!segment_.look()) continue;
             const std::string changes = lines([](const io_signal& each) { return each.changed; });
-            if (!changes.empty()) print(changes);
+            if (!changes.empty()) print_patiently(changes);
         }
     }
 

@@ -38,11 +38,7 @@ std::string shortened(const std::string& file) {
 std::string table_line(std::vector<std::string> fields) {
     fields.front() = shortened(fields.front());
     std::string line;
-    for (std::string& each : fields) {
-        for (char& byte : each)
-            if (byte == '#') byte = '*';
-        line += (line.empty() ? " " : "# ") + each;
-    }
+    for (const std::string& each : fields) line += (line.empty() ? " " : "# ") + markup_cell(each);
     return line;
 }
 

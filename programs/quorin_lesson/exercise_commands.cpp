@@ -9,6 +9,7 @@
 #include "programs/quorin_lesson/output.h"
 #include "recording/background_file.h"
 #include "recording/recorded_text.h"
+#include "session/messages.h"
 #include "workcell/workcell_model.h"
 
 namespace {
@@ -36,7 +37,7 @@ int list_exercises(const lesson_request& asked) {
             refused += why.why + "\n";
         }
     }
-    print(rows);
+    print_patiently(rows);
     std::cerr << refused;
     return refused.empty() ? done : static_cast<int>(exit_status::refused);
 }
@@ -45,7 +46,7 @@ int show_exercise(const lesson_request& asked) {
     const exercise read = read_file(exercise_file_called(asked.operands[0]));
     std::string text;
     for (const std::string& line : task_lines(read, asked.in())) text += line + "\n";
-    print(text);
+    print_patiently(text);
     return done;
 }
 

@@ -4,13 +4,14 @@
 #include "lesson/exercise_file.h"
 #include "programs/quorin_lesson/output.h"
 #include "programs/quorin_lesson/request.h"
+#include "session/messages.h"
 #include "session/station_main.h"
 
 namespace {
 
 int carry_out(const lesson_request& asked) {
     if (!asked.answer) return asked.command->carry_out(asked);
-    print(*asked.answer);
+    print_patiently(*asked.answer);
     return static_cast<int>(exit_status::done);
 }
 

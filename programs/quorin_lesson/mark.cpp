@@ -13,6 +13,7 @@
 #include "recording/background_file.h"
 #include "recording/recorded_text.h"
 #include "session/failure.h"
+#include "session/messages.h"
 #include "workcell/workcell_model.h"
 
 namespace {
@@ -57,7 +58,7 @@ void tell(const exercise& task, const marked_recording& marked, bool verbose) {
         for (const verdict_sentence& each :
              verdict_sentences(task, *marked.standing, language::french))
             text += each.text + '\n';
-    print(text);
+    print_patiently(text);
     if (!marked.standing) std::cerr << "quorin-lesson: " + marked.refusal + "\n";
 }
 

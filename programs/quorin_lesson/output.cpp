@@ -4,13 +4,12 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <filesystem>
-#include <iostream>
 
 #include "recording/recorded_text.h"
 #include "session/failure.h"
+#include "session/messages.h"
 #include "session/system_errors.h"
 
 namespace {
@@ -74,13 +73,8 @@ fs::path real_path(const std::string& path) {
 
 }  // namespace
 
-void print(const std::string& text) {
-    std::signal(SIGPIPE, SIG_IGN);
-    if (!(std::cout << text).flush()) throw output_refusal();
-}
-
 void write_whole_file(const std::string& path, const std::string& bytes) {
-    if (path == "-") return print(bytes);
+    if (path == "-") return print_patiently(bytes);
     const fs::path goal = real_path(path);
     int error = obstacle(goal);
     if (error == 0) {

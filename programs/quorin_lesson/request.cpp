@@ -4,25 +4,14 @@
 
 #include "ioshare/io_printable.h"
 #include "session/command_line.h"
+#include "session/command_table.h"
 #include "session/failure.h"
 
 namespace {
 
-constexpr char incomplete[] = "ligne de commande incomplète (voir --help)";
-
-const command_row* command_named(const std::string& word) {
-    const auto found = std::ranges::find(command_table(), word, &command_row::word);
-    return found == command_table().end() ? nullptr : &*found;
-}
-
-std::string command_help() {
-    std::string text = "\nCommandes:\n";
-    for (const command_row& each : command_table()) {
-        std::string words = std::string(each.word) + " " + each.operands;
-        words.resize(std::max<std::size_t>(words.size() + 2, 30), ' ');
-        text += "  " + words + each.meaning + "\n";
-    }
-    return text + "\nUn EXERCICE est un fichier, ou le nom d'un exercice fourni.\n";
+std::string all_help() {
+    return command_help(command_table()) +
+           "\nUn EXERCICE est un fichier, ou le nom d'un exercice fourni.\n";
 }
 
 /// The command line of a command, whose options go to `asked`; of all of them when there is none.
@@ -31,7 +20,7 @@ command_line line_of(const command_row* command, lesson_request& asked) {
                       "Liste, montre, vérifie et note des exercices",
                       "COMMANDE",
                       {},
-                      command_help()};
+                      all_help()};
     if (command) line.operands = std::string(command->word) + " " + command->operands;
     for (const lesson_option_row& row : option_table()) {
         if (command && !takes(*command, row.key)) continue;
@@ -45,11 +34,9 @@ command_line line_of(const command_row* command, lesson_request& asked) {
 
 void check_together(const lesson_request& asked) {
     const command_row& command = *asked.command;
-    if (asked.operands.size() < command.least) throw misuse(incomplete);
-    if (asked.operands.size() > command.most)
-        throw not_understood(io_printable(asked.operands[command.most]));
+    check_number(command, asked.operands);
     for (const std::string& each : asked.operands)
-        if (each.empty()) throw misuse(incomplete);
+        if (each.empty()) throw incomplete_command();
     for (const lesson_option_row& row : option_table())
         if (needs(command, row.key) && !asked.given(row.key))
             throw misuse(std::string(command.word) + ": " + row.word + " " + row.value +
@@ -60,12 +47,12 @@ void check_together(const lesson_request& asked) {
 
 lesson_request read_request(const std::vector<std::string>& words) {
     lesson_request asked;
-    asked.command = words.empty() ? nullptr : command_named(words.front());
+    asked.command = words.empty() ? nullptr : command_named(command_table(), words.front());
     const auto rest = words.begin() + (asked.command ? 1 : 0);
     const command_words read =
         read_command_line(line_of(asked.command, asked), {rest, words.end()});
     if (read.answer) return {read.answer};
-    if (!asked.command && words.empty()) throw misuse(incomplete);
+    if (!asked.command && words.empty()) throw incomplete_command();
     if (!asked.command) throw not_understood(io_printable(words.front()));
     asked.operands = read.operands;
     check_together(asked);

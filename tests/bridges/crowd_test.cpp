@@ -14,10 +14,6 @@ namespace {
 
 using clock_type = std::chrono::steady_clock;
 
-double seconds_since(clock_type::time_point start) {
-    return std::chrono::duration<double>(clock_type::now() - start).count();
-}
-
 const std::string read_inputs = frame_of(hex("02 0000 000a"));
 const std::string inputs_read = frame_of(hex("02 02 00 00"));
 

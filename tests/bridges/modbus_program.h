@@ -10,6 +10,7 @@
 
 #include "tests/bridges/modbus_connection.h"
 #include "tests/ioshare/test_segment.h"
+#include "tests/support/elapsed.h"
 #include "tests/support/programs.h"
 
 /// A port on which nobody listens at this moment.

@@ -11,13 +11,12 @@
 
 #include "ioshare/io_segment.h"
 #include "session/end_signals.h"
+#include "tests/support/elapsed.h"
 #include "tests/support/programs.h"
 
 namespace {
 
 using steady = std::chrono::steady_clock;
-
-double seconds_since(steady::time_point start) { return seconds(steady::now() - start).count(); }
 
 /// In a child process: asks a stopped supervisor to watch a segment, and for the session's end
 /// after a while. Whether it was found watching, and how long that took.

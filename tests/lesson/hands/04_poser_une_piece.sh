@@ -28,11 +28,7 @@ piece_lachee_en_haut() {
 # Calls the drawer in while the cup is still low in it; then goes on.
 tiroir_bloque() {
     base_to_zone_2
-    await te=1 pp=1
-    give SORT=1
-    await ts=1
-    give SORT=0 DESV=1
-    await vb=1
+    reach_for_a_part
     give ASPI=1
     await vide=1
     give RENT=1
@@ -46,11 +42,7 @@ tiroir_bloque() {
 # Moves the cup onto the part and up again, without suction.
 sans_aspirer() {
     base_to_zone_2
-    await te=1 pp=1
-    give SORT=1
-    await ts=1
-    give SORT=0 DESV=1
-    await vb=1
+    reach_for_a_part
     give DESV=0 MONV=1
     await vh=1
     give ASPI=1

@@ -112,12 +112,17 @@ zone_1_to_2() {
     await p2ok=1
 }
 
-take_a_part() {
+# The drawer out, and the cup down on its part.
+reach_for_a_part() {
     await te=1 pp=1
     give SORT=1
     await ts=1
     give SORT=0 DESV=1
     await vb=1
+}
+
+take_a_part() {
+    reach_for_a_part
     give ASPI=1
     await vide=1
     give DESV=0 MONV=1
