@@ -16,7 +16,7 @@
 namespace {
 
 // The handler reads and writes these: each is lock-free.
-std::atomic<bool> asked_to_end = false, child_ended = false;
+std::atomic<bool> asked_to_end = false, child_ended = false, woken = false;
 std::atomic<io_segment*> served = nullptr;
 std::array<std::atomic<pid_t>, 2> children = {};
 int wake_up[2] = {-1, -1};
@@ -36,7 +36,10 @@ void announce_when_due() {
 }
 
 /// A pipe that is full already wakes whoever waits.
-void wake() { [[maybe_unused]] const ssize_t written = write(wake_up[1], "", 1); }
+void wake() {
+    woken = true;
+    [[maybe_unused]] const ssize_t written = write(wake_up[1], "", 1);
+}
 
 void note(int number) {
     const int error = errno;
@@ -56,7 +59,13 @@ void end_signals::watch() {
     struct sigaction action {};
     action.sa_handler = note;
     action.sa_flags = SA_NOCLDSTOP;
-    for (const int number : {SIGINT, SIGTERM, SIGCHLD}) sigaction(number, &action, nullptr);
+    sigset_t numbers;
+    sigemptyset(&numbers);
+    for (const int number : {SIGINT, SIGTERM, SIGCHLD}) {
+        sigaction(number, &action, nullptr);
+        sigaddset(&numbers, number);
+    }
+    sigprocmask(SIG_UNBLOCK, &numbers, nullptr);  // Whoever started it may have blocked them.
     struct sigaction hangup {};
     sigaction(SIGHUP, nullptr, &hangup);
     if (hangup.sa_handler != SIG_IGN) sigaction(SIGHUP, &action, nullptr);
@@ -89,6 +98,7 @@ bool end_signals::due() { return asked_to_end || child_ended; }
 int end_signals::descriptor() { return wake_up[0]; }
 
 void end_signals::settle() {
+    if (!woken.exchange(false)) return;
     char bytes[64];
     while (read(wake_up[0], bytes, sizeof bytes) > 0) {
     }

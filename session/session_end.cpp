@@ -34,6 +34,12 @@ bool session_end::look(std::int64_t ms) {
     return over();
 }
 
+std::string session_end::child_cause() {
+    child_gone_ = true;
+    const std::string how = child_->bad_end();
+    return how.empty() ? well_ended_ : what_ + " (" + how + ")";
+}
+
 // The signals' own announcement comes last: it is on the segment before the cause is known here.
 std::string session_end::cause(std::int64_t ms) {
     if (end_signals::asked())
@@ -45,11 +51,9 @@ std::string session_end::cause(std::int64_t ms) {
                "e \xC3\xA9"
                "coul\xC3\xA9"
                "e";
-    if (guard_.gone()) return "le processus de garde a disparu";
-    if (child_ && child_->ended()) {
-        child_gone_ = true;
-        const std::string how = child_->bad_end();
-        return how.empty() ? well_ended_ : what_ + " (" + how + ")";
+    if (end_signals::due()) {
+        if (guard_.gone()) return "le processus de garde a disparu";
+        if (child_ && child_->ended()) return child_cause();
     }
     if (!io_lock_is_sound(segment_)) return "le verrou de la liaison a été abîmé";
     if (io_last_publication(io_read_clock(segment_.inputs_clock)) && !end_signals::due())

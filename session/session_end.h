@@ -35,6 +35,7 @@ public:
 private:
     bool duration_over(std::int64_t ms) const;
     std::string cause(std::int64_t ms);
+    std::string child_cause();
 
     std::optional<double> duration_s_;
     supervisor& guard_;

@@ -33,8 +33,7 @@ bool rest_until(steady::time_point due, int session) {
     return ppoll(wanted, std::size(wanted), &time, nullptr) >= 0 && wanted[0].revents == 0;
 }
 
-void on_time(void* pump) { static_cast<session_pump*>(pump)->serve(); }
-void on_readable(int, void* pump) { on_time(pump); }
+void on_readable(int, void* pump) { static_cast<session_pump*>(pump)->serve(); }
 
 }  // namespace
 
@@ -52,7 +51,6 @@ session_pump::~session_pump() {
 void session_pump::serve() {
     if (serving_) return;
     serving_ = true;
-    Fl::remove_timeout(on_time, this);
     const std::chrono::duration<double> rest = session_.service();
     // Also when it is over: the toolkit may be about to sleep until the next timeout, and whoever
     // looks for the end waits for the toolkit.
@@ -61,9 +59,24 @@ void session_pump::serve() {
     end_was_seen_ = session_.over();
     due_ = steady::now() +
            std::chrono::duration_cast<steady::duration>(std::chrono::duration<double>(rest_s));
-    Fl::add_timeout(rest_s, on_time, this);
+    set_timeout(rest_s);
     serving_ = false;
     served_();
+}
+
+// One that comes too early costs a look at the session, one that is set anew for each step more.
+void session_pump::set_timeout(double rest_s) {
+    if (timeout_is_set_ && timeout_at_ <= due_) return;
+    Fl::remove_timeout(on_time, this);
+    Fl::add_timeout(rest_s, on_time, this);
+    timeout_is_set_ = true;
+    timeout_at_ = due_;
+}
+
+void session_pump::on_time(void* self) {
+    auto& pump = *static_cast<session_pump*>(self);
+    pump.timeout_is_set_ = false;
+    pump.serve();
 }
 
 void session_pump::serve_between_turns() {

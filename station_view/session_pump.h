@@ -25,9 +25,14 @@ public:
 private:
     using moment = std::chrono::steady_clock::time_point;
 
+    static void on_time(void* self);
+    void set_timeout(double rest_s);
+
     live_session& session_;
     std::function<void()> served_;
     bool serving_ = false, end_was_seen_ = false;
     /// When it is to be served again.
     moment due_{};
+    bool timeout_is_set_ = false;
+    moment timeout_at_{};
 };

@@ -25,7 +25,7 @@ namespace layout = window_layout;
 
 constexpr double frame_s = 0.028;
 // While nothing moves and nothing happens, only the clock goes on.
-constexpr double clock_s = 0.1;
+constexpr double clock_s = 0.5;
 // For so long the drawing waits for a step to draw it with: the loop wakes up for each anyway.
 constexpr double patience_s = 0.012;
 

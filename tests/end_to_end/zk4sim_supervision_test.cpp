@@ -51,6 +51,17 @@ TEST_F(Zk4sim, WithoutItsSupervisorTheSessionEnds) {
     EXPECT_EQ(lines_in(running.process->err()), 2) << running.process->err();
 }
 
+TEST_F(Zk4sim, NoticesTheEndOfItsSupervisorAlsoWhenItsStarterBlockedSignals) {
+    std::vector<std::string> command = zk4sim_command({"--no-panel"});
+    command.insert(command.begin(), {"env", "--block-signal"});
+    program running(command);
+    const attached_segment segment(wait_for_ident(running));
+    kill(supervisor_of(running), SIGKILL);
+    EXPECT_EQ(running.wait(), 0);
+    EXPECT_TRUE(segment.session_over());
+    EXPECT_NE(running.err().find("le processus de garde a disparu"), std::string::npos);
+}
+
 TEST_F(Zk4sim, AStoppedSupervisorDoesNotHoldUpItsEnd) {
     station running({"--no-panel"});
     kill(supervisor_of(*running.process), SIGSTOP);
