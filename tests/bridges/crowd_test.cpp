@@ -22,12 +22,12 @@ protected:
     /// Keeps a client's answers coming, and their times.
     static void ask_for(double limit_s, int port, std::vector<double>& answered_s) {
         const modbus_connection client(port);
-        const auto start = clock_type::now();
-        while (seconds_since(start) < limit_s) {
-            const auto asked = clock_type::now();
+        const given_clock clock;
+        while (clock.now_s() < limit_s) {
+            const double asked_s = clock.now_s();
             client.send(read_inputs);
             EXPECT_EQ(in_hex(client.read_frame()), in_hex(inputs_read));
-            answered_s.push_back(seconds_since(asked));
+            answered_s.push_back(clock.now_s() - asked_s);
             usleep(2000);
         }
     }

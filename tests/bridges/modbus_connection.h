@@ -6,7 +6,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -68,15 +67,17 @@ public:
         [[maybe_unused]] const ssize_t sent =
             ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
     }
-    /// As many bytes as come, up to `count`, within a time; fewer once the server has closed.
+    /// As many bytes as come, up to `count`, within a time; fewer once the server has closed. A
+    /// pause of the machine between two looks does not count.
     std::string read(std::size_t count, double limit_s = 10) const {
-        using clock = std::chrono::steady_clock;
-        const auto limit = clock::now() + std::chrono::duration<double>(limit_s);
+        constexpr int look_ms = 5;
         std::string bytes;
-        while (bytes.size() < count) {
-            const auto left = std::chrono::ceil<std::chrono::milliseconds>(limit - clock::now());
+        for (double left_ms = limit_s * 1000; bytes.size() < count && left_ms > 0;) {
             pollfd wanted{socket_, POLLIN, 0};
-            if (left.count() <= 0 || poll(&wanted, 1, static_cast<int>(left.count())) <= 0) break;
+            if (poll(&wanted, 1, look_ms) <= 0) {
+                left_ms -= look_ms;
+                continue;
+            }
             char some[512];
             const ssize_t got = recv(socket_, some, std::min(sizeof some, count - bytes.size()), 0);
             if (got <= 0) {

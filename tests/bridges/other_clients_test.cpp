@@ -160,11 +160,11 @@ INSTANTIATE_TEST_SUITE_P(Both, ModbusPages, testing::Values("modbus", "modbus_en
 const std::string nobody = "zk4sim: aucun client depuis trop longtemps: les commandes valent 0\n";
 
 TEST_F(QuorinModbusAndOthers, ABridgeCommandsForTheStationOnlyWithControl) {
-    const station running({"--no-panel", "--speed", "10", "--commander-timeout", "0.5"});
+    const station running({"--no-panel", "--speed", "10", "--commander-timeout", "2"});
     const auto told = [&] { return std::ranges::count(running.process->err(), '\n'); };
     {
         const modbus_bridge commander(running.ident, {"--control"});
-        std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+        std::this_thread::sleep_for(std::chrono::milliseconds(3500));
         EXPECT_EQ(told(), 0);
     }
     EXPECT_TRUE(wait_until([&] { return running.process->err() == nobody; }));

@@ -246,7 +246,7 @@ TEST_F(QuorinIoRecord, TheStandardOutputCarriesTheRecordingAlone) {
 TEST_F(QuorinIoRecord, AfterAKillTheRowsSoFarAreInTheFile) {
     const auto recording = recorder(csv);
     publish(1, 1);
-    std::this_thread::sleep_for(std::chrono::seconds(1));
+    EXPECT_TRUE(wait_until([&] { return bytes_of(csv).ends_with("ts,1\n"); }, seconds(1)));
     recording->signal(SIGKILL);
     EXPECT_EQ(recording->wait(), 137);
     EXPECT_EQ(timeless(bytes_of(csv)), csv_block + "T,entree,ts,1\n");

@@ -18,8 +18,8 @@ TEST_F(Zk4sim, EndsAtASignalWithStatusZeroAndItsClientsKnow) {
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
         station running({"--no-panel"});
         const attached_segment segment(running.ident);
-        program watcher({built("quorin-io"), running.ident, "watch"});
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        program watcher({built("quorin-io"), running.ident, "watch", "--initial"});
+        ASSERT_TRUE(wait_until([&] { return !watcher.out().empty(); }));
         running.process->signal(number);
         EXPECT_EQ(running.process->wait(), 0);
         EXPECT_TRUE(segment.session_over());

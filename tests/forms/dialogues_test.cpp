@@ -42,13 +42,14 @@ protected:
         return last_seen = found;
     }
 
-    /// Waits until the program has printed `printed`. A window may be managed a little before it
-    /// has the keyboard: keys are sent until the dialog has answered.
+    /// Waits until the program has printed `printed`. The key is sent once, when the dialog has the
+    /// keyboard: another one might answer the next dialog.
     bool answers(const program& dialogues, x_window window, x_key key, const std::string& printed) {
-        return wait_until([&] {
-            if (key && display.windows() == std::vector<x_window>{window}) display.key(key);
-            return dialogues.out().starts_with(printed);
-        });
+        if (key) {
+            wait_until([&] { return display.has_focus(window); });
+            display.key(key);
+        }
+        return wait_until([&] { return dialogues.out().starts_with(printed); });
     }
 
     screen display;

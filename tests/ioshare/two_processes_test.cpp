@@ -8,6 +8,7 @@
 #include <random>
 
 #include "tests/ioshare/test_segment.h"
+#include "tests/support/elapsed.h"
 
 namespace {
 
@@ -45,11 +46,6 @@ std::list<std::string> twenty_names() {
     return names;
 }
 
-std::chrono::steady_clock::time_point in(double s) {
-    return std::chrono::steady_clock::now() +
-           std::chrono::duration_cast<std::chrono::nanoseconds>(seconds(s));
-}
-
 void take_no_notice(int) {}
 
 /// Interrupts this process's sleeps and waits, without restarting them.
@@ -75,13 +71,13 @@ TEST_F(LinkOfTwoProcesses, BothMakeProgressForTenSecondsWhileBothAreBusyAndInter
     ASSERT_TRUE(wait_until([&] { return server->output_value(3) > 0; }));
 
     // Every quarter of a second, both sides must have moved on.
-    const auto end = in(10);
+    const given_clock clock;
     int published = 0, last_output = server->output_value(3), quarters = 0;
-    while (std::chrono::steady_clock::now() < end) {
+    while (clock.now_s() < 10) {
         const int published_before = published;
-        const auto quarter = in(0.25);
+        const double quarter_s = clock.now_s() + 0.25;
         int interruption = 0;
-        while (std::chrono::steady_clock::now() < quarter) {
+        while (clock.now_s() < quarter_s) {
             for (int i = 0; i < 20; ++i) server->setreset_input(i, published);
             server->inputs_go();
             server->get_outputs_clock();
@@ -114,9 +110,9 @@ TEST_F(LinkOfTwoProcesses, ASetOfValuesCrossesWhole) {
     IOsharemem_client client = quiet_client(server->memory_ident());
     const detach_at_end detach{client};
     int taken = 0;
-    const auto end = in(2);
+    const given_clock clock;
     std::int64_t last = 0;
-    while (std::chrono::steady_clock::now() < end) {
+    while (clock.now_s() < 2) {
         if (client.receive() != 1) continue;
         ++taken;
         for (int i = 1; i < 20; ++i)

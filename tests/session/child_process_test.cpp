@@ -69,11 +69,12 @@ TEST(ChildProcess, WhatItPrintsGoesToTheErrorStream) {
 }
 
 TEST(ChildProcess, ACommandFindsTheIdentifierAndHasAGroupOfItsOwn) {
+    const current_folder folder;
     const outcome said = run_in_child([] {
-        child_process child("commande", shell_command("echo $QUORIN_IDENT; sleep 1000", 1234));
+        child_process child("commande",
+                            shell_command("echo $QUORIN_IDENT; touch said; sleep 1000", 1234));
         const bool own = getpgid(child.id()) == child.id();
-        while (killpg(child.id(), 0) != 0) usleep(1000);
-        usleep(200'000);
+        wait_until([] { return std::filesystem::exists("said"); });
         killpg(child.id(), SIGTERM);
         while (!child.ended()) usleep(1000);
         _exit(own ? 0 : 1);

@@ -169,16 +169,19 @@ TEST(DeadLockWatch, LeavesALockAloneThatBusyClientsTakeInTurn) {
         watched_lock test;
         const attached_client client(test.server.ident, 0);
         std::atomic<bool> stop = false;
+        std::atomic<int> turns = 0;
         std::thread busy([&] {
             while (!stop) {
                 if (sem_trywait(&test.server.segment->lock) != 0) continue;
                 spin(std::chrono::microseconds(20));
                 sem_post(&test.server.segment->lock);
+                ++turns;
                 spin(std::chrono::microseconds(5));
             }
         });
+        // Turns are taken between two looks, however the machine shares itself out.
         for (int ms = 0; ms <= 2400; ms += 300) {
-            usleep(2000);
+            for (const int before = turns; turns < before + 50;) usleep(2000);
             test.look(ms);
         }
         stop = true;

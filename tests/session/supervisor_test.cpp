@@ -16,8 +16,6 @@
 
 namespace {
 
-using steady = std::chrono::steady_clock;
-
 /// In a child process: asks a stopped supervisor to watch a segment, and for the session's end
 /// after a while. Whether it was found watching, and how long that took.
 outcome ask_a_stopped_one(std::chrono::milliseconds end_after) {
@@ -31,9 +29,9 @@ outcome ask_a_stopped_one(std::chrono::milliseconds end_after) {
                 std::this_thread::sleep_for(end_after);
                 end_signals::ask();
             });
-            const auto start = steady::now();
+            const given_clock clock;
             const bool watching = guard.watch(ident);
-            std::printf("%d %.3f", watching, seconds_since(start));
+            std::printf("%d %.3f", watching, clock.now_s());
             std::fflush(stdout);
             ending.join();
         }

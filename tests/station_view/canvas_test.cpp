@@ -75,6 +75,8 @@ TEST_F(Canvas, PaintsAgainOnlyWhenThePictureDiffers) {
     station_scene scene = scene_at_work();
     canvas.show(scene);
     settle();
+    // What the display still had to tell of the window's coming up has been told.
+    for (int painted = -1; painted != canvas.paintings(); settle()) painted = canvas.paintings();
     const int before = canvas.paintings();
     for (int i = 0; i < 20; ++i) {
         scene.state.time_s += 0.01;

@@ -39,6 +39,10 @@ points = 2
     x_window wait_for_verdict() {
         return display.wait_for_window("Verdict de l'exercice : " + folder_.path().string());
     }
+    /// Whether the band over the exercise gets that colour.
+    bool band_becomes(std::uint32_t colour) {
+        return wait_until([&] { return display.pixel(window, 1590, 35) == colour; }, seconds(5));
+    }
     /// Closes the window that stands still: the program's status.
     int close_and_wait() {
         display.close(window);

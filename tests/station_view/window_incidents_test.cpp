@@ -14,14 +14,23 @@ struct accident {
 using words = std::vector<std::string>;
 using requests = std::vector<words>;
 
+/// Steps of a pause, one by one until a sensor has that value.
+constexpr char step_until[] = "step until";
+
 const words base_at_3 = {"set", "MT=1", "MTA=1", "BZ3=1", "--until", "p3ok=1", "--timeout", "60"};
 
-/// A base that has just gone past the stop of a zone, at a pace that leaves time for a command.
-requests base_past(const std::string& zone) {
+/// A base that has just gone past the stop of a zone, in a pause that leaves time for a command;
+/// then that command, with which the station goes on.
+requests base_past(const std::string& zone, const requests& commands) {
     const std::string blocker = "BZ" + zone, there = "p" + zone + "ok";
-    return {{"set", "MT=1", "MTA=1", blocker + "=1", "--until", there + "=1", "--timeout", "30"},
-            {"speed", "1"},
-            {"set", blocker + "=0", "--until", there + "=0", "--timeout", "30"}};
+    requests all = {
+        {"set", "MT=1", "MTA=1", blocker + "=1", "--until", there + "=1", "--timeout", "30"},
+        {"pause"},
+        {"set", blocker + "=0"},
+        {step_until, there + "=0"}};
+    all.insert(all.end(), commands.begin(), commands.end());
+    all.push_back({"resume"});
+    return all;
 }
 
 /// What follows one after another.
@@ -45,21 +54,31 @@ const std::vector<accident> accidents = {
     {"pièce perdue : lâchée", take_a_part + requests{{"set", "ASPI=0"}}},
     {"pièce perdue : le support", requests{{"set", "MT=1", "MTA=1", "BZ2=1", "--until", "p2ok=1", "--timeout", "60"}} +
         take_a_part + lay_it_down + take_a_part + lay_it_down},
-    {"presse arrêtée", base_past("3") + requests{{"set", "MT=0"}, {"set", "DESP=1"}}},
+    {"presse arrêtée", base_past("3", {{"set", "MT=0", "DESP=1"}})},
     {"support retenu", {base_at_3, {"set", "DESP=1", "--until", "pb=1"}, {"set", "BZ3=0"}}},
-    {"bloqueur 1 arrêté", base_past("1") + requests{{"set", "BZ1=1"}}},
-    {"bloqueur 2 arrêté", base_past("2") + requests{{"set", "BZ2=1"}}},
-    {"bloqueur 3 arrêté", base_past("3") + requests{{"set", "BZ3=1"}}},
+    {"bloqueur 1 arrêté", base_past("1", {{"set", "BZ1=1"}})},
+    {"bloqueur 2 arrêté", base_past("2", {{"set", "BZ2=1"}})},
+    {"bloqueur 3 arrêté", base_past("3", {{"set", "BZ3=1"}})},
 };
 // clang-format on
 
-TEST_F(WindowOnDisplay, AnIncidentAppearsAtOnceAndCounts) {
+class IncidentsOnDisplay : public WindowOnDisplay {
+protected:
+    bool done(const words& request) {
+        if (request[0] != step_until) return live->io(request).status == 0;
+        return wait_until([&] {
+            return live->ask("step 0.02") == "0\n" && live->io({"expect", request[1]}).status == 0;
+        });
+    }
+};
+
+TEST_F(IncidentsOnDisplay, AnIncidentAppearsAtOnceAndCounts) {
     for (const accident& each : accidents) {
         start({"--no-panel", "--speed", "5", "--bases", "1"});
         const auto before = pixels(window_layout::incidents, 2),
                    count = pixels(window_layout::incident_count, 2);
         for (const words& request : each.requests)
-            ASSERT_EQ(live->io(request).status, 0) << each.text << live->process->err();
+            ASSERT_TRUE(done(request)) << each.text << live->process->err();
         EXPECT_TRUE(wait_until(
             [&] {
                 return pixels(window_layout::incidents, 2) != before &&

@@ -86,6 +86,17 @@ protected:
         return found;
     }
 
+    /// The processor time of three seconds, once what is under way has come to its end.
+    double processor_seconds_at_rest() {
+        const auto used_in = [&](double s) {
+            const double before = processor_seconds(live->process->id());
+            wait_until([] { return false; }, seconds(s));
+            return processor_seconds(live->process->id()) - before;
+        };
+        wait_until([&] { return used_in(0.5) < 0.01; }, seconds(10));
+        return used_in(3);
+    }
+
     void expect_end(const std::string& words, int status = 0) {
         EXPECT_EQ(live->process->wait(), status) << live->process->err();
         EXPECT_NE(live->process->err().find("zk4sim: " + words + "\nbilan: "), std::string::npos)

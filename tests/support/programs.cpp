@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <iostream>
@@ -63,10 +64,15 @@ void redirect(const std::string& path, int descriptor) {
 }  // namespace
 
 bool wait_until(const std::function<bool()>& done, seconds limit) {
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (!done()) {
-        if (std::chrono::steady_clock::now() > end) return false;
+    using clock = std::chrono::steady_clock;
+    const seconds longest_pause(0.01);
+    seconds waited(0);
+    for (clock::time_point from = clock::now(); !done(); from = clock::now()) {
+        waited += clock::now() - from;
+        if (waited > limit) return false;
+        const clock::time_point paused = clock::now();
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        waited += std::min<seconds>(clock::now() - paused, longest_pause);
     }
     return true;
 }

@@ -16,7 +16,8 @@ using seconds = std::chrono::duration<double>;
 /// The path of a program of this build.
 inline std::string built(const std::string& name) { return QUORIN_PROGRAMS "/" + name; }
 
-/// Waits until `done` answers true, asking every few milliseconds. False when `limit` passes first.
+/// Waits until `done` answers true, asking every few milliseconds. False when `limit` passes first,
+/// in the time that the machine gives: a pause that it makes between two questions does not count.
 bool wait_until(const std::function<bool()>& done, seconds limit = seconds(30));
 
 /// The processor time that a running process has used, in seconds.

@@ -165,4 +165,15 @@ void screen::tell_manager(Window window, const char* message) {
 }
 
 void screen::close(Window window) { tell_manager(window, "_NET_CLOSE_WINDOW"); }
-void screen::give_focus(Window window) { tell_manager(window, "_NET_ACTIVE_WINDOW"); }
+
+bool screen::has_focus(Window window) {
+    Window focused = 0;
+    int revert = 0;
+    XGetInputFocus(display_, &focused, &revert);
+    return focused == window;
+}
+
+void screen::give_focus(Window window) {
+    tell_manager(window, "_NET_ACTIVE_WINDOW");
+    wait_until([&] { return has_focus(window) || !manages(window); }, seconds(2));
+}

@@ -54,7 +54,10 @@ public:
     void hold_key(x_key symbol, bool down);
     /// Asks the window manager to close a window, as its title bar's cross does.
     void close(x_window window);
+    /// Gives a window the keyboard, and waits a little until it has it; the one that goes, or that
+    /// another stands before, does not get it.
     void give_focus(x_window window);
+    bool has_focus(x_window window);
 
 private:
     _XDisplay* display_;
