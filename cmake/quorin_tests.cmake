@@ -1,10 +1,13 @@
 # quorin_test(NAME SOURCES a.cpp... [LINKS target...] [ARGS argument...] [LABELS label...] [TIMEOUT seconds]
-#             [DISPLAY] [SERIAL] [LOCALES])
+#             [DISPLAY] [SCREEN size] [SERIAL] [LOCALES | LOCALES_IN_CI])
 #
 # One GoogleTest program, tests_NAME, run whole as the CTest test NAME.
 #   DISPLAY  runs it on a virtual display of its own with a window manager (tools/with_display)
+#   SCREEN   gives that display another size, "1920x1080x24"
 #   SERIAL   runs it alone, for what it times
-#   LOCALES  runs it again in two locales that write a comma in numbers
+#   LOCALES  runs it again in two locales that write a comma in numbers; LOCALES_IN_CI does so where the configuration CI is
+#            asked for (ctest -C CI). For what prints, parses or compares numbers, texts and dates, or starts programs that
+#            do: not for pixels, the link's bytes, kills, paces, and what says the same again at length.
 find_package(GTest REQUIRED)
 
 # Compiling the tests is most of a build. What they test is optimised as users have it; they themselves need it less, and
@@ -56,7 +59,8 @@ set(QUORIN_TEST_ENVIRONMENT
     UBSAN_OPTIONS=print_stacktrace=1)
 
 function(quorin_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SERIAL;LOCALES" "TIMEOUT" "SOURCES;LINKS;ARGS;LABELS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SERIAL;LOCALES;LOCALES_IN_CI" "TIMEOUT;SCREEN"
+                          "SOURCES;LINKS;ARGS;LABELS")
     set(program tests_${name})
     add_executable(${program} ${arg_SOURCES})
     quorin_room(${program} tests)
@@ -72,19 +76,30 @@ function(quorin_test name)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
     endif()
-    set(locales C)
-    if(arg_LOCALES)
-        list(APPEND locales ${QUORIN_COMMA_LOCALES})
+    set(environment ${QUORIN_TEST_ENVIRONMENT})
+    if(arg_SCREEN)
+        list(APPEND environment QUORIN_SCREEN=${arg_SCREEN})
     endif()
-    foreach(locale IN LISTS locales)
-        set(test ${name})
-        set(environment ${QUORIN_TEST_ENVIRONMENT})
-        if(NOT locale STREQUAL C)
-            set(test ${name}.${locale})
-            list(APPEND environment LC_ALL=${locale})
+    add_test(NAME ${name} COMMAND ${command})
+    set(tests ${name})
+    set(configurations "")
+    if(arg_LOCALES_IN_CI)
+        set(configurations CONFIGURATIONS CI)
+    endif()
+    foreach(locale IN LISTS QUORIN_COMMA_LOCALES)
+        if(arg_LOCALES OR arg_LOCALES_IN_CI)
+            add_test(NAME ${name}.${locale} COMMAND ${command} ${configurations})
+            list(APPEND tests ${name}.${locale})
         endif()
-        add_test(NAME ${test} COMMAND ${command})
-        set_tests_properties(${test} PROPERTIES ENVIRONMENT "${environment}" LABELS "${arg_LABELS}"
+    endforeach()
+    foreach(test IN LISTS tests)
+        set(own_environment ${environment})
+        set(labels ${arg_LABELS})
+        if(test MATCHES "\\.(.*)$")
+            list(APPEND own_environment LC_ALL=${CMAKE_MATCH_1})
+            list(APPEND labels locale)
+        endif()
+        set_tests_properties(${test} PROPERTIES ENVIRONMENT "${own_environment}" LABELS "${labels}"
                              TIMEOUT ${arg_TIMEOUT} RUN_SERIAL "${arg_SERIAL}")
     endforeach()
 endfunction()

@@ -79,8 +79,8 @@ inline void io_publish_unless_over(io_segment& segment) {
     }
 }
 
-/// How many publications brought an inputs_clock from `before` to `now`; 0 when either says that the
-/// session has ended, and when somebody set the clock back.
+/// How many publications brought an inputs_clock from `before` to `now`; 0 when either says that
+/// the session has ended, and when somebody set the clock back.
 ///
 ///     io_publications_since(40, 43)  // 3
 ///     io_publications_since(40, -1)  // 0

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What building, the virtual display and the tests need; sourced by run and check.
+# What building, the virtual display, the tests and continuous integration need; sourced by run, check and .ci/run.
 
 # Who needs it, the Debian package, and what shows that the machine has it, wherever it comes from: a program of the
 # PATH, a header of the compiler, or a file.
@@ -36,6 +36,11 @@ test     man-db            program  man
 test     mbpoll            program  mbpoll
 test     python3-pymodbus  file     pymodbus  /usr/lib/python3/dist-packages
 test     shellcheck        program  shellcheck
+ci       clang             program  clang++
+ci       libclang-rt-14-dev  file   libclang_rt.asan-*.a  /usr/lib/llvm-14/lib/clang
+ci       llvm              program  llvm-symbolizer
+ci       clang-format-14   program  clang-format-14
+ci       clang-tidy-14     program  clang-tidy-14
 '
 
 # Whether the machine has a program, a header, or a file of that name in one of the folders.
@@ -90,14 +95,15 @@ install_packages() { # group...
     rm -f "$log"
 }
 
-# Configures and builds one preset; prints the compiler's words only when it fails or warns, and nothing at all when there
-# is nothing to do.
+# Configures one preset, with the words of QUORIN_CMAKE_OPTIONS as options, and builds it; prints the compiler's words only
+# when it fails or warns, and nothing at all when there is nothing to do.
 build_preset() { # preset
     local preset=$1 log=build/$1.log
     [ -f "build/$preset/build.ninja" ] && ninja -C "build/$preset" -n 2>/dev/null | grep -q 'no work to do' && return
     mkdir -p build
     echo "Building ($preset)"
-    if ! { cmake --preset "$preset" && cmake --build --preset "$preset"; } >"$log" 2>&1; then
+    # shellcheck disable=SC2086 # the options are words
+    if ! { cmake --preset "$preset" ${QUORIN_CMAKE_OPTIONS:-} && cmake --build --preset "$preset"; } >"$log" 2>&1; then
         # A missing package is one line, which says what to install.
         { grep 'was not found: apt-get' "$log" || grep -E 'error|Error|FAILED' "$log"; } | head -n 20 >&2
         echo "The build failed; all it said is in $log" >&2

@@ -36,13 +36,13 @@ static_assert(one_row_each(output_rows));
 }  // namespace
 
 struct sensor_table {
+    // clang-format off
     struct row {
         station_input key;
         std::string_view name;
         bool (*reads)(const workcell_model&);
     };
 
-    // clang-format off
     #define SENSOR(name, reading) {station_input::name, #name, [](const workcell_model& m) { return reading; }}
     static constexpr row rows[] = {
         SENSOR(b1e,          m.belts_.blockers()[0].at_rest()),

@@ -1,5 +1,6 @@
 // quorin-modbus's command line, its statuses, and the map that it prints.
 #include "tests/bridges/modbus_program.h"
+#include "tests/support/sanitizers.h"
 
 namespace {
 
@@ -95,11 +96,7 @@ TEST_F(QuorinModbus, AStandardOutputThatTakesNothingIsStatusOne) {
 }
 
 TEST_F(QuorinModbus, WithTooFewDescriptorsItSaysSoInOneLineOrServes) {
-#ifdef __SANITIZE_ADDRESS__
-    constexpr int least = 8;  // What watches over the program takes some itself.
-#else
-    constexpr int least = 4;
-#endif
+    constexpr int least = address_sanitizer ? 8 : 4;  // What watches over it takes some itself.
     int served = 0;
     for (int limit = least; limit < 16; ++limit) {
         program bridge({"sh", "-c",

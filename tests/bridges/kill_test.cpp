@@ -156,7 +156,7 @@ TEST_F(QuorinModbusKill, ComesToTheSafeState) {
         SCOPED_TRACE(i);
         round(i % 2 != 0);
         EXPECT_TRUE(wait_until([] { return leftovers::processes().empty(); }));
-        EXPECT_TRUE(leftovers::segments().empty());
+        EXPECT_TRUE(wait_until([] { return leftovers::segments().empty(); }));
     }
     EXPECT_GT(commanded(), kills() / 4);
 }

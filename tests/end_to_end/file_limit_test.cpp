@@ -1,6 +1,7 @@
 // Files that may not grow, as `ulimit -f` makes them: an error of the file, not the program's end.
 // And a process that may open only so many.
 #include "tests/end_to_end/zk4sim_session.h"
+#include "tests/support/sanitizers.h"
 
 namespace {
 
@@ -46,9 +47,7 @@ TEST_F(FileLimit, QuorinIoSaysThatItsOutputTakesNothing) {
 }
 
 TEST_F(FileLimit, WithFewDescriptorsASessionIsServedOrRefusedInOneLine) {
-#ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "the sanitizers need descriptors of their own";
-#endif
+    if (address_sanitizer) GTEST_SKIP() << "it needs descriptors of its own";
     int refused = 0, without_control = 0, whole = 0;
     for (int most = 5; most <= 14; ++most) {
         const outcome end =

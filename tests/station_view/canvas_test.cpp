@@ -47,6 +47,13 @@ protected:
         return done();
     }
 
+    /// Whether the screen has the lamp of b1s, lit, in its place.
+    bool shows_a_lamp() {
+        const screen_picture seen(area(display, window));
+        const picture_box lamp = shapes_of(canvas.picture(), "b1s").front().box;
+        return seen.at(50 + lamp.x + lamp.w / 2, 50 + lamp.y + lamp.h / 2) == 0xFF0000UL;
+    }
+
     /// Moves the pointer into the middle of a shape of that thing.
     void point_at(std::string_view thing) {
         const picture_box box = shapes_of(canvas.picture(), thing).front().box;
@@ -63,9 +70,8 @@ protected:
 TEST_F(Canvas, PaintsItsSceneAtItsPlace) {
     canvas.show(scene_at_work());
     settle();
+    ASSERT_TRUE(wait_until([this] { return shows_a_lamp(); }));
     const screen_picture seen(area(display, window));
-    const picture_box lamp = shapes_of(canvas.picture(), "b1s").front().box;
-    EXPECT_EQ(seen.at(50 + lamp.x + lamp.w / 2, 50 + lamp.y + lamp.h / 2), 0xFF0000UL);
     EXPECT_EQ(seen.at(51, 51), rgb_of(ink::paper));
     EXPECT_EQ(seen.at(1048, 348), rgb_of(ink::paper));
     EXPECT_NE(seen.at(20, 20), rgb_of(ink::paper));
@@ -102,9 +108,7 @@ TEST_F(Canvas, AResizeScalesItAndItsTexts) {
     EXPECT_EQ(canvas.picture(), draw_station(scene_at_work(), 1200, 600));
     EXPECT_EQ(before, 10);
     EXPECT_EQ(shapes_of(canvas.picture(), "te").back().text_px, 12);
-    const screen_picture seen(area(display, window));
-    const picture_box lamp = shapes_of(canvas.picture(), "b1s").front().box;
-    EXPECT_EQ(seen.at(50 + lamp.x + lamp.w / 2, 50 + lamp.y + lamp.h / 2), 0xFF0000UL);
+    EXPECT_TRUE(wait_until([this] { return shows_a_lamp(); }));
 }
 
 TEST_F(Canvas, TellsWhatIsPointedAt) {
