@@ -61,7 +61,8 @@ int main() {
         "| Pixels | Shapes | Picture | Painted | A bare fill | Frames a second |\n"
         "|---|---|---|---|---|---|\n");
     constexpr struct { int w, h; } sizes[] = {{1000, 300}, {1920, 700}, {1920, 1080}, {3840, 2160}};
-    for (const auto& [w, h] : sizes) {
+    for (const auto& size : sizes) {
+        const int w = size.w, h = size.h;
         const station_scene scene = scene_at_work();
         const station_picture picture = draw_station(scene, w, h);
         off_screen screen(w, h);

@@ -51,7 +51,7 @@ void add_paths() {
     // The trace goes nowhere here, as the other way has none.
     add_way("way to a path", "relative_directory_path", [] {
         std::streambuf* const trace = std::cerr.rdbuf(nullptr);
-        const std::string way = relative_directory_path(path, base);
+        std::string way = relative_directory_path(path, base);
         std::cerr.rdbuf(trace);
         return way;
     });

@@ -132,7 +132,7 @@ void background_file::begin() {
 void background_file::append(std::string_view bytes) { writer_->append(bytes); }
 
 std::string background_file::trouble() {
-    const std::string why = writer_ && !told_ ? writer_->trouble() : "";
+    std::string why = writer_ && !told_ ? writer_->trouble() : "";
     if (why.empty()) return why;
     told_ = true;
     return recorded_name(path_) + ": " + why;

@@ -14,8 +14,8 @@ namespace {
 using enum shape_kind;
 
 // Where the devices stand: above the middle of a base at its stop.
-constexpr double nozzle_mm = station::stop_mm[0] - station::base_mm / 2;
-constexpr double cup_mm = station::stop_mm[1] - station::base_mm / 2;
+constexpr double nozzle_mm = station::stop_mm[0] - station::base_mm / 2.0;
+constexpr double cup_mm = station::stop_mm[1] - station::base_mm / 2.0;
 constexpr double press_mm = (station::press_head_begin_mm + station::press_head_end_mm) / 2.0;
 constexpr double magazine_mm = 430;
 constexpr double part_mm = 52;

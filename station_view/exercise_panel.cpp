@@ -46,11 +46,12 @@ exercise_panel::exercise_panel(const area& at, exercise_examiner& task, const st
       goals_(new board_view),
       diagnosis_(new panel_button({}, window_action::diagnosis, in, [this] { open_diagnosis(); })),
       verdict_(new panel_button({}, window_action::verdict, in, [this] { open_verdict(); })),
-      window_(model, in, [this, changed](const std::vector<station_fault>& answer) {
-          task_.take_answer(answer);
-          changed();
-          show_standing();
-      }) {
+      window_(model, in,
+              [this, changed = std::move(changed)](const std::vector<station_fault>& answer) {
+                  task_.take_answer(answer);
+                  changed();
+                  show_standing();
+              }) {
     end();
     if (!task_.task().diagnosis) diagnosis_->hide();
     verdict_->hide();

@@ -136,7 +136,7 @@ void close_page(const OFD_afficheur_filtre_impression& filter, std::fstream& out
 /// The list of pages in the pages' object: the first at the start of its line, the others and the
 /// bracket after nine spaces.
 void write_kids(std::fstream& out, long pages) {
-    std::string_view indent = "";
+    std::string_view indent;
     for (long page = 0; page < pages; ++page) {
         write_flushed_line(out, {indent, long2S(page_object(page)), " 0 R"});
         indent = "         ";

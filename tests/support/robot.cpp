@@ -6,7 +6,7 @@
 namespace {
 
 constexpr double poll_s = 0.004;
-constexpr std::chrono::seconds patience(30);
+constexpr std::chrono::seconds patience(100);
 
 std::string label_of(const Fl_Widget& widget) { return widget.label() ? widget.label() : ""; }
 
@@ -143,8 +143,8 @@ bool robot::ready(Fl_Window* window) {
 }
 
 void robot::give_up() {
-    ADD_FAILURE() << "nothing happened for half a minute, before: "
-                  << (steps_.empty() ? "the dialog's end" : steps_.front().what);
+    ADD_FAILURE() << "nothing happened for " << patience.count()
+                  << " s, before: " << (steps_.empty() ? "the dialog's end" : steps_.front().what);
     steps_.clear();
     while (Fl::modal()) Fl::modal()->hide();
 }

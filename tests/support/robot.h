@@ -15,7 +15,7 @@
 
 /// Steps are queued before the dialog is called, and each is taken once the modal window of its
 /// title is on the screen, drawn, at rest and with the keyboard's focus. A step that cannot be
-/// taken within half a minute fails the test and hides the dialogs, so that it ends.
+/// taken for long fails the test and hides the dialogs, so that it ends.
 ///
 ///     robot user;
 ///     user.type("12").press(XK_Return);
