@@ -129,7 +129,7 @@ void control_socket::take_bytes(connection& client, bool gone, moment now,
 void control_socket::take_request(connection& client, moment now, const handler& carry_out,
                                   bool at_end) {
     const std::size_t end = client.received.find('\n');
-    const bool whole = end != std::string::npos && end < longest_request;
+    const bool whole = end < longest_request;  // None at all is no end, and the largest number.
     if (!whole && !at_end && client.received.size() < longest_request) return;
     const std::string line = client.received.substr(0, end);
     if (!whole || end + 1 != client.received.size() || !is_request(line)) {

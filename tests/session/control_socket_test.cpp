@@ -33,7 +33,7 @@ TEST(ControlSocket, TheFirstLineIsTheStatusTheRestWhatIsPrinted) {
                 {{exit_status::session_over, "fini\n"}, "4\nfini\n"},
                 {{exit_status::done, "a=1\nb=2\n"}, "0\na=1\nb=2\n"}};
     for (const auto& [given, sent] : rows) {
-        test.carry_out = [given](const std::string&) { return given; };
+        test.carry_out = [answer = given](const std::string&) { return answer; };
         EXPECT_EQ(test.answer_to("x\n"), sent);
     }
 }
