@@ -96,7 +96,7 @@ TEST(Dialogs, ShowATextAsItStands) {
         for (const std::string& text : awkward_texts) {
             SCOPED_TRACE(std::string(what) + ": " + text.substr(0, 20));
             answered([&](robot& user) { user.until_label(text).press(XK_Return); },
-                     [&] { show(std::string(text)); });
+                     [&, show = show] { show(std::string(text)); });
         }
     }
 }
@@ -105,14 +105,14 @@ TEST(Dialogs, EndTheShownTextAtANulByte) {
     for (const auto& [what, show] : text_dialogs) {
         SCOPED_TRACE(what);
         answered([](robot& user) { user.until_label("avant").press(XK_Return); },
-                 [&] { show(std::string("avant\0apres", 11)); });
+                 [show = show] { show(std::string("avant\0apres", 11)); });
     }
 }
 
 // The toolkit's dialog window outlives the dialog: the text it showed does not.
 TEST(Dialogs, LeaveNoPointerToTheTextBehind) {
     for (const auto& [what, show] : text_dialogs) {
-        answered(press_return, [&] { show("Vider le tiroir ?"); });
+        answered(press_return, [show = show] { show("Vider le tiroir ?"); });
         Fl_Group* dialog = fl_message_icon()->parent();
         const auto has_label = [](Fl_Widget& each) { return each.label() != nullptr; };
         ASSERT_NE(find_widget(*dialog, has_label), nullptr) << "the buttons have theirs";
@@ -186,10 +186,13 @@ TEST(Double, ReadsTheReply) {
             user.until_value(localised(field));
             act(user);
         };
-        EXPECT_EQ(answered(shown, [&] { return fl_show_double("Vitesse", given); }), result)
-            << given;
-        EXPECT_EQ(answered(shown, [&] { return fl_show_double(std::string("Vitesse"), given); }),
+        EXPECT_EQ(answered(shown, [given = given] { return fl_show_double("Vitesse", given); }),
                   result)
+            << given;
+        EXPECT_EQ(
+            answered(shown,
+                     [given = given] { return fl_show_double(std::string("Vitesse"), given); }),
+            result)
             << given;
     }
 }
@@ -240,7 +243,8 @@ TEST(Int, ReadsTheReply) {
             user.until_value(field);
             act(user);
         };
-        EXPECT_EQ(answered(shown, [&] { return fl_show_int("Nombre", given); }), result) << given;
+        EXPECT_EQ(answered(shown, [given = given] { return fl_show_int("Nombre", given); }), result)
+            << given;
     }
 }
 
@@ -266,7 +270,8 @@ TEST(Sinput, ReturnsTheReplyAndNothingWhenCancelled) {
             user.until_value(given);
             act(user);
         };
-        EXPECT_EQ(answered(shown, [&] { return fl_show_Sinput("Nom", given); }), result) << what;
+        EXPECT_EQ(answered(shown, [given = given] { return fl_show_Sinput("Nom", given); }), result)
+            << what;
     }
 }
 

@@ -38,11 +38,13 @@ TEST(BreakLine, TruncatesTowardZero) {
         // + 2 * (1 - 6)) / 4
         {1, 2, 6, 9, {"line 1 2 -1 6", "line -1 6 8 4", "line 8 4 6 9"}},
     };
-    for (const auto& [ax, ay, bx, by, lines] : cases) {
-        call_list calls = calls_of([&] { sheet.ofl_break_line(ax, ay, bx, by, 88); });
+    for (const auto& each : cases) {
+        call_list calls =
+            calls_of([&] { sheet.ofl_break_line(each.ax, each.ay, each.bx, each.by, 88); });
         EXPECT_EQ(calls.front(), "color 88");
         calls.erase(calls.begin());
-        EXPECT_EQ(calls, lines) << ax << ' ' << ay << ' ' << bx << ' ' << by;
+        EXPECT_EQ(calls, each.lines)
+            << each.ax << ' ' << each.ay << ' ' << each.bx << ' ' << each.by;
     }
 }
 
@@ -75,9 +77,9 @@ TEST(Arrowbound, OpensBackAlongTheSegmentInASquareOfTwiceItsLength) {
         {0, 0, -1, 3, "pie -1 3 6 6 51.565 91.565"},
         {7, 9, 2, 9, "pie 2 9 10 10 -20 20"},
     };
-    for (const auto& [ax, ay, bx, by, pie] : cases) {
-        EXPECT_EQ(calls_of([&] { sheet.ofl_arrowbound(ax, ay, bx, by, 88); }),
-                  (call_list{"color 88", pie, "color 56"}));
+    for (const auto& each : cases) {
+        EXPECT_EQ(calls_of([&] { sheet.ofl_arrowbound(each.ax, each.ay, each.bx, each.by, 88); }),
+                  (call_list{"color 88", each.pie, "color 56"}));
     }
 }
 
@@ -111,7 +113,10 @@ TEST(ArrowLine, PutsTheBarbsByTheDirectionOfTheShaft) {
         {0, 0, 10, 0, 0, 0.5, 10, 0, 10, 0},
     };
     for (const auto& [ax, ay, bx, by, length, angle, a_x, a_y, b_x, b_y] : cases) {
-        EXPECT_EQ(calls_of([&] { sheet.ofl_drw_arrow_line(ax, ay, bx, by, length, angle, 88); }),
+        const auto draw = [&, ax = ax, ay = ay, bx = bx, by = by, length = length, angle = angle] {
+            sheet.ofl_drw_arrow_line(ax, ay, bx, by, length, angle, 88);
+        };
+        EXPECT_EQ(calls_of(draw),
                   (call_list{"color 88", line_call(a_x, a_y, bx, by), line_call(b_x, b_y, bx, by),
                              line_call(ax, ay, bx, by)}));
     }

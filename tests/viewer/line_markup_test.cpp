@@ -169,11 +169,13 @@ TEST(Cells, AreCutAtEachSign) {
                  {"#", {"", ""}}, {"a#", {"a", ""}}, {"##b", {"", "", "b"}}};
     for (const auto& [line, cells] : cases) {
         text_lines found;
-        line_markup::for_each_cell(line, [&](int column, std::string_view cell, bool more) {
+        const auto take = [&, line = line, cells = cells](int column, std::string_view cell,
+                                                          bool more) {
             EXPECT_EQ(column, count_of(found)) << line;
             found.emplace_back(cell);
             EXPECT_EQ(more, found.size() < cells.size()) << line;
-        });
+        };
+        line_markup::for_each_cell(line, take);
         EXPECT_EQ(found, cells) << line;
     }
 }
