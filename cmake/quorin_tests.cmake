@@ -1,4 +1,4 @@
-# quorin_test(NAME SOURCES a.cpp... [LINKS target...] [ARGS argument...] [LABELS label...] [TIMEOUT seconds]
+# quorin_test(NAME SOURCES a.cpp... [LINKS target...] [ARGS argument...] [LABELS label...]
 #             [DISPLAY] [SCREEN size] [SERIAL] [LOCALES | LOCALES_IN_CI])
 #
 # One GoogleTest program, tests_NAME, run whole as the CTest test NAME.
@@ -52,6 +52,9 @@ foreach(locale IN LISTS QUORIN_COMMA_LOCALES)
     endif()
 endforeach()
 
+# Seconds after which a test hangs, rather than being slow on a busy machine.
+set(QUORIN_TEST_TIMEOUT 900)
+
 # What the toolkit's own libraries keep until the end is no leak of ours.
 set(QUORIN_TEST_ENVIRONMENT
     LOCPATH=${QUORIN_LOCALE_DIR}
@@ -59,7 +62,7 @@ set(QUORIN_TEST_ENVIRONMENT
     UBSAN_OPTIONS=print_stacktrace=1)
 
 function(quorin_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SERIAL;LOCALES;LOCALES_IN_CI" "TIMEOUT;SCREEN"
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SERIAL;LOCALES;LOCALES_IN_CI" "SCREEN"
                           "SOURCES;LINKS;ARGS;LABELS")
     set(program tests_${name})
     add_executable(${program} ${arg_SOURCES})
@@ -72,9 +75,6 @@ function(quorin_test name)
     if(arg_DISPLAY)
         set(command ${PROJECT_SOURCE_DIR}/tools/with_display $<TARGET_FILE:${program}> ${arg_ARGS})
         list(APPEND arg_LABELS display)
-    endif()
-    if(NOT arg_TIMEOUT)
-        set(arg_TIMEOUT 300)
     endif()
     set(environment ${QUORIN_TEST_ENVIRONMENT})
     if(arg_SCREEN)
@@ -100,6 +100,6 @@ function(quorin_test name)
             list(APPEND labels locale)
         endif()
         set_tests_properties(${test} PROPERTIES ENVIRONMENT "${own_environment}" LABELS "${labels}"
-                             TIMEOUT ${arg_TIMEOUT} RUN_SERIAL "${arg_SERIAL}")
+                             TIMEOUT ${QUORIN_TEST_TIMEOUT} RUN_SERIAL "${arg_SERIAL}")
     endforeach()
 endfunction()
