@@ -186,14 +186,12 @@ TEST(Double, ReadsTheReply) {
             user.until_value(localised(field));
             act(user);
         };
-        EXPECT_EQ(answered(shown, [given = given] { return fl_show_double("Vitesse", given); }),
-                  result)
-            << given;
-        EXPECT_EQ(
-            answered(shown,
-                     [given = given] { return fl_show_double(std::string("Vitesse"), given); }),
-            result)
-            << given;
+        const auto as_bytes = [given = given] { return fl_show_double("Vitesse", given); };
+        const auto as_string = [given = given] {
+            return fl_show_double(std::string("Vitesse"), given);
+        };
+        EXPECT_EQ(answered(shown, as_bytes), result) << given;
+        EXPECT_EQ(answered(shown, as_string), result) << given;
     }
 }
 
