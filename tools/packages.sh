@@ -36,6 +36,7 @@ test     man-db            program  man
 test     mbpoll            program  mbpoll
 test     python3-pymodbus  file     pymodbus  /usr/lib/python3/dist-packages
 test     shellcheck        program  shellcheck
+test     doxygen           program  doxygen
 '
 
 # Whether the machine has a program, a header, or a file of that name in one of the folders.
