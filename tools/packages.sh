@@ -33,10 +33,10 @@ test     mupdf-tools       program  mutool
 test     ghostscript       program  gs
 test     qpdf              program  qpdf
 test     man-db            program  man
+test     doxygen           program  doxygen
 test     mbpoll            program  mbpoll
 test     python3-pymodbus  file     pymodbus  /usr/lib/python3/dist-packages
 test     shellcheck        program  shellcheck
-test     doxygen           program  doxygen
 '
 
 # Whether the machine has a program, a header, or a file of that name in one of the folders.
