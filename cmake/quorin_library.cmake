@@ -29,6 +29,7 @@ endfunction()
 # The package and its test read the components and their headers from the global properties QUORIN_COMPONENTS, each after
 # those that it links, QUORIN_LINKS_<name>, QUORIN_OUTSIDE_<name>, the libraries of the machine's that it needs
 # (quorin_components.cmake), QUORIN_HEADERS and QUORIN_OWN_HEADERS, as "folder/header.h".
+# The reference reads QUORIN_HEADERS_<name>, those of one component.
 function(quorin_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;HEADERS;OWN;LINKS;NEEDS")
     if(NOT name IN_LIST quorin_built_components)
@@ -75,6 +76,7 @@ function(quorin_library name)
     set_property(GLOBAL APPEND PROPERTY QUORIN_OWN_HEADERS ${arg_OWN})
     set(headers ${arg_HEADERS})
     list(TRANSFORM headers PREPEND ${folder}/)
+    set_property(GLOBAL PROPERTY QUORIN_HEADERS_${name} ${headers})
     set_property(GLOBAL APPEND PROPERTY QUORIN_HEADERS ${headers})
     install(FILES ${arg_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorin/${folder})
     install(TARGETS ${target} EXPORT quorin_${name}

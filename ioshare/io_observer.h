@@ -16,8 +16,10 @@
 
 /// One input or output, as the last look found it.
 struct io_signal {
+    /// Input or output, of the segment: an input is what the panel sees.
     io_direction direction;
     std::string name;  ///< Any bytes but NUL; io_printable() makes them fit to be shown.
+    /// As the segment holds it: any number.
     std::int32_t value;
     bool changed;  ///< Whether `value` differs from the look before. False after the opening.
 };

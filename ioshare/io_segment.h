@@ -29,6 +29,7 @@ struct io_segment {
     std::int32_t output_values[io_values];      ///< Unlocked.
     char input_names[io_names][io_name_size];   ///< NUL-terminated; written once.
     char output_names[io_names][io_name_size];  ///< NUL-terminated; written once.
+    /// To fill the 4561 bytes; nobody reads or writes it.
     char unused[5];
 };
 

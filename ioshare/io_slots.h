@@ -10,6 +10,7 @@
 
 #include "ioshare/io_segment.h"
 
+/// Seen from the panel: inputs are what the simulator publishes, outputs what the panel commands.
 enum class io_direction { input, output };
 
 /// How many values of that direction begin and end inside the segment, overruns included: 1126

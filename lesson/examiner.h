@@ -14,6 +14,7 @@ public:
 
     /// Where the exercise stands, for whoever shows it.
     [[nodiscard]] const exercise_standing& progress() const { return judge_.standing(); }
+    /// What it was made with.
     [[nodiscard]] const exercise& task() const { return task_; }
     /// The last answer to its diagnosis, whether a step has seen it or not: "b2s=stuck1".
     [[nodiscard]] const std::string& last_answer() const {

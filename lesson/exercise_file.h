@@ -32,7 +32,9 @@ using exercise_problems = std::vector<exercise_problem>;
 /// The failure of a file that is no exercise: `refused`, and a line "FILE:LINE: reason" for each
 /// problem. Control bytes of the path are shown as `\x` and two digits.
 struct exercise_refusal : failure {
+    /// `found` are the problems, by their lines; at least one.
     exercise_refusal(const std::string& path, exercise_problems found);
+    /// The same for whoever shows them otherwise than as the lines of `why`.
     exercise_problems problems;
 };
 

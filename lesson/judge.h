@@ -17,13 +17,16 @@
 
 /// Whether something held at the last look, and since which look that has been so without a break.
 struct held_since {
+    /// `since_ms` is simulated, and counts while it holds.
     bool holds = false;
     std::int64_t since_ms = 0;
 };
 
 /// Conditions, one by one and all at once.
 struct conditions_standing {
+    /// In the order of the exercise.
     std::vector<held_since> each;
+    /// Since when the last of them came to hold.
     held_since all;
 };
 
@@ -31,7 +34,9 @@ struct conditions_standing {
 /// it was reached "trop tard".
 enum class goal_state { open, current, reached, too_late };
 
+/// Where one goal stands.
 struct goal_standing {
+    /// Only ever goes on to a later one, unless a run begins anew.
     goal_state state = goal_state::open;
     /// When it was reached, late or not.
     std::optional<std::int64_t> reached_ms = {};
@@ -44,6 +49,7 @@ struct exercise_standing {
     std::int64_t ms = -1;
     /// When the exercise was over, by itself or with the session.
     std::optional<std::int64_t> over_ms;
+    /// In the order of the exercise.
     std::vector<goal_standing> goals;
     /// The number of the next goal, from 1; 0 when every one has been reached, or there is none.
     std::size_t next_goal = 0;
@@ -87,7 +93,9 @@ public:
     /// The session is over then, where no `fin` tells it: a recording that was cut off.
     void end(std::int64_t ms);
 
+    /// At the last look, or at the end; valid as long as the judge, and changed by each look.
     [[nodiscard]] const exercise_standing& standing() const { return standing_; }
+    /// Whether it is over: passed, failed, or cut off with the session.
     [[nodiscard]] bool over() const { return standing_.over_ms.has_value(); }
 
 private:

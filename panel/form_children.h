@@ -10,12 +10,16 @@
 
 namespace quorin_form {
 
+/// What a widget is: the window's frame, a toggle button, a lamp, a text.
 enum class shape { frame, button, indicator, caption };
 
+/// A row of the table: one widget.
 struct child {
+    /// By this it is known whether the run loop reads it, lights it, or leaves it alone.
     shape kind;
     /// Pixels from the window's top left.
     int x, y, w, h;
+    /// UTF-8; null for the frame, which has none.
     const char* label;
     /// Its number in quorin_class, from 1; 0 for a widget that is not kept.
     int member = 0;
@@ -23,10 +27,10 @@ struct child {
     const char* name = label;
 };
 
-// In creation order, a later widget on top of an earlier one. Pixels from the window's top left.
-// The frame is wider than the window and starts above it, so that its right and top edges are
-// clipped. The captions of the second and third blockers carry two blanks.
 // clang-format off
+/// In creation order, a later widget on top of an earlier one. Pixels from the window's top left.
+/// The frame is wider than the window and starts above it, so that its right and top edges are
+/// clipped. The captions of the second and third blockers carry two blanks.
 inline constexpr child children[] = {
     {shape::frame,       0,  -1, 1162, 191, nullptr},
     {shape::button,    210,  10,  60, 20, "RENT", 1},
@@ -102,6 +106,7 @@ inline constexpr child children[] = {
 };
 // clang-format on
 
+/// How many widgets quorin_class keeps: the 13 buttons and the 22 indicators.
 inline constexpr int members = 35;
 
 /// How many widgets there are of a kind.
@@ -130,7 +135,9 @@ static_assert(members_are_numbered());
 
 /// A signal of the link, and the place in quorin_class::kept of its widget.
 struct joined_signal {
+    /// As the link has it: "atu", where the widget says "ATU".
     const char* name;
+    /// From 0; the widget's number in the table less one.
     int place;
 };
 

@@ -40,6 +40,7 @@ public:
     /// Nothing may be appended any more.
     void finish(std::chrono::milliseconds limit = std::chrono::seconds(3));
 
+    /// As it was given; "-" is the standard output.
     const std::string& path() const { return path_; }
 
 private:

@@ -11,6 +11,7 @@
 
 /// What is wrong with a recording, and on which of its lines, counted from 1.
 struct recording_problem {
+    /// That of the row's beginning: a quoted field may hold several.
     std::int64_t line;
     /// French, one line.
     std::string why;

@@ -8,6 +8,7 @@
 
 /// An event as the fields of its row: "2007", "incident", "1", "colle répandue : ...".
 struct event_row {
+    /// UTF-8, as read or to be written: neither quoted nor checked.
     std::string ms, kind, name, value;
     bool operator==(const event_row&) const = default;
 };

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] virtual const std::string& difference() const = 0;
 
 protected:
+    /// Hands these events on, less those that the readers were handed before the playback was taken
+    /// back.
     void hand_over(std::span<const station_event> events) {
         const std::size_t known = std::min(events.size(), known_);
         known_ -= known;

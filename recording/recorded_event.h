@@ -9,7 +9,9 @@
 struct recorded_event {
     /// Of its row in the file, from 1.
     std::int64_t line = 0;
+    /// As `station_event::ms`.
     std::int64_t ms = 0;
+    /// Says how `name`, `value` and `text` are to be read.
     event_kind kind = event_kind::session;
     /// Empty for an incident.
     std::string name;
@@ -17,6 +19,8 @@ struct recorded_event {
     std::int64_t value = 0;
     /// As `station_event::text`; of a session's or an exercise's row always the text of its value.
     std::string text;
+    /// The place on the link of an input or output, by the recording's first block; -1 for all
+    /// else.
     int index = -1;
 
     /// The same for readers of events; valid as long as this one.

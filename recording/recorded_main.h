@@ -13,6 +13,7 @@
 struct recordable_station {
     /// As the model calls itself: "zk4".
     std::string name;
+    /// Makes one for a live session, by the program's own options. May throw `failure`.
     std::function<std::unique_ptr<station_model>()> make;
     /// From what a recording was set up with; throws `refusal` where that cannot be.
     std::function<std::unique_ptr<station_model>(std::span<const station_fact>)> remake;

@@ -16,6 +16,7 @@ public:
     [[nodiscard]] virtual std::string text_of(std::span<const station_event> events) = 0;
 };
 
+/// The forms that there are; docs/recordings.md describes their bytes.
 enum class recording_kind { csv, vcd, count };
 
 /// What a kind of recording is called on command lines, and how its files end: "csv", "vcd".

@@ -12,6 +12,7 @@ struct recording_head {
     std::string station;
     /// Empty: none.
     std::string title;
+    /// With what the station was set up, as `station_model::facts` told it.
     std::vector<station_fact> facts;
     /// In the order of the link.
     std::vector<std::string> inputs, outputs;
@@ -30,6 +31,7 @@ enum class head_part { session, faults, exercise, desk, inputs, outputs, count }
 /// Takes the events of a first block one by one.
 class head_builder {
 public:
+    /// Fills `head`, which must outlive it and is empty at first.
     explicit head_builder(recording_head& head) : head_(head) {}
 
     /// Takes the event, or says that the block is over: it belongs to the first step. Throws

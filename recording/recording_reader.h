@@ -24,6 +24,7 @@ public:
     /// read only once. Throws `refusal` where they are no recording any more, or another one.
     [[nodiscard]] bool restart();
 
+    /// With which the words of a refusal begin.
     const std::string& name() const { return name_; }
     /// The state before the first step.
     const recording_head& head() const { return head_; }

@@ -30,6 +30,7 @@ public:
     child_process(const child_process&) = delete;
     child_process& operator=(const child_process&) = delete;
 
+    /// Of the process, and of its group where it has one of its own.
     pid_t id() const { return pid_; }
     /// Asks the process group of one that has its own to end, also those that somebody has stopped.
     void ask_to_end() const;

@@ -15,6 +15,7 @@ struct command_option {
     std::string value_name;
     /// French, one line, without an end of line
     std::string meaning;
+    /// Whether it may be given more than once; a second time is misuse elsewhere.
     bool repeatable = false;
     /// Whether it takes all the words up to the next option or "--".
     bool several = false;
@@ -32,6 +33,7 @@ struct command_line {
     std::string description;
     /// How the usage shows what is no option: "<ident> COMMANDE"; empty: nothing else is taken.
     std::string operands = {};
+    /// In the order of the help, and of the calls of `take`.
     std::vector<command_option> options = {};
     /// More lines of help, after the options; each ends with an end of line.
     std::string notes = {};
@@ -62,6 +64,7 @@ struct command_words {
 /// what it does, in one place.
 template <class Key, class Options>
 struct option_row {
+    /// The row's place: `one_row_each` holds the table to the enumeration.
     Key key;
     /// "--speed"
     const char* name;
@@ -69,7 +72,9 @@ struct option_row {
     const char* value_name;
     /// French, one line
     const char* meaning;
+    /// As in `command_option`.
     bool repeatable;
+    /// As in `command_option`; the value goes to `options`.
     void (*take)(Options& options, const std::string& value);
 };
 

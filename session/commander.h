@@ -10,6 +10,7 @@
 /// Without one somebody always does.
 class commander {
 public:
+    /// Real time.
     using moment = std::chrono::steady_clock::time_point;
 
     /// Looks at segment `ident`. Make it before anybody else learns of the identifier.
@@ -17,6 +18,7 @@ public:
 
     /// Looks, ten times a second at most. True the first time that it finds nobody.
     [[nodiscard]] bool found_missing(moment now);
+    /// Whether somebody did at the last look.
     bool present() const { return present_; }
 
     /// How long it may go without a look; nothing when it does not look at all.

@@ -13,6 +13,7 @@
 
 /// What a request is answered.
 struct control_answer {
+    /// With which the client is to end.
     exit_status status;
     /// What the client prints; empty, or lines that end with an end of line.
     std::string text;
@@ -20,6 +21,7 @@ struct control_answer {
 
 class control_socket {
 public:
+    /// Real time.
     using moment = std::chrono::steady_clock::time_point;
     /// Carries out a request, without its end of line. Nothing: it is answered later, by
     /// `answer_waiting`.
@@ -40,6 +42,7 @@ public:
     /// Takes what has come, answers requests, drops those who took too long. Bounded work.
     void service(moment now, const handler& carry_out);
 
+    /// Whether a request still has no answer: one that waits for steps.
     [[nodiscard]] bool anybody_waiting() const;
     /// Answers all who wait.
     void answer_waiting(moment now, const control_answer& answer);

@@ -5,11 +5,17 @@
 #include "session/keyed_rows.h"
 #include "session/station_model.h"
 
+/// Start cycle, stop cycle, emergency stop.
 enum class desk_button { dc, ac, atu, count };
 
+/// One button.
 struct desk_row {
+    /// Its place in the table.
     desk_button key;
+    /// As exercises, recordings and the control socket call it; an input of the station may bear
+    /// the same name.
     std::string_view name;
+    /// Where a desk has it.
     bool station_desk::*pushed;
 };
 

@@ -30,6 +30,7 @@ void ask();
 /// A descriptor that can be read once anything of this has happened, until `settle`; for whoever
 /// waits.
 int descriptor();
+/// Makes that descriptor silent again: what happened was seen.
 void settle();
 
 }  // namespace end_signals

@@ -17,6 +17,7 @@ enum class exit_status : int {
 
 /// The one error that `main` turns into a line and a status.
 struct failure {
+    /// With which the program ends: never `done`.
     exit_status status;
     /// French (UTF-8), without the program's name. Several lines: one for each reason.
     std::string why;

@@ -35,7 +35,9 @@ enum class fault_kind {
 
 /// A fault: of an input for the kinds of a sensor, of an output for those of an actuator.
 struct station_fault {
+    /// As the link has it; of an input and an output of one name, the input.
     std::string name;
+    /// A name has one fault at a time.
     fault_kind kind;
     bool operator==(const station_fault&) const = default;
 };

@@ -29,6 +29,7 @@
 
 class live_session {
 public:
+    /// Real time.
     using duration = step_clock::duration;
 
     /// Makes the segment, and the process that watches over it. `model`, `options` and `messages`
@@ -69,6 +70,7 @@ public:
     /// from the next `service` on.
     station_run& run() { return run_; }
     step_clock& time() { return time_; }
+    /// The segment's, for whoever attaches to it.
     int ident() const { return server_.ident; }
     /// Whether the commands count: false while a commander is missing (`--commander-timeout`).
     bool commanded() const { return commander_.present(); }
@@ -90,6 +92,7 @@ public:
     /// the descriptor says nothing. Once it is over nothing changes; those who ask are still
     /// answered, and a command is seen to its end.
     duration service();
+    /// Whether it has ended, which `service` finds out.
     bool over() const { return end_.over(); }
 
     /// After the end: gives the panel or the command what is left of a few seconds since then, and

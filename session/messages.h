@@ -12,6 +12,7 @@ class message_stream {
 public:
     /// `program` begins the line that tells the number of lost ones.
     explicit message_stream(std::string program) : program_(std::move(program)) {}
+    /// The name with which `say` begins.
     const std::string& program() const { return program_; }
     /// Writes `text` and an end of line, 4096 bytes at most.
     void line(const std::string& text);

@@ -8,6 +8,7 @@
 /// Those that hold a served segment without being clients: the simulator and its supervisor.
 inline constexpr unsigned long station_holders = 2;
 
+/// As the link's server takes names; index 0 first.
 using name_list = std::list<std::string>;
 
 /// A server of these names whose segment is marked for removal as soon as it exists: clients still

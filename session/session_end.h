@@ -26,6 +26,7 @@ public:
     /// Looks whether the session is over. The first cause that is found stays.
     [[nodiscard]] bool look(std::int64_t ms);
 
+    /// Whether it has come: `look` has found a cause.
     bool over() const { return !words_.empty(); }
     /// Whether the child brought it about: nobody commands any more.
     bool child_gone() const { return child_gone_; }

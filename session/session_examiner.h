@@ -34,11 +34,13 @@ public:
     /// Takes an answer to that, which counts from the next `examine` on.
     virtual void take_answer(const std::vector<station_fault>& faults) = 0;
 
-    /// For those who ask how the session stands: the task's title, the number of the next goal
-    /// (empty: none is left) and the points so far, "2/15".
+    /// For those who ask how the session stands.
     struct status {
+        /// The task's title, the number of the next goal (empty: none is left) and the points so
+        /// far, "2/15".
         std::string title, goal, points;
     };
+    /// At the last `examine`.
     [[nodiscard]] virtual status standing() const = 0;
 
     /// After the end: whether the task was fulfilled, and the verdict, a sentence a line.

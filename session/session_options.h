@@ -9,12 +9,15 @@
 struct session_options {
     /// The panel to start; empty: quorin beside the program, else on the PATH.
     std::string panel;
+    /// No panel is started: whoever likes attaches.
     bool no_panel = false;
     /// A shell's command to run in the panel's place; empty: none.
     std::string command;
     /// Real seconds without a client; none: never.
     std::optional<double> commander_timeout_s;
+    /// Without a window, and without looking for a display.
     bool headless = false;
+    /// Begins in a pause, before the first step.
     bool paused = false;
     /// Simulated seconds per real second.
     double speed = 1;

@@ -8,11 +8,14 @@
 #include <span>
 #include <string_view>
 
+/// What an event tells of; docs/recordings.md has a table of them.
 enum class event_kind { session, fault, desk, input, output, incident, exercise, count };
 
+/// One thing that happened. It owns no text: `event_reader::read` says how long they live.
 struct station_event {
     /// Simulated milliseconds from the session's start; never falls.
     std::int64_t ms;
+    /// Says how the other fields are to be read.
     event_kind kind;
     /// Of the input, output, desk button, faulty thing or count; empty for an incident.
     std::string_view name;

@@ -34,6 +34,7 @@ struct station_desk {
 
 /// What the station has made since its start.
 struct station_counts {
+    /// Whole pieces, each counted once: as good or as bad.
     int good = 0, bad = 0;
     bool operator==(const station_counts&) const = default;
 };
@@ -41,6 +42,7 @@ struct station_counts {
 /// With what a station was set up, as recordings tell it: "graine", "29". One without a value is
 /// not told.
 struct station_fact {
+    /// UTF-8, one line each. A replay hands them over as they were told.
     std::string name, value;
 };
 

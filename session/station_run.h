@@ -60,14 +60,18 @@ public:
 
     /// The desk, from the next step on.
     void set_desk(const station_desk& desk) { desk_ = desk; }
+    /// As it was set last, whether a step has taken it or not.
     const station_desk& desk() const { return desk_; }
 
+    /// The station with its faults: what it says of its sensors is what the link says.
     const station_model& model() const { return model_; }
     /// Simulated time: the last step's end.
     std::int64_t ms() const { return steps_ * step_ms; }
+    /// What the station has made, as of the last step.
     station_counts counts() const { return model_.counts(); }
     /// How many so far.
     int incidents() const { return incidents_; }
+    /// Its text, in French; empty as long as there was none.
     const std::string& last_incident() const { return last_incident_; }
 
 private:

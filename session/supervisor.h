@@ -23,6 +23,7 @@ public:
     /// not answer within two seconds.
     [[nodiscard]] bool watch(std::int32_t ident);
 
+    /// Of its process, which `ps` shows as PROGRAM-garde.
     pid_t id() const { return pid_; }
     /// Whether it has died before its time. Call it from the process that forked it.
     bool gone();

@@ -23,6 +23,7 @@ class Fl_Check_Browser;
 class OFD_simulator_input {
 public:
     Fl_Window* window;  ///< The panel's own window, or the caller's parent.
+    /// They belong to `window`, as the browsers do.
     Fl_Button* quit_button;
     Fl_Button* go_button;
     Fl_Button* init_button;

@@ -26,6 +26,7 @@ class Fl_Button;
 
 class OFD_simulator_output {
 public:
+    /// How many rows the lamp table has, whatever the height.
     static constexpr int lamp_room = 32768;
 
     Fl_Window* window;      ///< The panel's own window, or the caller's parent.

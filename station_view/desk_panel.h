@@ -25,6 +25,7 @@ public:
     void hold(bool station_desk::*button, bool held);
     /// Everything that is held here is let go.
     void let_go();
+    /// The emergency stop, pushed and latched, or let up again; from the next step on.
     void set_emergency(bool down);
 
     /// After the session was served: lets go what a step has taken.

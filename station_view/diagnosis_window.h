@@ -16,6 +16,7 @@ class Fl_Hold_Browser;
 /// Where its parts are, from its top left.
 namespace diagnosis_layout {
 using window_layout::area;
+/// The window's size, which is fixed, and the height of its letters.
 inline constexpr int width = 960, height = 470, text_px = 15;
 inline constexpr area question = {14, 10, 932, 26};
 inline constexpr area names_title = {14, 42, 600, 22}, names = {14, 66, 600, 346};
@@ -28,6 +29,7 @@ inline constexpr area close = {14, 424, 160, 36}, send = {628, 424, 318, 36};
 
 class diagnosis_window {
 public:
+    /// Takes an answer: the faults, in the order in which they were chosen.
     using taker = std::function<void(const std::vector<station_fault>&)>;
 
     /// `answered` takes each answer, one fault at least. `model` must live as long.
@@ -39,6 +41,7 @@ public:
     /// Opens it with the answer that was given last, "b2s=stuck1"; an open one comes to the front
     /// as it stands.
     void open(const std::string& last_answer);
+    /// Hides it. What was chosen and not sent is not kept.
     void close();
 
 private:

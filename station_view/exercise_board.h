@@ -30,21 +30,28 @@ enum class board_sign {
     count
 };
 
+/// One line of the board.
 struct board_line {
+    /// What is drawn before the text; none for `text`.
     board_sign sign = board_sign::text;
+    /// UTF-8, in the window's language; broken into lines where there is no room.
     std::string text = {};
     /// Short, beside the text: a time, what is left of one, points.
     std::string note = {};
     bool operator==(const board_line&) const = default;
 };
 
+/// How the exercise came out; `none` while it goes on.
 enum class board_result { none, passed, failed };
 
+/// The whole board, its head and its lines: drawn again when it differs from the last one.
 struct exercise_board {
+    /// The exercise's, one line.
     std::string title;
     /// "3 / 15 points"; what is left of the exercise's time, "reste 58 s", or at its end whether
     /// it is passed.
     std::string points, time;
+    /// Shown by a sign and a colour in the head.
     board_result result = board_result::none;
     /// What is judged, in parts with headings.
     std::vector<board_line> lines;

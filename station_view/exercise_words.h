@@ -36,4 +36,5 @@ enum class exercise_word {
     count
 };
 
+/// UTF-8, a literal.
 [[nodiscard]] const char* text_of(exercise_word word, language in);

@@ -13,6 +13,7 @@
 /// let go.
 class journal : public event_reader {
 public:
+    /// How many it keeps; older rows are only counted.
     static constexpr std::size_t most_rows = 5000;
 
     void read(std::span<const station_event> events) override;

@@ -10,10 +10,12 @@
 #include "session/child_process.h"
 #include "lesson/bilingual.h"
 
+/// Which document the process shows.
 enum class paged_document { journal, verdict, count };
 
 class journal_process {
 public:
+    /// Shows nothing yet.
     explicit journal_process(paged_document what = paged_document::journal) : what_(what) {}
     ~journal_process() { close(); }
     journal_process(const journal_process&) = delete;

@@ -13,6 +13,7 @@ void add_names(OFD_simulator_output& panel, name_span names);
 /// Follows a session's events.
 class lamp_panels : public event_reader {
 public:
+    /// Of both panels together, in pixels.
     static constexpr int width = 480;
 
     /// In the window being filled, at its left edge.

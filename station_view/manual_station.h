@@ -8,11 +8,13 @@
 
 /// The names of a station's inputs and outputs.
 struct station_names {
+    /// In the order of the link.
     std::vector<std::string> inputs, outputs;
 };
 
 class manual_station : public station_model {
 public:
+    /// With every input and every command at 0.
     explicit manual_station(station_names names);
     manual_station(const manual_station&) = delete;
     manual_station& operator=(const manual_station&) = delete;

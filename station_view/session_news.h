@@ -11,8 +11,11 @@
 
 class session_news : public event_reader {
 public:
+    /// An incident with its own text.
     struct incident {
+        /// Simulated.
         std::int64_t ms;
+        /// French, as the events tell it.
         std::string text;
     };
     /// Of more incidents at once, only the last ones are kept.
@@ -31,14 +34,17 @@ public:
 
     /// Whether anything was told since the last call of `forget_new`.
     bool anything_new() const { return anything_new_; }
+    /// What was told so far has been shown.
     void forget_new() { anything_new_ = false; }
 
     /// Pauses, and steps until something is told, `most_steps` at most.
     void run_to_next_change();
     /// Whether such a run has ended without a change. Until the next run, or another request.
     bool nothing_changed() const;
+    /// Somebody did something else: a run that goes on is no longer told of.
     void forget_run() { run_ = run_state::none; }
 
+    /// A minute of simulated time: where nothing changes for so long, the run gives up.
     static constexpr int most_steps = 6000;
 
 private:

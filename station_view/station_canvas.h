@@ -12,6 +12,7 @@
 /// size of its names.
 class station_canvas : public Fl_Widget {
 public:
+    /// Pixels of the window, as for any widget; empty until a scene is shown.
     station_canvas(int x, int y, int w, int h);
     ~station_canvas() override;
 
@@ -27,10 +28,13 @@ public:
     /// How often it was painted.
     int paintings() const { return paintings_; }
 
+    /// The toolkit's: draws the scene anew for the size.
     void resize(int x, int y, int w, int h) override;
+    /// The toolkit's: follows the mouse for the tooltip.
     int handle(int event) override;
 
 protected:
+    /// The toolkit's: paints the picture.
     void draw() override;
 
 private:

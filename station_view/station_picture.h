@@ -28,7 +28,9 @@ struct station_scene {
     std::array<std::int32_t, static_cast<std::size_t>(station_output::count)> commands{};
     /// Which of the desk's buttons are pushed.
     station_desk desk;
+    /// Decides the background.
     session_mode mode = session_mode::running;
+    /// The language of the words that are drawn.
     bool english = false;
     /// UTF-8, one line; cut where there is no room for it.
     std::string title;
@@ -39,7 +41,9 @@ struct station_scene {
 
 /// A rectangle in pixels; x + w and y + h lie outside.
 struct picture_box {
+    /// From the picture's top left corner; no box of a picture has a size below 0.
     int x = 0, y = 0, w = 0, h = 0;
+    /// Whether the pixel lies in it.
     bool contains(int at_x, int at_y) const {
         return at_x >= x && at_x < x + w && at_y >= y && at_y < y + h;
     }
@@ -68,6 +72,7 @@ enum class ink {
 /// The red, green and blue of a colour, 0xRRGGBB.
 std::uint32_t rgb_of(ink colour);
 
+/// How a shape is drawn in its box.
 enum class shape_kind {
     /// A filled rectangle; its outline; both, the outline black.
     fill,
@@ -93,10 +98,12 @@ enum class shape_kind {
     count
 };
 
+/// To which side of its box a text is set.
 enum class text_side { left, middle, right };
 
 /// One shape, within the picture. A later one lies on top of an earlier one.
 struct picture_shape {
+    /// What is drawn, in which colour and where.
     shape_kind kind = shape_kind::fill;
     ink colour = ink::black;
     picture_box box;
@@ -106,6 +113,7 @@ struct picture_shape {
     std::string text = {};
     int text_px = 0;
     text_side side = text_side::left;
+    /// Of a text: for what is to be read from afar.
     bool bold = false;
 
     bool operator==(const picture_shape&) const = default;
@@ -120,12 +128,17 @@ struct picture_thing {
     bool operator==(const picture_thing&) const = default;
 };
 
+/// The picture: shapes in the order in which they are painted, and what can be pointed at.
 struct station_picture {
+    /// Its size, in pixels.
     int w = 0, h = 0;
     /// The height of the names, in pixels.
     int name_px = 0;
+    /// That of the whole picture, below all shapes.
     ink background = ink::paper;
+    /// The lowest first.
     std::vector<picture_shape> shapes;
+    /// In no order of theirs: shapes name them by their places.
     std::vector<picture_thing> things;
     bool operator==(const station_picture&) const = default;
 };

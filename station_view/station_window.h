@@ -28,7 +28,9 @@ class keyed_window;
 class station_canvas;
 class window_body;
 
+/// What a window can be asked for.
 struct window_options {
+    /// Of everything that it shows, but for what the events tell.
     language in = language::french;
     /// Names the window; empty: what it shows does.
     std::string title;
@@ -49,7 +51,9 @@ public:
     /// `changed` is called whenever something was asked of the session, which is to be served then.
     void on_change(std::function<void()> changed) { serve_ = std::move(changed); }
 
+    /// Draws the present scene, then opens the window.
     void show();
+    /// Closes it with its documents; nothing is drawn any more.
     void hide();
     /// Closes the documents that it has opened.
     void close_documents();

@@ -19,6 +19,7 @@ public:
     time_panel(live_session& session, session_news& news, language in,
                std::function<void()> changed);
 
+    /// As the key P: the other of the two.
     void pause_or_resume();
     /// Pauses, and makes one step.
     void step();

@@ -25,14 +25,18 @@ enum class window_action {
 
 /// How an action looks and which key does it.
 struct action_row {
+    /// The row's place.
     window_action key;
     /// The toolkit's number of the key: a character or a function key; and another one for the
     /// same.
     int symbol, other_symbol;
+    /// Whether it is that key with Shift.
     bool shift;
+    /// The key as a tooltip names it, the button's label, and what it does.
     bilingual key_name, label, meaning;
 };
 
+/// There is one for each.
 [[nodiscard]] const action_row& row_of_action(window_action action);
 /// What it does and its key: "Pause ou reprise (touche P)".
 [[nodiscard]] std::string tooltip_of(window_action action, language in);

@@ -45,4 +45,5 @@ enum class window_word {
     count
 };
 
+/// UTF-8, a literal.
 [[nodiscard]] const char* text_of(window_word word, language in);

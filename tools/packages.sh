@@ -33,6 +33,7 @@ test     mupdf-tools       program  mutool
 test     ghostscript       program  gs
 test     qpdf              program  qpdf
 test     man-db            program  man
+test     doxygen           program  doxygen
 test     mbpoll            program  mbpoll
 test     python3-pymodbus  file     pymodbus  /usr/lib/python3/dist-packages
 test     shellcheck        program  shellcheck

@@ -44,6 +44,7 @@ inline constexpr int lines_per_page = 77;
 /// The index of the last page: the number of pages minus one, 0 when there is no line.
 [[nodiscard]] int last_page(const std::string* lines, int count);
 
+/// How many columns a definition can lay out; the others are ignored.
 inline constexpr int max_columns = 15;
 
 /// The columns that the last definition line laid out: none to begin with.

@@ -36,18 +36,25 @@ public:
     OFD_afficheur_filtre_impression* print_filter;
     OFD_afficheur_filtre_texte* text_filter;
     std::string viewer_command;  ///< Opens the PDF file.
+    /// Owns the widgets below; deleted by nobody.
     Fl_Window* window;
     Fl_Window* parent;  ///< The caller's.
+    /// Shows the title of the activation.
     Fl_FormsText* title;
     Fl_FormsText* page_indicator;  ///< "page 2 / 14    "
+    /// Shows the lines of the page.
     Fl_Browser* browser;
+    /// Call page_precedente, page_suivante, fichier_pdf and fichier_texte; the cancel button ends
+    /// the activation.
     Fl_Widget* previous_button;
     Fl_Widget* next_button;
     Fl_Widget* cancel_button;
     Fl_Widget* pdf_button;
     Fl_Widget* text_button;
+    /// Takes a page's number, from 1, for the button beside it.
     Fl_Input* page_input;
     Fl_Widget* go_button;  ///< The small one beside the input.
+    /// Kept for the layout of the class.
     void* unused_first;
     void* unused_second;
 

@@ -19,10 +19,13 @@ struct base {
     int front_um;
     /// For how long glue was laid on it, at most `glue_ms`.
     int glue_ms = 0;
+    /// Whether a part was placed on it, and whether the press held it for its ten seconds.
     bool part = false;
     bool pressed = false;
 
+    /// Whether it has all of its glue.
     bool glued() const { return glue_ms >= station::glue_ms; }
+    /// Whether it counts as good once it leaves.
     bool good() const { return glued() && part && pressed; }
 };
 
@@ -30,9 +33,11 @@ struct base {
 struct conveyor_step {
     /// Micrometres a millisecond; 0 for one that stands.
     int waiting_belt_um, main_belt_um;
+    /// Whether each blocker is commanded out; its spring takes it back otherwise.
     std::array<bool, 3> extend;
     /// Quarters a millisecond, above 0, whichever way they move.
     std::array<int, 3> blocker_speeds;
+    /// Whether the press lets bases pass below it.
     bool press_high;
 };
 
@@ -60,6 +65,7 @@ public:
 
     /// The foremost first.
     const std::vector<base>& bases() const { return bases_; }
+    /// Of zone 1, 2 and 3; at rest retracted.
     const std::array<cylinder, 3>& blockers() const { return blockers_; }
     /// The bases that the loader still has.
     int stock() const { return stock_; }

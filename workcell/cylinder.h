@@ -7,18 +7,23 @@
 
 namespace station {
 
+/// How finely places are counted.
 inline constexpr int quarters_per_ms = 4;
 
 /// How many quarters a rod makes in a millisecond.
 constexpr int rod_speed(bool slow) { return slow ? 1 : quarters_per_ms; }
 
 struct cylinder {
+    /// How long it takes from one end to the other at its full speed.
     int stroke_ms;
+    /// 0 at rest, `stroke_quarters` at the far end.
     int place_quarters = 0;
 
+    /// Its stroke as places are counted.
     int stroke_quarters() const { return stroke_ms * quarters_per_ms; }
     /// Whether it has made so many milliseconds' way from its place at rest.
     bool has_reached(int place_ms) const { return place_quarters >= place_ms * quarters_per_ms; }
+    /// Whether it has made more than that.
     bool is_beyond(int place_ms) const { return place_quarters > place_ms * quarters_per_ms; }
 
     /// Within 2 % of the end, as the sensors see it.

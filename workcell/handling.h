@@ -13,6 +13,7 @@ struct handling_step {
     int drawer;
     /// The same: above 0 down, below 0 up, 0 stay.
     int cup;
+    /// Whether the cup sucks.
     bool suction;
 };
 
@@ -28,8 +29,11 @@ public:
     const cylinder& drawer() const { return drawer_; }
     /// At rest high, at its far end low.
     const cylinder& cup() const { return cup_; }
+    /// Whether the cup sucks, a part or nothing.
     bool suction() const { return suction_; }
+    /// Whether it holds a part firmly, as the sensor `vide` says.
     bool vacuum() const { return vacuum_ms_ >= vacuum_rise_ms; }
+    /// Whether a part lies in the drawer, and whether one hangs from the cup.
     bool part_in_drawer() const { return part_in_drawer_; }
     bool part_in_cup() const { return part_in_cup_; }
     /// The parts that the magazine still has, and those that were lost.

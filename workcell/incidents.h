@@ -11,6 +11,7 @@
 
 namespace station {
 
+/// What can go wrong; docs/workcell.md tells when each does.
 enum class incident {
     glue_spilled,
     part_lost,
@@ -27,6 +28,7 @@ enum class incident {
 /// What an incident says, in French (UTF-8, one line).
 [[nodiscard]] std::string_view incident_text(incident kind);
 
+/// The incidents of a step, and the milliseconds in which they happen.
 class incident_log {
 public:
     /// Forgets the incidents of the step before.

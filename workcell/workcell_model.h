@@ -23,6 +23,7 @@ inline constexpr int most_workcell_supplies = 1'000'000;
 
 /// What the station has to work with, the first base included.
 struct workcell_supplies {
+    /// How many of each; a session has `most_workcell_supplies` at most.
     int bases = 1000;
     int parts = 1000;
 };
@@ -34,6 +35,7 @@ struct workcell_base {
     /// Its leading edge: -400 to 0 on the waiting belt, above 0 on the main belt, up to 1280 over
     /// its end.
     double front_mm;
+    /// What has been done to it; a good base has all three.
     bool glued, part, pressed;
     /// For how long glue was laid on it: glued at 1.0.
     double glue_s = 0;
@@ -45,7 +47,10 @@ struct workcell_base {
 struct workcell_state {
     /// Simulated time.
     double time_s;
+    /// Whether it is pushed: everything stands still from the next step on.
     bool emergency_stop;
+    /// What acts: a command that an emergency stop or a fault keeps back does not. `vacuum` is a
+    /// part firmly held.
     bool waiting_belt_runs, main_belt_runs, dispensing, suction, vacuum;
     /// 0 retracted, 1 extended.
     std::array<double, 3> blockers_out;
@@ -58,9 +63,12 @@ struct workcell_state {
     /// How far the belts have run since the start, in micrometres, whether a base lay on them or
     /// not.
     std::int64_t waiting_belt_um, main_belt_um;
+    /// Whether a part lies there, hangs there.
     bool part_in_drawer, part_in_cup;
     /// The foremost first.
     std::vector<workcell_base> bases;
+    /// What the loader and the magazine still have, and the parts that fell elsewhere than on a
+    /// base.
     int bases_in_stock, parts_in_magazine, parts_lost;
     /// Bases that left, and the parts that left on them.
     int good, bad, parts_left;

@@ -1,6 +1,6 @@
 // Shows a text file page by page, or exports it without a display:
 //     lecteur FICHIER [--english] [--viewer COMMANDE]
-//     lecteur FICHIER [--pdf SORTIE] [--ps SORTIE] [--txt SORTIE]
+//     lecteur FICHIER [--pdf SORTIE] [--ps SORTIE] [--txt SORTIE] [--pages SORTIE]
 #include <CLI/CLI.hpp>
 #include <FL/Fl.H>
 #include <X11/Xlib.h>
@@ -14,15 +14,17 @@
 #include <iostream>
 #include <iterator>
 #include <optional>
+#include <sstream>
 
 #include "examples/lecteur/document.h"
+#include "viewer/display_filter.h"
 #include "viewer/document_text.h"
 #include "viewer/viewer_window.h"
 
 namespace {
 
 /// What is written without a window. The table below is in this order.
-enum class document { pdf, postscript, text };
+enum class document { pdf, postscript, text, pages };
 
 /// A reference, so that a row without a function does not compile.
 using writer = void (&)(std::fstream& out, const lines& text);
@@ -41,6 +43,19 @@ void write_text(std::fstream& out, const lines& text) {
     OFD_afficheur_filtre_texte(written.data(), static_cast<int>(written.size())).imprime(out);
 }
 
+/// The pages as the window shows them, their columns laid out, with a form feed between two.
+void write_pages(std::fstream& out, const lines& text) {
+    constexpr std::string_view font = "@f@S14 ";
+    lines shown = has_markup(text) ? text : for_screen(text);
+    OFD_afficheur_filtre_affichage filter(shown.data(), static_cast<int>(shown.size()));
+    for (int page = 0; page <= filter.nb_pages(); ++page) {
+        if (page > 0) out << '\f';
+        std::istringstream rows(filter.visu_page(page));
+        for (std::string row; std::getline(rows, row);)
+            out << (row.starts_with(font) ? row.substr(font.size()) : row) << '\n';
+    }
+}
+
 struct export_row {
     document kind;
     const char* option;
@@ -52,9 +67,10 @@ constexpr export_row exports[] = {
     {document::pdf,        "--pdf", write_printed<&print_filter::imprime_pdf, document_text::for_pdf>},
     {document::postscript, "--ps",  write_printed<&print_filter::imprime_postscript, document_text::for_postscript>},
     {document::text,       "--txt", write_text},
+    {document::pages,      "--pages", write_pages},
 };
 // clang-format on
-constexpr std::size_t export_count = static_cast<std::size_t>(document::text) + 1;
+constexpr std::size_t export_count = static_cast<std::size_t>(document::pages) + 1;
 
 consteval bool one_row_each() {
     for (std::size_t row = 0; row < std::size(exports); ++row)
@@ -140,7 +156,7 @@ int show(const options& asked, const lines& text) {
     Display* const display = XOpenDisplay(nullptr);
     if (!display) {
         std::cerr << "lecteur: pas d'\xC3\xA9"
-                     "cran; --pdf, --ps et --txt s'en passent\n";
+                     "cran; --pdf, --ps, --txt et --pages s'en passent\n";
         return 1;
     }
     XCloseDisplay(display);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cctype>
 #include <filesystem>
 #include <regex>
@@ -79,6 +80,13 @@ TEST(Pages, LinkToWhatExists) {
             if (hash == link.size()) continue;
             EXPECT_TRUE(has_anchor(target, link.substr(hash + 1))) << page << ": " << link;
         }
+}
+
+TEST(Pages, StandInTheTableOfContents) {
+    const std::vector<std::string> listed = links_of(root / "docs/README.md");
+    for (const files::path& page : all_pages())
+        if (page.parent_path() == root / "docs" && page.filename() != "README.md")
+            EXPECT_EQ(std::ranges::count(listed, page.filename().string()), 1) << page;
 }
 
 TEST(Pages, NameFilesOfTheTree) {

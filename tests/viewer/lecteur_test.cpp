@@ -57,16 +57,34 @@ TEST_F(Lecteur, ExportsADocumentOfTheViewersMarkupAsItStands) {
     EXPECT_TRUE(bytes_of("t.txt").starts_with(dashes + dashes + "a0#b\n"));
 }
 
+// 77 counted lines a page, its columns as on the screen.
+TEST_F(Lecteur, ExportsThePagesAsTheWindowShowsThem) {
+    std::string text = "#C T6 5 T\n#T\n", expected = "\n" + std::string(11, '-') + "\n";
+    for (int i = 1; i <= 80; ++i) {
+        const std::string number = std::to_string(i);
+        text += "a" + number + "#longer\n";
+        expected += "a" + number + std::string(5 - number.size(), ' ') + "longe\n";
+        if (i == 76) expected += "\f";
+    }
+    write_bytes("table", text);
+    EXPECT_EQ(run({"table", "--pages", "t.txt"}).status, 0);
+    EXPECT_EQ(bytes_of("t.txt"), expected);
+
+    write_bytes("plain", "@f@S14 un\n\tdeux");
+    EXPECT_EQ(run({"plain", "--pages", "p.txt"}).status, 0);
+    EXPECT_EQ(bytes_of("p.txt"), "\n@f@S14 un\n        deux\n");
+}
+
 TEST_F(Lecteur, AnEmptyFileIsAnEmptyDocument) {
     write_bytes("empty", "");
-    EXPECT_EQ(run({"empty", "--pdf", "e.pdf", "--txt", "e.txt"}).status, 0);
+    EXPECT_EQ(run({"empty", "--pdf", "e.pdf", "--txt", "e.txt", "--pages", "p.txt"}).status, 0);
     EXPECT_TRUE(bytes_of("e.pdf").starts_with("%PDF-1.4\n"));
     EXPECT_EQ(bytes_of("e.txt"), "");
 }
 
 TEST_F(Lecteur, SaysThatADocumentDoesNotFitWhereNoFileMayGrowSoFar) {
     write_bytes("long", std::string(100'000, 'w'));
-    for (const std::string option : {"--pdf", "--ps", "--txt"}) {
+    for (const std::string option : {"--pdf", "--ps", "--txt", "--pages"}) {
         const outcome done = run_program({"sh", "-c",
                                           "{ (ulimit -f 1; exec " + built("lecteur") + " long " +
                                               option + " out 2>&1); echo $?; } | cat"});
@@ -94,7 +112,7 @@ const struct {
                 {{"a"},
                  1,
                  "lecteur: pas d'\xC3\xA9"
-                 "cran; --pdf, --ps et --txt s'en passent\n"},
+                 "cran; --pdf, --ps, --txt et --pages s'en passent\n"},
                 {{}, 2, "lecteur: FICHIER is required\n"},
                 {{"a", "b"}, 2, ""},
                 {{"a", "--pdf"}, 2, ""},
