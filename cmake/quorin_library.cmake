@@ -19,22 +19,40 @@ function(quorin_room target folder)
     endif()
 endfunction()
 
-# quorin_public_names(TARGET HEADER...)
+# quorin_public_names(TARGET HEADERS header... OWN header...)
 #
-# Of a shared library, other programs see the names of its installed headers, "folder/header.h", and no others: everything
-# is compiled as hidden, save what these headers declare, which each of its sources therefore reads first.
+# Of a shared library, other programs see the names of its installed headers, "folder/header.h", and no others. Everything
+# is compiled as hidden, save what these headers declare, which each of its sources therefore reads first. The classes of
+# its own headers, which public ones may name, and those of the toolkit are taken out again when it is linked, as is what
+# the standard library makes of other people's.
 function(quorin_public_names target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;OWN")
     get_target_property(type ${target} TYPE)
     if(NOT type STREQUAL "SHARED_LIBRARY")
         return()
     endif()
-    set(text "#pragma GCC visibility push(default)\n")
-    foreach(header IN LISTS ARGN)
-        string(APPEND text "#include \"${header}\"\n")
+    list(TRANSFORM arg_HEADERS REPLACE "(.+)" "#include \"\\1\"\n" OUTPUT_VARIABLE includes)
+    string(JOIN "" includes ${includes})
+    set(names ${CMAKE_CURRENT_BINARY_DIR}/${target}_names.h)
+    file(CONFIGURE OUTPUT ${names} @ONLY
+         CONTENT "#pragma GCC visibility push(default)\n${includes}#pragma GCC visibility pop\n")
+    target_compile_options(${target} PRIVATE -fvisibility=hidden "SHELL:-include ${names}")
+
+    set(classes "Fl_*")
+    foreach(header IN LISTS arg_OWN)
+        file(STRINGS ${quorin_SOURCE_DIR}/${header} heads REGEX "^(class|struct) [a-z_]+")
+        list(TRANSFORM heads REPLACE "^(class|struct) ([a-z_]+).*" "\\2")
+        list(APPEND classes ${heads})
     endforeach()
-    set(file ${CMAKE_CURRENT_BINARY_DIR}/${target}_names.h)
-    file(CONFIGURE OUTPUT ${file} CONTENT "${text}#pragma GCC visibility pop\n" @ONLY)
-    target_compile_options(${target} PRIVATE -fvisibility=hidden "SHELL:-include ${file}")
+    set(hidden "*CLI::*;*toml::*;")
+    foreach(class IN LISTS classes)
+        string(APPEND hidden "${class}::*;vtable?for?${class};typeinfo?for?${class};typeinfo?name?for?${class};")
+    endforeach()
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}_names.map)
+    file(CONFIGURE OUTPUT ${script} @ONLY
+         CONTENT "{ local: __bss_start; _edata; _end; extern \"C++\" { ${hidden} }; };\n")
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${script})
 endfunction()
 
 # quorin_library(NAME SOURCES a.cpp... HEADERS a.h... [OWN a.h...] [LINKS target...] [NEEDS target...])
@@ -95,7 +113,7 @@ function(quorin_library name)
     set(headers ${arg_HEADERS})
     list(TRANSFORM headers PREPEND ${folder}/)
     set_property(GLOBAL APPEND PROPERTY QUORIN_HEADERS ${headers})
-    quorin_public_names(${target} ${headers})
+    quorin_public_names(${target} HEADERS ${headers} OWN ${arg_OWN})
     install(FILES ${arg_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorin/${folder} COMPONENT development)
     install(TARGETS ${target} EXPORT quorin_${name}
             ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development

@@ -36,6 +36,11 @@ test     man-db            program  man
 test     mbpoll            program  mbpoll
 test     python3-pymodbus  file     pymodbus  /usr/lib/python3/dist-packages
 test     shellcheck        program  shellcheck
+test     pkg-config        program  pkg-config
+package  dpkg-dev          program  dpkg-shlibdeps
+package  file              program  file
+package  lintian           program  lintian
+package  desktop-file-utils  program  desktop-file-validate
 '
 
 # Whether the machine has a program, a header, or a file of that name in one of the folders.
