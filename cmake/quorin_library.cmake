@@ -19,6 +19,42 @@ function(quorin_room target folder)
     endif()
 endfunction()
 
+# quorin_public_names(TARGET HEADERS header... OWN header...)
+#
+# Of a shared library, other programs see the names of its installed headers, "folder/header.h", and no others. Everything
+# is compiled as hidden, save what these headers declare, which each of its sources therefore reads first. The classes of
+# its own headers, which public ones may name, and those of the toolkit are taken out again when it is linked, as is what
+# the standard library makes of other people's.
+function(quorin_public_names target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;OWN")
+    get_target_property(type ${target} TYPE)
+    if(NOT type STREQUAL "SHARED_LIBRARY")
+        return()
+    endif()
+    list(TRANSFORM arg_HEADERS REPLACE "(.+)" "#include \"\\1\"\n" OUTPUT_VARIABLE includes)
+    string(JOIN "" includes ${includes})
+    set(names ${CMAKE_CURRENT_BINARY_DIR}/${target}_names.h)
+    file(CONFIGURE OUTPUT ${names} @ONLY
+         CONTENT "#pragma GCC visibility push(default)\n${includes}#pragma GCC visibility pop\n")
+    target_compile_options(${target} PRIVATE -fvisibility=hidden "SHELL:-include ${names}")
+
+    set(classes "Fl_*")
+    foreach(header IN LISTS arg_OWN)
+        file(STRINGS ${quorin_SOURCE_DIR}/${header} heads REGEX "^(class|struct) [a-z_]+")
+        list(TRANSFORM heads REPLACE "^(class|struct) ([a-z_]+).*" "\\2")
+        list(APPEND classes ${heads})
+    endforeach()
+    set(hidden "*CLI::*;*toml::*;")
+    foreach(class IN LISTS classes)
+        string(APPEND hidden "${class}::*;vtable?for?${class};typeinfo?for?${class};typeinfo?name?for?${class};")
+    endforeach()
+    set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}_names.map)
+    file(CONFIGURE OUTPUT ${script} @ONLY
+         CONTENT "{ local: __bss_start; _edata; _end; extern \"C++\" { ${hidden} }; };\n")
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${script}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${script})
+endfunction()
+
 # quorin_library(NAME SOURCES a.cpp... HEADERS a.h... [OWN a.h...] [LINKS target...] [NEEDS target...])
 #
 # A library of the project, in the folder that calls: the target quorin_NAME, its alias quorin::NAME, its installed
@@ -27,7 +63,7 @@ endfunction()
 # component that is not to be built (quorin_components.cmake).
 #
 # The package and its test read the components and their headers from the global properties QUORIN_COMPONENTS, each after
-# those that it links, QUORIN_LINKS_<name>, QUORIN_OUTSIDE_<name>, the libraries of the machine's that it needs
+# those that it links, QUORIN_LINKS_<name>, QUORIN_NEEDS_<name>, what only its sources need of the machine's libraries
 # (quorin_components.cmake), QUORIN_HEADERS and QUORIN_OWN_HEADERS, as "folder/header.h".
 # The reference reads QUORIN_HEADERS_<name>, those of one component.
 function(quorin_library name)
@@ -35,10 +71,8 @@ function(quorin_library name)
     if(NOT name IN_LIST quorin_built_components)
         return()
     endif()
-    set(outside "")
     foreach(library IN LISTS quorin_outside_libraries)
         if("quorin::${library}" IN_LIST arg_LINKS OR "quorin::${library}" IN_LIST arg_NEEDS)
-            list(APPEND outside ${library})
             include(quorin_${library})
             if(NOT TARGET quorin::${library})
                 message(FATAL_ERROR "${quorin_${library}_missing}")
@@ -56,34 +90,38 @@ function(quorin_library name)
     add_library(quorin::${name} ALIAS ${target})
     file(RELATIVE_PATH folder ${quorin_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
     quorin_room(${target} ${folder})
-    target_include_directories(${target} INTERFACE
-        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/quorin>)
+    target_include_directories(${target} INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     target_link_libraries(${target} PUBLIC ${arg_LINKS} PRIVATE $<BUILD_INTERFACE:quorin_options>)
-    # A library of the machine's must also be linked by whoever links the installed one; headers alone need not be there.
+    # A library of the machine's must also be linked by whoever links an archive; headers alone need not be there.
+    set(needs "")
     foreach(needed IN LISTS arg_NEEDS)
         if(needed MATCHES "^quorin::")
+            list(APPEND needs ${needed})
             target_link_libraries(${target} PRIVATE ${needed})
         else()
             target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:${needed}>)
         endif()
     endforeach()
     target_compile_features(${target} PUBLIC cxx_std_20)
-    set_target_properties(${target} PROPERTIES EXPORT_NAME ${name} POSITION_INDEPENDENT_CODE ON)
+    # Before 1.0 a minor version may change what programs are linked with, as the package config says too.
+    set_target_properties(${target} PROPERTIES EXPORT_NAME ${name} POSITION_INDEPENDENT_CODE ON
+        VERSION ${quorin_VERSION} SOVERSION ${quorin_VERSION_MAJOR}.${quorin_VERSION_MINOR})
     set_property(GLOBAL APPEND PROPERTY QUORIN_COMPONENTS ${name})
     set_property(GLOBAL PROPERTY QUORIN_LINKS_${name} ${arg_LINKS})
-    set_property(GLOBAL PROPERTY QUORIN_OUTSIDE_${name} ${outside})
+    set_property(GLOBAL PROPERTY QUORIN_NEEDS_${name} ${needs})
     list(TRANSFORM arg_OWN PREPEND ${folder}/)
     set_property(GLOBAL APPEND PROPERTY QUORIN_OWN_HEADERS ${arg_OWN})
     set(headers ${arg_HEADERS})
     list(TRANSFORM headers PREPEND ${folder}/)
     set_property(GLOBAL PROPERTY QUORIN_HEADERS_${name} ${headers})
     set_property(GLOBAL APPEND PROPERTY QUORIN_HEADERS ${headers})
-    install(FILES ${arg_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorin/${folder})
+    quorin_public_names(${target} HEADERS ${headers} OWN ${arg_OWN})
+    install(FILES ${arg_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/quorin/${folder} COMPONENT development)
     install(TARGETS ${target} EXPORT quorin_${name}
-            ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+            ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT libraries NAMELINK_COMPONENT development)
     install(EXPORT quorin_${name} NAMESPACE quorin:: FILE quorin_${name}.cmake
-            DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/quorin)
+            DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/quorin COMPONENT development)
 endfunction()
 
 # quorin_program(NAME SOURCES a.cpp... [LINKS target...])
@@ -100,6 +138,7 @@ function(quorin_program name)
     quorin_room(${name} ${folder})
     target_link_libraries(${name} PRIVATE ${arg_LINKS} quorin_options)
     target_compile_definitions(${name} PRIVATE QUORIN_VERSION="${quorin_VERSION}")
-    install(TARGETS ${name})
-    install(FILES ${quorin_SOURCE_DIR}/docs/man/${name}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(TARGETS ${name} RUNTIME COMPONENT programs)
+    configure_file(${quorin_SOURCE_DIR}/docs/man/${name}.1 ${quorin_BINARY_DIR}/man/${name}.1 @ONLY)
+    install(FILES ${quorin_BINARY_DIR}/man/${name}.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT programs)
 endfunction()

@@ -1,9 +1,10 @@
 # quorin_test(NAME SOURCES a.cpp... [LINKS target...] [ARGS argument...] [LABELS label...]
-#             [DISPLAY] [SCREEN size] [SERIAL] [LOCALES | LOCALES_IN_CI])
+#             [INSIDE folder/source.cpp...] [DISPLAY] [SCREEN size] [SERIAL] [LOCALES | LOCALES_IN_CI])
 #
 # One GoogleTest program, tests_NAME, run whole as the CTest test NAME.
 #   DISPLAY  runs it on a virtual display of its own with a window manager (tools/with_display)
 #   SCREEN   gives that display another size, "1920x1080x24"
+#   INSIDE   what it tests that a shared library shows nobody, compiled into it there
 #   SERIAL   runs it alone, for what it times
 #   LOCALES  runs it again in two locales that write a comma in numbers; LOCALES_IN_CI does so where the configuration CI is
 #            asked for (ctest -C CI). For what prints, parses or compares numbers, texts and dates, or starts programs that
@@ -63,9 +64,13 @@ set(QUORIN_TEST_ENVIRONMENT
 
 function(quorin_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DISPLAY;SERIAL;LOCALES;LOCALES_IN_CI" "SCREEN"
-                          "SOURCES;LINKS;ARGS;LABELS")
+                          "SOURCES;LINKS;ARGS;LABELS;INSIDE")
     set(program tests_${name})
-    add_executable(${program} ${arg_SOURCES})
+    list(TRANSFORM arg_INSIDE PREPEND ${PROJECT_SOURCE_DIR}/)
+    if(NOT BUILD_SHARED_LIBS)
+        set(arg_INSIDE "")
+    endif()
+    add_executable(${program} ${arg_SOURCES} ${arg_INSIDE})
     quorin_room(${program} tests)
     target_link_libraries(${program} PRIVATE quorin_test_main quorin_test_options ${arg_LINKS})
     if(NOT CMAKE_CXX_COMPILER_LAUNCHER)

@@ -34,7 +34,7 @@ std::ostream& operator<<(std::ostream& out, const std::list<std::list<std::strin
 ///     const std::unique_ptr<std::string[]> strings(array_convert(list));
 ///     strings[1];  // "b"
 template <class Element>
-[[nodiscard]] Element* array_convert(const std::list<Element>& list);
+[[nodiscard, gnu::visibility("default")]] Element* array_convert(const std::list<Element>& list);
 extern template std::string* array_convert(const std::list<std::string>&);
 extern template std::list<std::string>* array_convert(const std::list<std::list<std::string>>&);
 

@@ -37,11 +37,16 @@ test     doxygen           program  doxygen
 test     mbpoll            program  mbpoll
 test     python3-pymodbus  file     pymodbus  /usr/lib/python3/dist-packages
 test     shellcheck        program  shellcheck
+test     pkg-config        program  pkg-config
 ci       clang             program  clang++
 ci       libclang-rt-14-dev  file   libclang_rt.asan-*.a  /usr/lib/llvm-14/lib/clang
 ci       llvm              program  llvm-symbolizer
 ci       clang-format-14   program  clang-format-14
 ci       clang-tidy-14     program  clang-tidy-14
+package  dpkg-dev          program  dpkg-shlibdeps
+package  file              program  file
+package  lintian           program  lintian
+package  desktop-file-utils  program  desktop-file-validate
 '
 
 # Whether the machine has a program, a header, or a file of that name in one of the folders.

@@ -87,12 +87,12 @@ TEST_F(QuorinIo, ShowsItsHelpAndVersionInAnyPlace) {
     for (const std::vector<std::string>& words : {std::vector<std::string>{"--version"},
                                                   {"12", "wait", "te", "--version"},
                                                   {"12", "--version"}})
-        EXPECT_EQ(bare(words).out, "quorin-io 0.1.0\n");
+        EXPECT_EQ(bare(words).out, "quorin-io " QUORIN_VERSION "\n");
     EXPECT_NE(bare({ident(), "get", "--", "--help"}).status, 0) << "behind two dashes it is a name";
 }
 
 TEST_F(QuorinIo, ShowsItsHelpAndVersionOnAClosedErrorStream) {
-    EXPECT_EQ(shell("io --version 2>&-").out, "quorin-io 0.1.0\n");
+    EXPECT_EQ(shell("io --version 2>&-").out, "quorin-io " QUORIN_VERSION "\n");
     const outcome help = shell("io --help 2>&-");
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.out, bare({"--help"}).out);

@@ -90,7 +90,7 @@ TEST_F(QuorinLesson, HelpAndVersionWinWhereverTheyStand) {
         EXPECT_EQ(end.err, "");
     }
     for (const words& arguments : {words{"--version"}, {"list", "--version"}, {"x", "--version"}})
-        EXPECT_EQ(lesson(arguments).out, "quorin-lesson 0.1.0\n");
+        EXPECT_EQ(lesson(arguments).out, "quorin-lesson " QUORIN_VERSION "\n");
     EXPECT_EQ(lesson_in_shell("--help 2>&-").status, 0);
 }
 

@@ -120,7 +120,7 @@ TEST_F(Zk4sim, ShowsItsHelpAndVersionWhereverTheyStand) {
                                      "--version",  "stuck0",     "late",
                                      "flicker",    "dead",       "slow"})
         EXPECT_NE(help.find(option), std::string::npos) << option;
-    const std::string version = "zk4sim 0.1.0\n";
+    const std::string version = "zk4sim " QUORIN_VERSION "\n";
     const struct {
         std::vector<std::string> options;
         const std::string& out;
