@@ -9,6 +9,9 @@
 #include "ioshare/io_printable.h"
 #include "session/failure.h"
 
+// Last: it defines macros of common names.
+#include <X11/Xlibint.h>
+
 namespace {
 
 bool is_lost = false;
@@ -18,8 +21,21 @@ int note_loss(Display*) {
     return 0;
 }
 
-/// Xlib asks what to do next; its own answer would be to exit.
-void go_on(Display*, void*) {}
+/// Throws away what nobody will ever take. Xlib itself would fill its buffer, and then write to a
+/// null pointer, in the middle of a drawing.
+int forget_requests(Display* lost) {
+    constexpr int least_buffer = 2048;  // Xlib has none that is smaller.
+    lost->bufptr = lost->last_req = lost->buffer;
+    lost->bufmax = lost->buffer + least_buffer;
+    return 0;
+}
+
+/// Xlib asks what to do next; its own answer would be to exit. What is being drawn is drawn to its
+/// end, for nobody.
+void go_on(Display* lost, void*) {
+    forget_requests(lost);
+    XSetAfterFunction(lost, forget_requests);
+}
 
 std::string name_of_display() {
     const char* const name = std::getenv("DISPLAY");
