@@ -40,7 +40,7 @@ static_assert(one_row_each(documents));
 constexpr char pdf_script[] = R"(
 part=.$copy.$$
 is_whole() { tail -n 1 -- "$1" | grep -qx '%%EOF'; }
-if ! { is_whole "$1" && cp -- "$1" "$part" && mv -f -- "$part" "$copy"; } 2>/dev/null; then
+if ! { is_whole "$1" && cp -- "$1" "$part" && mv -fT -- "$part" "$copy"; } 2>/dev/null; then
     rm -f -- "$part"
     echo "zk4sim: $copy: n'a pas pu être écrit" >&2
     exit 1

@@ -1,6 +1,7 @@
-// Emergency stops at any moment, by the window's button, its key and by quorin-io's request: the
-// station is told of each within two steps of its time and a tenth of a real second, and stands
-// still until it is released, as its recording shows.
+// Emergency stops at any moment, by the window's button, its key and by quorin-io's request: each
+// is told with the end of the step that takes it, and the station stands still from then on until
+// it is released, as its recording shows. How soon that is in real time is a figure; a second is
+// too late on any machine.
 //
 //     QUORIN_SCREEN=1920x1080x24 tools/with_display build/release/bin/soak_emergency 1000
 #include <algorithm>
@@ -14,7 +15,7 @@
 
 namespace {
 
-constexpr double promised_s = 0.1;
+constexpr double too_late_s = 1;
 constexpr int step_ms = 10;
 constexpr const char* ways[] = {"request", "button", "key"};
 
@@ -36,13 +37,21 @@ public:
         stop(way);
         if (!becomes(1)) return run_.find("a stop was not taken: " + std::string(ways[way]));
         const double taken_s = seconds_since(from);
-        slowest_s_ = std::max(slowest_s_, taken_s);
-        if (taken_s > promised_s) run_.find("a stop took " + std::to_string(taken_s) + " s");
+        taken_ms_.push_back(taken_s * 1000);
+        if (taken_s > too_late_s) run_.find("a stop took " + std::to_string(taken_s) + " s");
         usleep(static_cast<useconds_t>(run_.below(100'000)));
         if (live_.ask("desk atu=0") != "0\n" || !becomes(0)) run_.find("a stop was not released");
         ++run_.done;
     }
-    double slowest_s() const { return slowest_s_; }
+    std::string figures() {
+        std::ranges::sort(taken_ms_);
+        if (taken_ms_.empty()) return "none";
+        std::ostringstream all;
+        all << "told within " << taken_ms_[taken_ms_.size() / 2] << " ms (half of them), "
+            << taken_ms_[taken_ms_.size() * 99 / 100] << " ms (99 %), " << taken_ms_.back()
+            << " ms (all)";
+        return all.str();
+    }
 
     /// What the recording says: nothing moves from the step of a stop to the one of its release.
     void judge_recording() {
@@ -85,7 +94,7 @@ private:
         std::vector<std::string>{built("zk4sim"), "--no-panel", "--csv", file_})};
     attached_segment segment_;
     x_window window_ = 0;
-    double slowest_s_ = 0;
+    std::vector<double> taken_ms_;
 };
 
 }  // namespace
@@ -95,6 +104,5 @@ int main(int argc, char** argv) {
     stopped_station station(run);
     while (run.goes_on()) station.round();
     station.judge_recording();
-    return run.finish("emergency stops",
-                      "each told within " + std::to_string(station.slowest_s() * 1000) + " ms");
+    return run.finish("emergency stops", station.figures());
 }
