@@ -1,8 +1,12 @@
 #include "station_view/display_connection.h"
 
+#include <FL/Fl.H>
 #include <FL/x.H>
 #include <X11/Xlib.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -37,6 +41,14 @@ void go_on(Display* lost, void*) {
     XSetAfterFunction(lost, forget_requests);
 }
 
+/// Before there is anything that a session could leave behind.
+[[noreturn]] void end_early() {
+    std::fprintf(stderr, "%s: l'écran a disparu\n", program_invocation_short_name);
+    _exit(static_cast<int>(exit_status::refused));
+}
+int lost_early(Display*) { end_early(); }
+void fail_early(const char*, ...) { end_early(); }
+
 std::string name_of_display() {
     const char* const name = std::getenv("DISPLAY");
     return name ? io_printable(name) : "";
@@ -45,6 +57,8 @@ std::string name_of_display() {
 }  // namespace
 
 void display_connection::open() {
+    const auto fatal = Fl::fatal;
+    XSetIOErrorHandler(lost_early);
     Display* const probe = XOpenDisplay(nullptr);
     if (!probe) {
         const std::string name = name_of_display();
@@ -53,7 +67,9 @@ void display_connection::open() {
                       ": --headless s'en passe");
     }
     XCloseDisplay(probe);
+    Fl::fatal = fail_early;
     fl_open_display();
+    Fl::fatal = fatal;
     XSetIOErrorHandler(note_loss);
     XSetIOErrorExitHandler(fl_display, go_on, nullptr);
 }
