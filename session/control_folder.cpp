@@ -57,6 +57,21 @@ void remove_dead_sockets(const std::string& folder) {
     }
 }
 
+/// Gives the socket at `from` its name, unless somebody answers under that name: another session
+/// may have the same identifier, in an IPC namespace of its own.
+bool take_name(const std::string& from, const std::string& to) {
+    if (link(from.c_str(), to.c_str()) != 0) {
+        if (errno != EEXIST) return false;
+        if (is_socket(to) && !nobody_listens(to)) {
+            errno = EADDRINUSE;
+            return false;
+        }
+        return rename(from.c_str(), to.c_str()) == 0;
+    }
+    unlink(from.c_str());
+    return true;
+}
+
 }  // namespace
 
 void remove_dead_socket(const std::string& path) {
@@ -101,11 +116,12 @@ int listen_at(const std::string& path) {
     if (listener < 0 ||
         bind(listener, reinterpret_cast<const sockaddr*>(&*address), sizeof *address) != 0 ||
         chmod(first_path.c_str(), 0600) != 0 || listen(listener, SOMAXCONN) != 0 ||
-        rename(first_path.c_str(), path.c_str()) != 0) {
+        !take_name(first_path, path)) {
         const int error = errno;
         if (listener >= 0) close(listener);
         unlink(first_path.c_str());
-        throw refused(path, system_error_words(error));
+        throw refused(
+            path, error == EADDRINUSE ? "une autre session y répond" : system_error_words(error));
     }
     return listener;
 }

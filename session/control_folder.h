@@ -11,7 +11,7 @@
 void prepare_control_folder();
 
 /// A non-blocking listener at `path`, which whoever looks finds only once it takes connections; it
-/// takes the place of one that is there. Throws `refusal` when that cannot be.
+/// takes the place of one that nobody listens on any more. Throws `refusal` when that cannot be.
 [[nodiscard]] int listen_at(const std::string& path);
 
 /// Removes the socket at `path` if nobody listens on it any more.

@@ -1,13 +1,20 @@
 #include "station_view/display_connection.h"
 
+#include <FL/Fl.H>
 #include <FL/x.H>
 #include <X11/Xlib.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include "ioshare/io_printable.h"
 #include "session/failure.h"
+
+// Last: it defines macros of common names.
+#include <X11/Xlibint.h>
 
 namespace {
 
@@ -18,8 +25,29 @@ int note_loss(Display*) {
     return 0;
 }
 
-/// Xlib asks what to do next; its own answer would be to exit.
-void go_on(Display*, void*) {}
+/// Throws away what nobody will ever take. Xlib itself would fill its buffer, and then write to a
+/// null pointer, in the middle of a drawing.
+int forget_requests(Display* lost) {
+    constexpr int least_buffer = 2048;  // Xlib has none that is smaller.
+    lost->bufptr = lost->last_req = lost->buffer;
+    lost->bufmax = lost->buffer + least_buffer;
+    return 0;
+}
+
+/// Xlib asks what to do next; its own answer would be to exit. What is being drawn is drawn to its
+/// end, for nobody.
+void go_on(Display* lost, void*) {
+    forget_requests(lost);
+    XSetAfterFunction(lost, forget_requests);
+}
+
+/// Before there is anything that a session could leave behind.
+[[noreturn]] void end_early() {
+    std::fprintf(stderr, "%s: l'écran a disparu\n", program_invocation_short_name);
+    _exit(static_cast<int>(exit_status::refused));
+}
+int lost_early(Display*) { end_early(); }
+void fail_early(const char*, ...) { end_early(); }
 
 std::string name_of_display() {
     const char* const name = std::getenv("DISPLAY");
@@ -29,6 +57,8 @@ std::string name_of_display() {
 }  // namespace
 
 void display_connection::open() {
+    const auto fatal = Fl::fatal;
+    XSetIOErrorHandler(lost_early);
     Display* const probe = XOpenDisplay(nullptr);
     if (!probe) {
         const std::string name = name_of_display();
@@ -37,7 +67,9 @@ void display_connection::open() {
                       ": --headless s'en passe");
     }
     XCloseDisplay(probe);
+    Fl::fatal = fail_early;
     fl_open_display();
+    Fl::fatal = fatal;
     XSetIOErrorHandler(note_loss);
     XSetIOErrorExitHandler(fl_display, go_on, nullptr);
 }

@@ -35,10 +35,16 @@ constexpr document_row documents[] = {
     {paged_document::verdict, "zk4sim-verdict", "verdict.pdf", window_word::verdict_title, false}};
 static_assert(one_row_each(documents));
 
-// The viewer removes its document when the command is over: a copy stays. The name of the copy
-// comes before.
+// The viewer removes its document when the command is over: a copy stays, where all of it could be
+// written. The name of the copy comes before.
 constexpr char pdf_script[] = R"(
-cp -- "$1" "$copy" || exit
+part=.$copy.$$
+is_whole() { tail -n 1 -- "$1" | grep -qx '%%EOF'; }
+if ! { is_whole "$1" && cp -- "$1" "$part" && mv -fT -- "$part" "$copy"; } 2>/dev/null; then
+    rm -f -- "$part"
+    echo "zk4sim: $copy: n'a pas pu être écrit" >&2
+    exit 1
+fi
 for reader in xpdf evince okular atril xreader qpdfview mupdf zathura; do
     command -v "$reader" >/dev/null && exec "$reader" "$copy"
 done

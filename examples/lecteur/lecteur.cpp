@@ -4,12 +4,15 @@
 #include <CLI/CLI.hpp>
 #include <FL/Fl.H>
 #include <X11/Xlib.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -111,21 +114,43 @@ void describe(CLI::App& app, options& asked) {
             ->check(not_empty);
 }
 
-int refuse(const std::string& doing, const std::string& path) {
-    std::cerr << "lecteur: " << doing << " " << path << ": " << std::strerror(errno) << '\n';
+int refuse(const std::string& doing, const std::string& path, int error) {
+    std::cerr << "lecteur: " << doing << " " << path << ": " << std::strerror(error) << '\n';
     return 1;
 }
 
-/// Writes one document. Returns the program's status so far.
+int refuse_output() {
+    std::cerr << "lecteur: la sortie standard ne prend rien\n";
+    return 1;
+}
+
+/// Where a document is written until it is whole: beside its place, unless that is no file (a pipe,
+/// a device).
+std::string place_of_unfinished(const std::filesystem::path& path) {
+    std::error_code none;
+    const auto there = std::filesystem::status(path, none);
+    const bool replaced = !std::filesystem::exists(there) ||
+                          (is_regular_file(there) && access(path.c_str(), W_OK) == 0);
+    return replaced ? path.string() + ".part" : path.string();
+}
+
+/// Writes one document; one that cannot be written leaves what was there. Returns the program's
+/// status so far.
 int write_document(writer write, const std::string& path, const lines& text) {
-    std::fstream out(path, std::ios::out);
+    std::error_code none;
+    std::filesystem::path goal = std::filesystem::weakly_canonical(path, none);
+    if (none) goal = path;
+    const std::string unfinished = place_of_unfinished(goal);
+    std::fstream out(unfinished, std::ios::out);
     if (out) write(out, text);
     out.close();
-    return out ? 0
-               : refuse(
-                     "ne peut pas \xC3\xA9"
-                     "crire",
-                     path);
+    if (out && (goal == unfinished || std::rename(unfinished.c_str(), goal.c_str()) == 0)) return 0;
+    const int error = errno;
+    if (goal != unfinished) std::filesystem::remove(unfinished, none);
+    return refuse(
+        "ne peut pas \xC3\xA9"
+        "crire",
+        path, error);
 }
 
 /// Writes what is asked for, up to the first document that cannot be written.
@@ -181,13 +206,13 @@ int main(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
-        std::cout << app.help();
-        return 0;
+        std::cout << app.help() << std::flush;
+        return std::cout ? 0 : refuse_output();
     } catch (const CLI::ParseError& error) {
         std::cerr << "lecteur: " << error.what() << '\n';
         return 2;
     }
     std::optional<lines> text = read_lines(asked.file);
-    if (!text) return refuse("ne peut pas lire", asked.file);
+    if (!text) return refuse("ne peut pas lire", asked.file, errno);
     return asked.exports_any() ? write_documents(asked, *text) : show(asked, *text);
 }

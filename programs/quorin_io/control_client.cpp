@@ -1,5 +1,7 @@
 #include "programs/quorin_io/control_client.h"
 
+#include <sys/ipc.h>
+#include <sys/shm.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -18,10 +20,23 @@
 
 namespace {
 
-/// A connection to a session; none when there is no socket, or when its session is not this user's.
+/// Who made a segment; 0 when the system does not say.
+pid_t maker_of(int ident) {
+    shmid_ds status{};
+    return shmctl(ident, IPC_STAT, &status) == 0 ? status.shm_cpid : 0;
+}
+
+/// Sessions of two IPC namespaces may bear the same identifier: the one that answers must be the
+/// one whose segment is seen here.
+bool is_or_unknown(pid_t process, pid_t wanted) {
+    return process == 0 || wanted == 0 || process == wanted;
+}
+
+/// A connection to the session whose segment `maker` has made; none when there is no socket, or
+/// when its session is not this user's.
 class connection {
 public:
-    explicit connection(const std::string& path);
+    connection(const std::string& path, pid_t maker);
     ~connection() {
         if (line_ >= 0) close(line_);
     }
@@ -37,13 +52,13 @@ private:
     int line_ = -1;
 };
 
-connection::connection(const std::string& path) {
+connection::connection(const std::string& path, pid_t maker) {
     const std::optional<sockaddr_un> address = socket_address(path);
     if (!address) return;
     line_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     // Another user may have been there first with a folder of that name.
     if (connect(line_, reinterpret_cast<const sockaddr*>(&*address), sizeof *address) == 0 &&
-        peer_is_trusted(line_))
+        peer_is_trusted(line_) && is_or_unknown(peer_process(line_), maker))
         return;
     close(line_);
     line_ = -1;
@@ -135,7 +150,7 @@ std::string shown(const std::string& text) {
 void ask_session(int ident, const std::vector<std::string>& words) {
     const std::string line = request_line(words);
     const asked_segment segment(ident);
-    const connection session(control_path(control_folder(), ident));
+    const connection session(control_path(control_folder(), ident), maker_of(ident));
     if (!session) segment.refuse("cette session n'a pas de socket de contrôle");
     session.send_all(line);
     const std::string bytes = session.receive_all();

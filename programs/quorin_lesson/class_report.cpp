@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <iterator>
 
@@ -11,6 +12,7 @@
 #include "recording/event_rows.h"
 #include "recording/recorded_text.h"
 #include "session/failure.h"
+#include "session/system_errors.h"
 #include "session/session_report.h"
 #include "viewer/document_text.h"
 #include "viewer/line_markup.h"
@@ -139,9 +141,11 @@ std::string pdf_of(std::vector<std::string> lines) {
     std::fstream document("/proc/self/fd/" + std::to_string(memory), std::ios::in | std::ios::out);
     OFD_afficheur_filtre_impression(lines.data(), static_cast<int>(lines.size()))
         .imprime_pdf(document);
+    const int error = document ? 0 : errno;
     document.seekg(0);
     std::string bytes{std::istreambuf_iterator<char>(document), {}};
     if (memory >= 0) close(memory);
-    if (bytes.empty()) throw refusal("le document PDF ne peut être fait");
+    if (error != 0 || bytes.empty())
+        throw refusal("le document PDF ne peut être fait: " + system_error_words(error));
     return bytes;
 }

@@ -147,6 +147,18 @@ TEST(ControlFolder, SocketsOfDeadSessionsGoWhenTheNextStartsAndOnlyThose) {
     EXPECT_TRUE(control_client(control_socket_path(1)).connected());
 }
 
+// Sessions of two IPC namespaces may have the same identifier.
+TEST(ControlFolder, ALivingSocketIsNotTakenByAnotherOfItsIdentifier) {
+    const runtime_folder folder;
+    const control_socket living(12);
+    const std::string path = control_socket_path(12);
+    EXPECT_EQ(refusal_of_a_socket(12),
+              "prise de contrôle " + path + ": une autre session y répond");
+    EXPECT_TRUE(control_client(path).connected());
+    EXPECT_EQ(std::distance(files::directory_iterator(control_folder()), {}), 1)
+        << "none beside it";
+}
+
 TEST(ControlFolder, OneDeadSocketIsRemovedAloneAndALivingOneNever) {
     const runtime_folder folder;
     const control_socket living(1);

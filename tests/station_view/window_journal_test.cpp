@@ -49,6 +49,23 @@ TEST_F(JournalOnDisplay, ExportsChangesAndIncidents) {
     end();
 }
 
+TEST_F(JournalOnDisplay, ADocumentThatCannotBeKeptIsOneLineAndLeavesNothing) {
+    std::filesystem::create_directory(folder_.path() / "journal.pdf");
+    start({"--no-panel"});
+    const x_window viewer = open_journal();
+    ASSERT_NE(viewer, 0u);
+    const std::size_t windows = display.windows().size();
+    display.click(viewer, 550, 655);
+    dismiss_message(windows);
+    EXPECT_TRUE(wait_until([&] {
+        return live->process->err() == "zk4sim: journal.pdf: n'a pas pu être écrit\n";
+    })) << live->process->err();
+    EXPECT_TRUE(wait_until([&] { return !std::filesystem::exists(folder_.path() / "tmp.pdf"); }));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.path() / "journal.pdf"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.path()), {}), 1);
+    end();
+}
+
 TEST_F(JournalOnDisplay, TheSessionGoesOnWhileItIsOpenAndTakesItAlongAtItsEnd) {
     start({"--no-panel"});
     const x_window viewer = open_journal();

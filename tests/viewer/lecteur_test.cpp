@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -89,6 +90,7 @@ TEST_F(Lecteur, SaysThatADocumentDoesNotFitWhereNoFileMayGrowSoFar) {
                                           "{ (ulimit -f 1; exec " + built("lecteur") + " long " +
                                               option + " out 2>&1); echo $?; } | cat"});
         EXPECT_EQ(done.out, "lecteur: ne peut pas écrire out: File too large\n1\n") << option;
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator("."), {}), 1) << option;
     }
 }
 

@@ -1,0 +1,45 @@
+// A display that a test may kill. Included last: the macros of its headers do not suit GoogleTest.
+#pragma once
+#include <signal.h>
+
+#include <algorithm>
+#include <string>
+
+#include "tests/support/programs.h"
+
+#include <X11/Xlib.h>
+
+/// A display without a window manager, that can be killed.
+class mortal_display {
+public:
+    mortal_display() {
+        wait_until([&] { return server_.out().ends_with('\n') || !server_.running(); });
+        name = ":" + server_.out().substr(0, server_.out().find('\n'));
+    }
+    /// Waits until that many windows of programs are shown.
+    bool shows(int count) const {
+        Display* const line = XOpenDisplay(name.c_str());
+        if (!line) return false;
+        const bool come = wait_until([&] { return mapped(line) >= count; });
+        XCloseDisplay(line);
+        return come;
+    }
+    void die() { server_.signal(SIGKILL); }
+
+    std::string name;
+
+private:
+    static int mapped(Display* line) {
+        Window root, parent, *all = nullptr;
+        unsigned size = 0;
+        XQueryTree(line, DefaultRootWindow(line), &root, &parent, &all, &size);
+        const long count = std::count_if(all, all + size, [&](Window each) {
+            XWindowAttributes found;
+            return XGetWindowAttributes(line, each, &found) && found.map_state == IsViewable;
+        });
+        if (all) XFree(all);
+        return static_cast<int>(count);
+    }
+
+    program server_{{"Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset"}};
+};
