@@ -10,7 +10,9 @@
 #include <cstddef>
 #include <map>
 
-#ifdef __SANITIZE_ADDRESS__
+#include "tests/support/sanitizers.h"
+
+#ifdef QUORIN_ADDRESS_SANITIZER
 #include <sanitizer/asan_interface.h>
 #else
 #define ASAN_POISON_MEMORY_REGION(address, size) \

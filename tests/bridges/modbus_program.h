@@ -20,8 +20,8 @@ inline int free_port() {
     at.sin_family = AF_INET;
     at.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof at;
-    bind(line, reinterpret_cast<sockaddr*>(&at), size);
-    getsockname(line, reinterpret_cast<sockaddr*>(&at), &size);
+    if (bind(line, reinterpret_cast<sockaddr*>(&at), size) == 0)
+        getsockname(line, reinterpret_cast<sockaddr*>(&at), &size);
     close(line);
     return ntohs(at.sin_port);
 }

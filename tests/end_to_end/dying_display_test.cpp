@@ -61,10 +61,10 @@ protected:
         const bool is_session = std::string(row.command).starts_with("zk4sim");
         const std::string ident = is_session ? wait_for_ident(victim) : "";
         const attached_segment segment(ident);
-        const auto from = std::chrono::steady_clock::now();
+        const given_clock clock;
         display.die();
         EXPECT_EQ(victim.wait(), row.status);
-        EXPECT_LE(seconds_since(from), 1);
+        EXPECT_LE(clock.now_s(), 1);
         std::vector<std::string> said = row.said;
         for (std::string& each : said) each = filled(each, ident);
         std::ranges::sort(said);

@@ -6,6 +6,7 @@
 #include "tests/bridges/modbus_program.h"
 #include "tests/end_to_end/failure_circumstances.h"
 #include "tests/end_to_end/zk4sim_session.h"
+#include "tests/support/sanitizers.h"
 
 namespace {
 
@@ -193,9 +194,9 @@ protected:
     }
 
     void expect_row(const failure_row& row) {
-        const auto from = std::chrono::steady_clock::now();
+        const given_clock clock;
         const outcome end = run(row);
-        const double taken_s = seconds_since(from);
+        const double taken_s = clock.now_s();
         if (end.status == 77 || end.err.starts_with("setpriv:") || end.err.starts_with("unshare:"))
             return ++impossible_, void();
         EXPECT_EQ(end.status, row.status);
@@ -208,11 +209,7 @@ protected:
         std::filesystem::remove(disk_ / "old");
     }
 
-#ifdef __SANITIZE_ADDRESS__
-    static constexpr double most_s = 3;
-#else
-    static constexpr double most_s = 1;
-#endif
+    static constexpr double most_s = address_sanitizer ? 3 : 1;
     const temporary_folder disk_;
     std::optional<controlled_station> station_;
     std::optional<modbus_bridge> bridge_;
