@@ -117,6 +117,7 @@ void killer::kill_one(const program& station) {
     const std::string name = name_of(victim);
     at_ += ", " + name;
     ++killed_[name];
+    ++run_.done;
     kill(victim, SIGKILL);
 }
 
@@ -199,7 +200,6 @@ void killer::round() {
     beside.clear();
     look_for_leftovers();
     look_at_recording();
-    ++run_.done;
 }
 
 }  // namespace
