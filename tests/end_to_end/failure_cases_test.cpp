@@ -28,7 +28,7 @@ constexpr failure_row rows[] = {
     {no_display,   "zk4sim --manual",                      1, "zk4sim: pas d'écran (DISPLAY est vide): --headless s'en passe"},
     {no_display,   "zk4sim --play $recording",             1, "zk4sim: pas d'écran (DISPLAY est vide): --headless s'en passe"},
     {no_display,   "zk4sim --exercise $exercise",          1, "zk4sim: pas d'écran (DISPLAY est vide): --headless s'en passe"},
-    {no_display,   "lecteur $exercise",                    1, "lecteur: pas d'écran; --pdf, --ps et --txt s'en passent"},
+    {no_display,   "lecteur $exercise",                    1, "lecteur: pas d'écran; --pdf, --ps, --txt et --pages s'en passent"},
     {no_display,   "dialogues",                            1, "Can't open display: "},
     {no_display,   "quorin -automemlink $ident",           1, "ident_mem=$ident\nCan't open display: "},
     {dead_display, "zk4sim --no-panel",                    1, "zk4sim: l'écran :9998 ne répond pas: --headless s'en passe"},
