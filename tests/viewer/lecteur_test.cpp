@@ -223,18 +223,18 @@ TEST_F(Lecteur, ItsWindowExportsTheSameDocuments) {
     program reader({built("lecteur"), "notes", "--viewer", "./keep"});
     ASSERT_TRUE(display.wait_for_windows(1));
     const x_window window = display.windows().back();
-    const auto click_until = [&](int x, int y, auto done) {
-        return wait_until([&] {
-            if (!done()) display.click(window, x, y);
-            return done();
-        });
-    };
-    ASSERT_TRUE(click_until(550, 655, [&] { return display.windows().size() == 2; }));
     ASSERT_TRUE(wait_until([&] {
-        display.key(XK_Return);
-        return display.windows().size() == 1;
+        if (display.windows().size() == 1) display.click(window, 550, 655);
+        return display.windows().size() == 2;
     }));
-    ASSERT_TRUE(click_until(85, 655, [&] { return !reader.running(); }));
+    // A click too many has written it again, and told so again.
+    ASSERT_TRUE(wait_until([&] {
+        if (display.windows().size() == 2)
+            display.key(XK_Return);
+        else
+            display.click(window, 85, 655);
+        return !reader.running();
+    }));
     EXPECT_EQ(bytes_of("seen.pdf"), bytes_of("a.pdf"));
 }
 
