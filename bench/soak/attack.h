@@ -36,8 +36,9 @@ public:
         return found_ == 0 ? 0 : 1;
     }
 
-    /// Whether times are judged: a moment of it runs beside the rest of the suite.
-    bool judges_times() const { return wanted >= 100; }
+    /// Whether times and growth are judged: a moment of it runs beside the rest of the suite, and
+    /// every process grows at its beginning.
+    bool judges_figures() const { return wanted >= 100; }
 
     /// Below `limit`.
     std::size_t below(std::size_t limit) { return random() % limit; }

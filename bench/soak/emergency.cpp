@@ -38,7 +38,7 @@ public:
         if (!becomes(1)) return run_.find("a stop was not taken: " + std::string(ways[way]));
         const double taken_s = seconds_since(from);
         taken_ms_.push_back(taken_s * 1000);
-        if (run_.judges_times() && taken_s > too_late_s)
+        if (run_.judges_figures() && taken_s > too_late_s)
             run_.find("a stop took " + std::to_string(taken_s) + " s");
         usleep(static_cast<useconds_t>(run_.below(100'000)));
         if (live_.ask("desk atu=0") != "0\n" || !becomes(0)) run_.find("a stop was not released");

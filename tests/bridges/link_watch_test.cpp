@@ -63,7 +63,8 @@ public:
             IOsharemem_server made({"te"}, {"RENT"});
             if (ended) made.sharing_terminate();
             [[maybe_unused]] const auto told = write(ends[1], &made.ident, sizeof made.ident);
-            while (waits) pause();
+            if (waits)
+                for (;;) pause();
             _exit(0);
         }
         [[maybe_unused]] const auto got = read(ends[0], &ident, sizeof ident);
