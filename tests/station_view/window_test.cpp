@@ -190,8 +190,9 @@ TEST_F(WindowOnDisplay, RunningPauseEmergencyAndALinkWithoutCommanderLookDiffere
     ASSERT_TRUE(
         wait_until([&] { return live->process->err().find("aucun client") != std::string::npos; }));
     const area state = layout::state, picture = layout::picture;
+    // While nothing moves the window is drawn twice a second.
     const auto look = [&] {
-        wait_until([] { return false; }, seconds(0.3));
+        wait_until([] { return false; }, seconds(0.8));
         return std::pair(pixels(state), pixels(picture, 9));
     };
     std::vector<decltype(look())> looks = {look()};
