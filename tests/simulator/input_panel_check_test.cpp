@@ -38,8 +38,10 @@ TEST_F(real_panel, AnInputAddedToAPanelOnTheScreenShowsAndTakesItsFirstClick) {
     values = {-5};
     for (const Fl_Check_Browser* list : lists)
         EXPECT_TRUE(settle([&] { return shows_box(*list); })) << list->x();
-    click_item(*panel.sticky_browser, 1);
-    click_item(*panel.signal_browser, 1);
+    for (const Fl_Check_Browser* list : {lists[1], lists[0]}) {
+        click_item(*list, 1);
+        EXPECT_TRUE(settle([&] { return checked(*list) == checks{1}; })) << list->x();
+    }
     click_then_check(*panel.go_button);
     EXPECT_EQ(values, checks{1});
     EXPECT_EQ(checked(*panel.signal_browser), checks{1});
