@@ -60,16 +60,14 @@ void remove_dead_sockets(const std::string& folder) {
 /// Gives the socket at `from` its name, unless somebody answers under that name: another session
 /// may have the same identifier, in an IPC namespace of its own.
 bool take_name(const std::string& from, const std::string& to) {
-    if (link(from.c_str(), to.c_str()) != 0) {
-        if (errno != EEXIST) return false;
-        if (is_socket(to) && !nobody_listens(to)) {
-            errno = EADDRINUSE;
-            return false;
-        }
-        return rename(from.c_str(), to.c_str()) == 0;
+    if (link(from.c_str(), to.c_str()) == 0) {
+        unlink(from.c_str());
+        return true;
     }
-    unlink(from.c_str());
-    return true;
+    if (errno != EEXIST) return false;
+    if (!is_socket(to) || nobody_listens(to)) return rename(from.c_str(), to.c_str()) == 0;
+    errno = EADDRINUSE;
+    return false;
 }
 
 }  // namespace

@@ -57,7 +57,6 @@ std::string name_of_display() {
 }  // namespace
 
 void display_connection::open() {
-    const auto fatal = Fl::fatal;
     XSetIOErrorHandler(lost_early);
     Display* const probe = XOpenDisplay(nullptr);
     if (!probe) {
@@ -67,6 +66,7 @@ void display_connection::open() {
                       ": --headless s'en passe");
     }
     XCloseDisplay(probe);
+    const auto fatal = Fl::fatal;
     Fl::fatal = fail_early;
     fl_open_display();
     Fl::fatal = fatal;

@@ -10,7 +10,6 @@
 #include "ioshare/io_observer.h"
 #include "ioshare/io_printable.h"
 #include "programs/quorin_io/link_commands.h"
-#include "programs/quorin_io/output.h"
 #include "programs/quorin_io/waiting.h"
 #include "session/control_address.h"
 #include "session/failure.h"

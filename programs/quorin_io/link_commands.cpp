@@ -2,7 +2,6 @@
 
 #include "ioshare/io_printable.h"
 #include "programs/quorin_io/conditions.h"
-#include "programs/quorin_io/output.h"
 #include "programs/quorin_io/waiting.h"
 #include "session/failure.h"
 #include "session/messages.h"

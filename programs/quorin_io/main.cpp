@@ -4,7 +4,6 @@
 
 #include "ioshare/io_sessions.h"
 #include "programs/quorin_io/control_client.h"
-#include "programs/quorin_io/output.h"
 #include "programs/quorin_io/request.h"
 #include "session/failure.h"
 #include "session/messages.h"

@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include "programs/quorin_io/link_commands.h"
-#include "programs/quorin_io/output.h"
 #include "programs/quorin_io/waiting.h"
 
 namespace {

@@ -10,7 +10,6 @@
 #include "ioshare/io_clocks.h"
 #include "ioshare/io_printable.h"
 #include "programs/quorin_io/link_commands.h"
-#include "programs/quorin_io/output.h"
 #include "programs/quorin_io/waiting.h"
 #include "recording/background_file.h"
 #include "recording/file_recorder.h"

@@ -1,12 +1,16 @@
 #include "programs/quorin_io/waiting.h"
 
+#include <poll.h>
+#include <unistd.h>
+
 #include <algorithm>
 
 #include "programs/quorin_io/link_commands.h"
-#include "programs/quorin_io/output.h"
 #include "session/failure.h"
 
 namespace {
+
+constexpr int look_pause_ms = 2;
 
 /// What ends a wait.
 struct wait_rules {
@@ -47,6 +51,14 @@ void wait(io_observer& segment, const wait_rules& rules) {
 }
 
 }  // namespace
+
+void pause_between_looks() { usleep(look_pause_ms * 1000); }
+
+void pause_between_printed_looks() {
+    // Asked for nothing, it still tells that its reader has gone.
+    pollfd output{STDOUT_FILENO, 0, 0};
+    if (poll(&output, 1, look_pause_ms) > 0) throw output_refusal();
+}
 
 void wait_until_all_hold(io_observer& segment, const condition_list& conditions,
                          std::optional<double> timeout_s) {

@@ -3,7 +3,6 @@
 
 #include "ioshare/io_printable.h"
 #include "programs/quorin_io/link_commands.h"
-#include "programs/quorin_io/output.h"
 #include "programs/quorin_io/waiting.h"
 #include "session/messages.h"
 

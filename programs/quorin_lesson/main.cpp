@@ -2,7 +2,6 @@
 #include <iostream>
 
 #include "lesson/exercise_file.h"
-#include "programs/quorin_lesson/output.h"
 #include "programs/quorin_lesson/request.h"
 #include "session/messages.h"
 #include "session/station_main.h"

@@ -3,6 +3,8 @@
 
 #include "tests/end_to_end/zk4sim_session.h"
 
+#include "tests/support/mortal_display.h"
+
 namespace {
 
 outcome run_without_display(const std::string& options) {
@@ -70,25 +72,15 @@ TEST_F(Zk4sim, SaysInOneLineWhatIsWrongWithNames) {
     EXPECT_EQ(missing.err, "zk4sim: /nowhere: fichier ou dossier introuvable\n");
 }
 
-/// A display of its own, which the test can take away.
+/// zk4sim on a display of its own, which the test can take away.
 class DisplayThatDies : public Zk4sim {
 protected:
-    void SetUp() override {
-        ASSERT_TRUE(wait_until([&] { return server.out().ends_with('\n'); }));
-        name = ":" + server.out().substr(0, server.out().size() - 1);
-    }
     std::unique_ptr<program> start(std::vector<std::string> options) const {
         options.insert(options.begin(), built("zk4sim"));
-        return std::make_unique<program>(options, std::vector{"DISPLAY=" + name});
-    }
-    void kill_display() {
-        server.signal(SIGKILL);
-        server.wait();
+        return std::make_unique<program>(options, std::vector{"DISPLAY=" + display.name});
     }
 
-    program server{{"Xvfb", "-displayfd", "1", "-screen", "0", "1920x1080x24", "-nolisten", "tcp",
-                    "-noreset"}};
-    std::string name;
+    mortal_display display;
 };
 
 TEST_F(DisplayThatDies, EndsTheSessionInOrder) {
@@ -96,7 +88,7 @@ TEST_F(DisplayThatDies, EndsTheSessionInOrder) {
     ASSERT_NE(running.ident, "");
     ASSERT_EQ(running.io({"set", "MT=1", "MTA=1", "DESV=1"}).status, 0);
     const attached_segment segment(running.ident);
-    kill_display();
+    display.die();
     EXPECT_EQ(running.process->wait(seconds(10)), 1);
     EXPECT_EQ(running.process->err(), "zk4sim: l'écran a disparu\n" + nothing_made);
     EXPECT_TRUE(segment.session_over()) << "its clients are told";
@@ -107,7 +99,7 @@ TEST_F(DisplayThatDies, InAPauseAndWithThePanelToo) {
     ASSERT_NE(running.ident, "");
     wait_until([] { return false; }, seconds(1));
     const attached_segment segment(running.ident);
-    kill_display();
+    display.die();
     EXPECT_EQ(running.process->wait(seconds(10)), 1);
     const std::string err = running.process->err();
     EXPECT_TRUE(err.ends_with("\n" + nothing_made)) << err;

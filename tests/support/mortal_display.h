@@ -24,7 +24,11 @@ public:
         XCloseDisplay(line);
         return come;
     }
-    void die() { server_.signal(SIGKILL); }
+    /// Returns when it is no more.
+    void die() {
+        server_.signal(SIGKILL);
+        server_.wait();
+    }
 
     std::string name;
 
@@ -41,5 +45,6 @@ private:
         return static_cast<int>(count);
     }
 
-    program server_{{"Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset"}};
+    program server_{{"Xvfb", "-displayfd", "1", "-screen", "0", "1920x1080x24", "-nolisten", "tcp",
+                     "-noreset"}};
 };
