@@ -4,6 +4,12 @@
 
 #include "session/desk.h"
 
+namespace {
+
+constexpr std::int64_t resting_after_ms = 1000;
+
+}  // namespace
+
 station_run::station_run(station_model& model)
     : model_(model), commands_(model.outputs().size()), sensors_(model.inputs().size()) {
     for (const name_span names : {model.inputs(), model.outputs()})
@@ -20,6 +26,7 @@ void station_run::tell_number(event_kind kind, std::string_view name, std::int64
 }
 
 void station_run::hand_over() {
+    if (!events_.empty()) last_busy_step_ = steps_;
     for (event_reader* const reader : readers_) reader->read(events_);
     events_.clear();
 }
@@ -80,7 +87,7 @@ bool station_run::restart() {
     commands_.assign(commands_.size(), 0);
     desk_ = taken_desk_ = {};
     told_counts_ = {};
-    steps_ = incidents_ = told_incidents_ = 0;
+    steps_ = last_busy_step_ = incidents_ = told_incidents_ = 0;
     last_incident_.clear();
     return true;
 }
@@ -168,6 +175,11 @@ bool station_run::end_fault(std::string_view name) {
     faulty_thing* const thing = thing_named(name);
     if (thing) thing->wanted.reset();
     return thing;
+}
+
+bool station_run::resting() const {
+    return (steps_ - last_busy_step_) * step_ms >= resting_after_ms &&
+           std::ranges::all_of(commands_, [](std::int32_t command) { return command == 0; });
 }
 
 std::vector<station_fault> station_run::faults() const {

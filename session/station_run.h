@@ -67,6 +67,8 @@ public:
     const station_model& model() const { return model_; }
     /// Simulated time: the last step's end.
     std::int64_t ms() const { return steps_ * step_ms; }
+    /// Whether nothing is commanded, and nothing has happened for a second: no event.
+    bool resting() const;
     /// What the station has made, as of the last step.
     station_counts counts() const { return model_.counts(); }
     /// How many so far.
@@ -104,7 +106,7 @@ private:
     std::vector<std::int32_t> commands_;
     std::vector<int> sensors_;
     station_desk desk_, taken_desk_;
-    std::int64_t steps_ = 0;
+    std::int64_t steps_ = 0, last_busy_step_ = 0;
     station_counts told_counts_;
     int incidents_ = 0, told_incidents_ = 0;
     std::string last_incident_;

@@ -230,4 +230,33 @@ TEST(StationRun, CountsItsIncidentsAndKeepsTheLast) {
     EXPECT_EQ(test.run.last_incident(), "fuite");
 }
 
+TEST(StationRun, RestsWhenNothingHasHappenedForASecond) {
+    begun_run test;
+    EXPECT_FALSE(test.run.resting());
+    for (int step = 1; step <= 300; ++step) {
+        if (step == 150) test.model.sensors = {0, 0, 1};
+        test.step();
+        EXPECT_EQ(test.run.resting(), (step >= 100 && step < 150) || step >= 250) << step;
+    }
+    EXPECT_EQ(test.new_rows(), "1500,entree,s3,1\n");
+}
+
+TEST(StationRun, DoesNotRestWhileSomethingIsCommanded) {
+    begun_run test;
+    test.given = {0, -7};
+    for (int step = 0; step < 300; ++step) {
+        test.step();
+        EXPECT_FALSE(test.run.resting()) << step;
+    }
+    test.given = {};
+    for (int step = 0; step <= 100; ++step) {
+        EXPECT_FALSE(test.run.resting()) << step;
+        test.step();
+    }
+    EXPECT_TRUE(test.run.resting());
+    test.given = {1, 0};
+    test.step();
+    EXPECT_FALSE(test.run.resting()) << "with the step that takes it";
+}
+
 }  // namespace
