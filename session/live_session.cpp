@@ -21,8 +21,10 @@ constexpr auto farewell_look = std::chrono::milliseconds(100);
 constexpr char task_is_over[] = "exercice terminé";
 // Also in a pause, an end that somebody else wrote into the segment is noticed.
 constexpr auto longest_rest = std::chrono::milliseconds(500);
-// Each waking costs several times what a step does: a station that rests makes two at once.
-constexpr auto rest_of_a_resting_station = std::chrono::milliseconds(20);
+// Each waking costs several times what a step does: a station that rests makes three at once. Not
+// at a higher speed, where a command would come late by much simulated time.
+constexpr auto rest_of_a_resting_station = std::chrono::milliseconds(30);
+constexpr double fastest_that_rests = 1;
 
 std::list<std::string> as_list(name_span names) { return {names.begin(), names.end()}; }
 
@@ -250,7 +252,7 @@ void live_session::answer_those_who_wait(moment now) {
 
 live_session::duration live_session::rest(moment now) const {
     duration least = std::min<duration>(time_.until_due(now).value_or(longest_rest), longest_rest);
-    if (least > duration::zero() && run_.resting())
+    if (least > duration::zero() && time_.speed() <= fastest_that_rests && run_.resting())
         least = std::max<duration>(least, rest_of_a_resting_station);
     const auto deadline = control_ ? control_->next_deadline() : std::nullopt;
     if (deadline) least = std::min(least, *deadline - now);
