@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <random>
 #include <string>
 #include <thread>
@@ -46,15 +47,20 @@ void expect_window(x_window window) {
 /// A station that is commanded from here.
 struct commanded_station {
     explicit commanded_station(const std::vector<std::string>& options)
-        : served(started(options)), link(std::stoi(served.ident), io_access::write) {}
+        : served(started(options)) {}
     ~commanded_station() {
         served.process->signal(SIGTERM);
         (void)served.process->wait();
     }
     pid_t id() const { return served.process->id(); }
+    /// Attached from the first command on: only a station that is alone rests.
+    void command(const std::string& output, int value) {
+        if (!link) link.emplace(std::stoi(served.ident), io_access::write);
+        link->write(output, value);
+    }
 
     station served;
-    io_observer link;
+    std::optional<io_observer> link;
 };
 
 /// The share of a core that a process takes while somebody waits.
@@ -74,8 +80,8 @@ void measure_processor() {
         if (has_window) expect_window(display.wait_for_window("Station ZK4"));
         std::this_thread::sleep_for(3s);
         const double at_rest = processor_percent(running.id());
-        running.link.write("MT", 1);
-        running.link.write("MTA", 1);
+        running.command("MT", 1);
+        running.command("MTA", 1);
         const double in_motion = processor_percent(running.id());
         (void)running.served.io({"pause"});
         const double paused = processor_percent(running.id());
@@ -92,7 +98,7 @@ struct shown_station {
     void command(int value) {
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 150'000));
         const auto start = steady::now();
-        running.link.write("MT", value);
+        running.command("MT", value);
         while (display.pixel(panel, lamp.x + 4, lamp.y + 4) != (value ? blue : red) &&
                seconds_since(start) < 2)
             std::this_thread::sleep_for(300us);
@@ -141,7 +147,7 @@ void measure_memory(int hours) {
     const auto start = steady::now();
     long early = 0;
     while (seconds_since(start) < hours * 36.0) {
-        running.link.write(outputs[random() % 7], static_cast<int>(random() % 2));
+        running.command(outputs[random() % 7], static_cast<int>(random() % 2));
         std::this_thread::sleep_for(20ms);
         if (!early && seconds_since(start) > 72) early = resident_kib(running.id());
     }

@@ -36,7 +36,7 @@ function(quorin_public_names target)
     set(names ${CMAKE_CURRENT_BINARY_DIR}/${target}_names.h)
     file(CONFIGURE OUTPUT ${names} @ONLY
          CONTENT "#pragma GCC visibility push(default)\n${includes}#pragma GCC visibility pop\n")
-    target_compile_options(${target} PRIVATE -fvisibility=hidden "SHELL:-include ${names}")
+    target_compile_options(${target} PRIVATE -fvisibility=hidden "SHELL:-include \"${names}\"")
 
     set(classes "Fl_*")
     foreach(header IN LISTS arg_OWN)

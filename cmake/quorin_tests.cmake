@@ -59,7 +59,7 @@ set(QUORIN_TEST_TIMEOUT 900)
 # What the toolkit's own libraries keep until the end is no leak of ours.
 set(QUORIN_TEST_ENVIRONMENT
     LOCPATH=${QUORIN_LOCALE_DIR}
-    LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt:print_suppressions=0
+    LSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/support/leaks.txt':print_suppressions=0
     UBSAN_OPTIONS=print_stacktrace=1)
 
 function(quorin_test name)

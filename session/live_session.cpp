@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <ctime>
 
 #include "session/end_signals.h"
 #include "session/system_errors.h"
@@ -17,25 +16,10 @@ using steady = std::chrono::steady_clock;
 // How long the steps of one call may keep the rest waiting.
 constexpr auto most_at_once = std::chrono::milliseconds(5);
 constexpr auto farewell = std::chrono::seconds(3);
-constexpr auto farewell_look = std::chrono::milliseconds(100);
+constexpr int farewell_look_ms = 100;
 constexpr char task_is_over[] = "exercice terminé";
 // Also in a pause, an end that somebody else wrote into the segment is noticed.
 constexpr auto longest_rest = std::chrono::milliseconds(500);
-// Each waking costs several times what a step does: a station that rests makes three at once. Not
-// at a higher speed, where a command would come late by much simulated time.
-constexpr auto rest_of_a_resting_station = std::chrono::milliseconds(30);
-constexpr double fastest_that_rests = 1;
-
-std::list<std::string> as_list(name_span names) { return {names.begin(), names.end()}; }
-
-/// Until the descriptor can be read, or the time is over.
-void wait_for(int descriptor, live_session::duration limit) {
-    pollfd wanted{descriptor, POLLIN, 0};
-    const auto ns = std::chrono::duration_cast<std::chrono::nanoseconds>(limit).count();
-    const timespec time{static_cast<time_t>(ns / 1'000'000'000),
-                        static_cast<long>(ns % 1'000'000'000)};
-    ppoll(&wanted, 1, &time, nullptr);
-}
 
 }  // namespace
 
@@ -45,7 +29,7 @@ live_session::live_session(station_model& model, const session_options& options,
       messages_(messages),
       supervisor_(messages.program()),
       run_(model),
-      server_(make_station_server(as_list(model.inputs()), as_list(model.outputs()))),
+      server_(make_station_server(model.inputs(), model.outputs())),
       publisher_(server_),
       commander_(server_.ident, options.commander_timeout_s),
       time_(options.speed, options.paused, steady::now()),
@@ -250,10 +234,15 @@ void live_session::answer_those_who_wait(moment now) {
     if (const auto answer = requests_.later_answer(over())) control_->answer_waiting(now, *answer);
 }
 
+// Only quorin's own pass is known to leave a command standing for longer than such a rest.
+bool live_session::may_rest() const {
+    const bool panel = child_ && options_.command.empty() && options_.panel.empty();
+    return run_.resting() && held_by_no_more_than(server_.ident, panel ? 1 : 0);
+}
+
 live_session::duration live_session::rest(moment now) const {
-    duration least = std::min<duration>(time_.until_due(now).value_or(longest_rest), longest_rest);
-    if (least > duration::zero() && time_.speed() <= fastest_that_rests && run_.resting())
-        least = std::max<duration>(least, rest_of_a_resting_station);
+    const auto steps = may_rest() ? time_.until_several_due(now) : time_.until_due(now);
+    duration least = std::min<duration>(steps.value_or(longest_rest), longest_rest);
     const auto deadline = control_ ? control_->next_deadline() : std::nullopt;
     if (deadline) least = std::min(least, *deadline - now);
     if (const auto look = commander_.rest()) least = std::min<duration>(least, *look);
@@ -263,7 +252,8 @@ live_session::duration live_session::rest(moment now) const {
 void live_session::wait_for_child() {
     if (!child_) return;
     for (const moment last = ended_at_ + farewell; !child_->ended() && steady::now() < last;) {
-        wait_for(events_, std::min<duration>(last - steady::now(), farewell_look));
+        pollfd wanted{events_, POLLIN, 0};
+        poll(&wanted, 1, farewell_look_ms);
         service();
     }
     dismiss_command(steady::now());
@@ -295,11 +285,4 @@ int live_session::status() const {
     if (!child_ || !child_->ended()) return 0;
     if (!options_.command.empty()) return child_->status();
     return child_->ended_by_itself() && child_->status() != 0 ? 1 : 0;
-}
-
-int run_headless(live_session& session) {
-    session.begin();
-    for (auto rest = session.service(); !session.over(); rest = session.service())
-        wait_for(session.descriptor(), rest);
-    return session.finish();
 }

@@ -120,6 +120,7 @@ private:
     void end_with_the_task();
     int status() const;
     void answer_those_who_wait(moment now);
+    bool may_rest() const;
     duration rest(moment now) const;
     void wait_for_child();
     void dismiss_command(moment now);

@@ -4,8 +4,11 @@
 #include <sys/shm.h>
 
 #include <cerrno>
+#include <list>
+#include <string>
 
 #include "ioshare/io_clocks.h"
+#include "ioshare/io_holders.h"
 #include "session/failure.h"
 #include "session/system_errors.h"
 
@@ -25,19 +28,28 @@ void try_one() {
     if (error != 0) throw refusal("segment: " + system_error_words(error));
 }
 
-IOsharemem_server make_one(const name_list& inputs, const name_list& outputs) {
-    IOsharemem_server server(inputs, outputs);
+IOsharemem_server make_one(name_span inputs, name_span outputs) {
+    // As the link's server takes names.
+    const auto list = [](name_span names) {
+        return std::list<std::string>(names.begin(), names.end());
+    };
+    IOsharemem_server server(list(inputs), list(outputs));
     shmctl(server.ident, IPC_RMID, nullptr);
     return server;
 }
 
 }  // namespace
 
-IOsharemem_server make_station_server(const name_list& inputs, const name_list& outputs) {
+IOsharemem_server make_station_server(name_span inputs, name_span outputs) {
     try_one();
     const IOsharemem_server first = make_one(inputs, outputs);
     if (!io_ident_refused(first.ident)) return first;
     const IOsharemem_server second = make_one(inputs, outputs);
     shmdt(first.segment);
     return second;
+}
+
+bool held_by_no_more_than(int ident, unsigned long others) {
+    const std::optional<io_holding> held = io_held(ident);
+    return held && held->attached <= station_holders + others;
 }

@@ -2,6 +2,13 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr auto rest_of_a_resting_station = std::chrono::milliseconds(30);
+constexpr double fastest_that_rests = 1;
+
+}  // namespace
+
 step_clock::step_clock(double speed, bool paused, moment now)
     : speed_(speed), paused_(paused), next_(now + interval()) {}
 
@@ -26,6 +33,12 @@ std::optional<step_clock::duration> step_clock::until_due(moment now) const {
     if (!paused_) return std::max(next_ - now, duration::zero());
     if (steps_left_ > 0) return duration::zero();
     return std::nullopt;
+}
+
+std::optional<step_clock::duration> step_clock::until_several_due(moment now) const {
+    const std::optional<duration> due = until_due(now);
+    if (!due || *due == duration::zero() || speed_ > fastest_that_rests) return due;
+    return std::max<duration>(*due, rest_of_a_resting_station);
 }
 
 void step_clock::pause() { paused_ = true; }

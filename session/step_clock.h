@@ -29,6 +29,10 @@ public:
     void stepped();
     /// How long until the next step is due, 0 when it is; nothing while paused.
     [[nodiscard]] std::optional<duration> until_due(moment now) const;
+    /// How long a station that rests may be left alone: 30 ms at least, where no step is due now
+    /// and the speed is 1 at most; else as `until_due`. Each waking costs several times what a step
+    /// does; at a higher speed a command would come late by much simulated time.
+    [[nodiscard]] std::optional<duration> until_several_due(moment now) const;
 
     /// From now on no step is due but those that `run` asks for.
     void pause();

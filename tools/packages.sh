@@ -104,12 +104,14 @@ install_packages() { # group...
 # Configures one preset, with the words of QUORIN_CMAKE_OPTIONS as options, and builds it; prints the compiler's words only
 # when it fails or warns, and nothing at all when there is nothing to do.
 build_preset() { # preset
-    local preset=$1 log=build/$1.log
-    [ -f "build/$preset/build.ninja" ] && ninja -C "build/$preset" -n 2>/dev/null | grep -q 'no work to do' && return
+    local preset=$1 log=build/$1.log fresh=()
+    # What was configured before knows nothing of another compiler or of options.
+    [ -z "${QUORIN_CMAKE_OPTIONS:-}${CXX:-}" ] || fresh=(--fresh)
+    [ "${#fresh[@]}" -eq 0 ] && [ -f "build/$preset/build.ninja" ] && ninja -C "build/$preset" -n 2>/dev/null | grep -q 'no work to do' && return
     mkdir -p build
     echo "Building ($preset)"
     # shellcheck disable=SC2086 # the options are words
-    if ! { cmake --preset "$preset" ${QUORIN_CMAKE_OPTIONS:-} && cmake --build --preset "$preset"; } >"$log" 2>&1; then
+    if ! { cmake "${fresh[@]}" --preset "$preset" ${QUORIN_CMAKE_OPTIONS:-} && LC_ALL=C.UTF-8 cmake --build --preset "$preset"; } >"$log" 2>&1; then
         # A missing package is one line, which says what to install.
         { grep 'was not found: apt-get' "$log" || grep -E 'error|Error|FAILED' "$log"; } | head -n 20 >&2
         echo "The build failed; all it said is in $log" >&2

@@ -134,7 +134,7 @@ void killer::let_all_end(program& station) {
                 display_.give_focus(all.back());
                 display_.key(XK_Return);
             }
-            return leftovers::processes().empty();
+            return leftovers::no_process();
         },
         seconds(30));
     slowest_s_ = std::max(slowest_s_, seconds_since(from));

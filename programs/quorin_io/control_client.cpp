@@ -35,7 +35,8 @@ bool is_or_unknown(pid_t process, pid_t wanted) {
 /// when its session is not this user's.
 class connection {
 public:
-    connection(const std::string& path, pid_t maker);
+    /// `flags` of socket(2), to go with its type.
+    connection(const std::string& path, pid_t maker, int flags = 0);
     ~connection() {
         if (line_ >= 0) close(line_);
     }
@@ -51,10 +52,10 @@ private:
     int line_ = -1;
 };
 
-connection::connection(const std::string& path, pid_t maker) {
+connection::connection(const std::string& path, pid_t maker, int flags) {
     const std::optional<sockaddr_un> address = socket_address(path);
     if (!address) return;
-    line_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    line_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | flags, 0);
     // Another user may have been there first with a folder of that name.
     if (connect(line_, reinterpret_cast<const sockaddr*>(&*address), sizeof *address) == 0 &&
         peer_is_trusted(line_) && is_or_unknown(peer_process(line_), maker))
@@ -161,4 +162,9 @@ void ask_session(int ident, const std::vector<std::string>& words) {
     if (text.empty()) text = "la session a refusé\n";
     text.pop_back();
     throw failure{got->status, text};
+}
+
+void wake_session(int ident) {
+    const connection looked_at(control_path(control_folder(), ident), maker_of(ident),
+                               SOCK_NONBLOCK);
 }

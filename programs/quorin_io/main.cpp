@@ -30,6 +30,7 @@ void carry_out(const io_request& asked) {
     const bool writes = command.on == works_on::outputs_to_write;
     io_observer segment(ident, writes ? io_access::write : io_access::read);
     if (!segment.problem().empty()) throw refusal(segment.problem());
+    if (writes) wake_session(ident);
     command.carry_out(segment, asked);
 }
 

@@ -51,7 +51,7 @@ protected:
     bool all_end_when_messages_are_dismissed() {
         return wait_until(
             [&] {
-                if (leftovers::processes().empty()) return true;
+                if (leftovers::no_process()) return true;
                 const std::vector<x_window> all = display.windows();
                 if (all.size() > 1) {
                     display.give_focus(all.back());

@@ -14,9 +14,15 @@ protected:
         display.key(XK_j);
         return display.wait_for_window(title());
     }
-    /// Presses Return on the message that a button of the viewer brings up.
-    void dismiss_message(std::size_t windows_before) {
-        ASSERT_TRUE(display.wait_for_windows(windows_before + 1));
+    static constexpr int text_x = 800, pdf_x = 550;
+    /// Clicks on a button of the viewer, and presses Return on the message that it brings up. A
+    /// click is not heard while the message before it still goes away.
+    void export_by(x_window viewer, int button_x) {
+        const std::size_t windows_before = display.windows().size();
+        ASSERT_TRUE(wait_until([&] {
+            display.click(viewer, button_x, 655);
+            return display.wait_for_windows(windows_before + 1, seconds(2));
+        }));
         display.give_focus(display.windows().back());
         EXPECT_TRUE(wait_until([&] {
             display.key(XK_Return);
@@ -32,15 +38,12 @@ TEST_F(JournalOnDisplay, ExportsChangesAndIncidents) {
     ASSERT_TRUE(told_becomes("incidents", "1"));
     const x_window viewer = open_journal();
     ASSERT_NE(viewer, 0u);
-    const std::size_t windows = display.windows().size();
-    display.click(viewer, 800, 655);
-    dismiss_message(windows);
+    export_by(viewer, text_x);
     const std::string text = bytes_of(folder_.path() / "tmp.txt");
     for (const char* const part : {"Journal de la session : poste 7", "#sortie#DEPOSE#1",
                                    "#incident#1#colle répandue : pas de support en zone 1"})
         EXPECT_NE(text.find(part), std::string::npos) << part << " in " << text;
-    display.click(viewer, 550, 655);
-    dismiss_message(windows);
+    export_by(viewer, pdf_x);
     ASSERT_TRUE(
         wait_until([&] { return std::filesystem::exists(folder_.path() / "journal.pdf"); }));
     const outcome pdf = run_program({"pdftotext", "-layout", "journal.pdf", "-"});
@@ -54,9 +57,7 @@ TEST_F(JournalOnDisplay, ADocumentThatCannotBeKeptIsOneLineAndLeavesNothing) {
     start({"--no-panel"});
     const x_window viewer = open_journal();
     ASSERT_NE(viewer, 0u);
-    const std::size_t windows = display.windows().size();
-    display.click(viewer, 550, 655);
-    dismiss_message(windows);
+    export_by(viewer, pdf_x);
     EXPECT_TRUE(wait_until([&] {
         return live->process->err() == "zk4sim: journal.pdf: n'a pas pu être écrit\n";
     })) << live->process->err();

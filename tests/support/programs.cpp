@@ -165,6 +165,11 @@ std::set<pid_t> leftovers::processes() {
     return found;
 }
 
+bool leftovers::no_process() {
+    const auto none = [] { return processes().empty(); };
+    return none() && !wait_until([&] { return !none(); }, seconds(0.02)) && none();
+}
+
 // A segment that is older than this program is nobody's here, though a process of ours may by now
 // have the number that its maker had.
 std::set<int> leftovers::segments() {

@@ -72,6 +72,9 @@ class leftovers {
 public:
     /// Ids of live processes (zombies aside) that descend from a `program` of this test process.
     static std::set<pid_t> processes();
+    /// Whether there is none, now and a moment later: one that becomes another program is not seen
+    /// meanwhile.
+    static bool no_process();
     /// Identifiers of segments created by a `program`
     /// or a descendant, or by the test process itself.
     static std::set<int> segments();
