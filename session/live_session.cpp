@@ -88,7 +88,7 @@ void live_session::stop_hurrying() {
 
 void live_session::begin_run() {
     if (driver_) driver_->before_begin(run_);
-    run_.begin(driver_ ? driver_->title() : options_.title);
+    run_.begin(title());
     end_with_the_task();
 }
 

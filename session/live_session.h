@@ -55,6 +55,8 @@ public:
     bool examined() const { return examiner_ != nullptr; }
     /// Whether it is over because its task was: all of it was done, or its time has passed.
     bool ended_with_task() const;
+    /// Under which it is told: a replay's is the recording's. Empty: none.
+    std::string title() const { return driver_ ? driver_->title() : options_.title; }
     /// How long the replay is, in simulated milliseconds; nothing where none is, or nobody knows.
     std::optional<std::int64_t> replay_length_ms() const;
     /// Takes a replay to that moment, forth or back, as fast as it can; then it goes on, or stays

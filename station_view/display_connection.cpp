@@ -2,6 +2,7 @@
 
 #include <FL/Fl.H>
 #include <FL/x.H>
+#include <X11/XKBlib.h>
 #include <X11/Xlib.h>
 #include <unistd.h>
 
@@ -72,6 +73,8 @@ void display_connection::open() {
     Fl::fatal = fatal;
     XSetIOErrorHandler(note_loss);
     XSetIOErrorExitHandler(fl_display, go_on, nullptr);
+    // A key that is held is not let go of between its repeats.
+    XkbSetDetectableAutoRepeat(fl_display, True, nullptr);
 }
 
 int display_connection::descriptor() { return ConnectionNumber(fl_display); }

@@ -91,7 +91,8 @@ void draw_hazard_frame(picture_builder& into) {
 }
 
 void draw_emergency(picture_builder& into, const station_scene& scene) {
-    if (!scene.state.emergency_stop) return;
+    // In a pause the station takes it with the next step only.
+    if (!scene.state.emergency_stop && !scene.desk.atu) return;
     begin_part(into, scene, station_part::emergency_stop);
     draw_hazard_frame(into);
     draw_banner(into, scene.english ? "EMERGENCY STOP" : "ARRÊT D'URGENCE", into.w() / 2,

@@ -14,7 +14,7 @@ constexpr label_row rows[] = {
     {fault_kind::stuck0,   {"= 0", "= 0"},     {"reste à 0", "stays at 0"}},
     {fault_kind::stuck1,   {"= 1", "= 1"},     {"reste à 1", "stays at 1"}},
     {fault_kind::inverted, {"inv.", "inv."},   {"inversé", "inverted"}},
-    {fault_kind::late,     {"tard", "late"},   {"se dit avec 0.5 s de retard", "tells 0.5 s late"}},
+    {fault_kind::late,     {"tard", "late"},   {"répond avec 0.5 s de retard", "tells 0.5 s late"}},
     {fault_kind::flicker,  {"clign.", "flick."}, {"clignote", "flickers"}},
     {fault_kind::dead,     {"mort", "dead"}, {"ne répond pas", "does not respond"}},
     {fault_kind::slow,     {"lent", "slow"},   {"quatre fois trop lent", "four times too slow"}},

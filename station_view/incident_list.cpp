@@ -50,8 +50,16 @@ incident_list::incident_list(const window_layout::area& at, language in)
     fill();
 }
 
+bool incident_list::fits_in_one_line(const entry& told) const {
+    fl_font(FL_HELVETICA_BOLD, textsize());
+    const bool what_fits = fl_width(told.what.c_str()) + edge <= columns[1];
+    fl_font(FL_HELVETICA, textsize());
+    const int left = w() - Fl::scrollbar_size() - columns[0] - columns[1] - edge;
+    return !told.trouble && what_fits && fl_width(told.advice.c_str()) <= left;
+}
+
 std::vector<std::string> incident_list::lines_of(const entry& told) const {
-    if (w() >= one_line_w && !told.trouble)
+    if (fits_in_one_line(told))
         return {plain + told.time + "\t" + bold + told.what + "\t" + plain + told.advice};
     std::vector<std::string> lines;
     const int text_w = std::max(w() - Fl::scrollbar_size() - edge, least_text_w);

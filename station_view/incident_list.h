@@ -1,4 +1,5 @@
-// The incidents as they happen, the newest first, each with what can be done about it.
+// The incidents as they happen, the newest first, each with what can be done about it: in one line
+// where there is room for it, else folded.
 #pragma once
 #include <FL/Fl_Browser.H>
 
@@ -13,9 +14,6 @@
 class incident_list : public Fl_Browser {
 public:
     static constexpr int most_entries = 200;
-    /// Where an incident and its advice stand in one line; in a narrower list they are folded.
-    static constexpr int one_line_w = 1050;
-
     /// In the group being filled.
     incident_list(const window_layout::area& at, language in);
 
@@ -32,6 +30,7 @@ private:
         bool trouble = false;
     };
 
+    bool fits_in_one_line(const entry& told) const;
     std::vector<std::string> lines_of(const entry& told) const;
     void fill();
     void add_first(const entry& told);

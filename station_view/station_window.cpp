@@ -39,11 +39,12 @@ double now_s() {
 station_window::station_window(live_session& session, station_model& model,
                                const window_options& options)
     : session_(session), options_(options), news_(session.time()) {
+    if (options_.title.empty()) options_.title = session_.title();
     session_.stay_at_end();
     session_.add_reader(news_);
     session_.add_reader(journal_);
-    const auto keys = [this](int symbol, bool shift, bool down) {
-        return take_key(symbol, shift, down);
+    const auto keys = [this](int symbol, bool shift, keyed_window::press what) {
+        return take_key(symbol, shift, what);
     };
     const auto left = [this] {
         if (desk_) desk_->let_go();
@@ -227,8 +228,7 @@ void station_window::draw_now() {
     moves_ = canvas_ && canvas_->show(scene_->now());
     news_.forget_new();
     if (incidents_) incidents_->show_news(news_);
-    if (incidents_ && told_trouble_ != session_.trouble())
-        incidents_->show_trouble(told_trouble_ = session_.trouble());
+    show_trouble();
     if (panels_) panels_->show();
     if (lamps_) lamps_->show();
     if (desk_) desk_->show();
@@ -237,6 +237,16 @@ void station_window::draw_now() {
     if (moment_) moment_->show();
     if (exercise_) exercise_->show_standing();
     if (faults_) show_faults();
+}
+
+// A window without a list of incidents has its title for it.
+void station_window::show_trouble() {
+    if (told_trouble_ == session_.trouble()) return;
+    told_trouble_ = session_.trouble();
+    if (incidents_)
+        incidents_->show_trouble(told_trouble_);
+    else
+        window_->copy_label(told_trouble_.c_str());
 }
 
 void station_window::show_faults() {

@@ -9,6 +9,7 @@
 #include "station_view/desk_panel.h"
 #include "station_view/journal.h"
 #include "station_view/journal_process.h"
+#include "station_view/keyed_window.h"
 #include "station_view/lamp_panels.h"
 #include "station_view/manual_panels.h"
 #include "station_view/replay_bar.h"
@@ -24,7 +25,6 @@ class exercise_examiner;
 class exercise_panel;
 class fault_list;
 class incident_list;
-class keyed_window;
 class station_canvas;
 class window_body;
 
@@ -85,16 +85,17 @@ private:
     void add_exercise();
     void name_window(const station_model& model);
     void place();
-    bool take_key(int symbol, bool shift, bool down);
+    bool take_key(int symbol, bool shift, keyed_window::press what);
     void changed();
     static void draw_when_due(void* self);
     void draw_now();
+    void show_trouble();
     void show_faults();
     void open_journal();
     void report(const std::function<void()>& open);
 
     live_session& session_;
-    const window_options options_;
+    window_options options_;
     std::function<void()> serve_;
     session_news news_;
     journal journal_;

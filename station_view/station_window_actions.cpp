@@ -4,7 +4,6 @@
 #include "session/failure.h"
 #include "station_view/exercise_panel.h"
 #include "station_view/fault_list.h"
-#include "station_view/keyed_window.h"
 #include "station_view/station_window.h"
 #include "station_view/window_body.h"
 
@@ -17,7 +16,8 @@ bool works_after_end(window_action action) {
 
 }  // namespace
 
-bool station_window::take_key(int symbol, bool shift, bool down) {
+bool station_window::take_key(int symbol, bool shift, keyed_window::press what) {
+    const bool down = what != keyed_window::press::up;
     const std::optional<window_action> action = action_of_key(symbol, shift && down);
     if (!action) return false;
     const bool starts = action == window_action::start_cycle;
@@ -25,7 +25,7 @@ bool station_window::take_key(int symbol, bool shift, bool down) {
         if (desk_) desk_->hold(starts ? &station_desk::dc : &station_desk::ac, down);
         return true;
     }
-    if (down) act(*action);
+    if (down && (what == keyed_window::press::down || row_of_action(*action).repeats)) act(*action);
     return true;
 }
 

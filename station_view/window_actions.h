@@ -30,8 +30,8 @@ struct action_row {
     /// The toolkit's number of the key: a character or a function key; and another one for the
     /// same.
     int symbol, other_symbol;
-    /// Whether it is that key with Shift.
-    bool shift;
+    /// Whether it is that key with Shift, and whether a key that is held does it again and again.
+    bool shift, repeats;
     /// The key as a tooltip names it, the button's label, and what it does.
     bilingual key_name, label, meaning;
 };

@@ -254,6 +254,15 @@ TEST(Picture, AnythingElseIsAnotherDrawing) {
     }
 }
 
+TEST(Picture, AnEmergencyStopIsSeenBeforeAPausedStationTakesIt) {
+    station_scene scene = scene_at_work();
+    scene.mode = session_mode::paused;
+    EXPECT_TRUE(shapes_of(draw(scene), "emergency_stop").empty());
+    scene.desk.atu = true;
+    EXPECT_EQ(texts_of(shapes_of(draw(scene), "emergency_stop")),
+              std::vector<std::string>{"ARRÊT D'URGENCE"});
+}
+
 TEST(Picture, ALongTitleIsCutBetweenCharacters) {
     station_scene scene;
     for (int i = 0; i < 300; ++i) scene.title += "é";

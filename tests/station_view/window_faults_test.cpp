@@ -30,13 +30,17 @@ TEST_F(WindowOnDisplay, ATickSetsAFaultAndAnotherOneEndsIt) {
 
 TEST_F(WindowOnDisplay, ShowsFaultsThatOthersSetAndEnd) {
     start({"--no-panel"});
-    const auto ticked = [this] {
-        return pixels(box_at(6, 0), 1) != pixels(box_at(6, 1), 1);  // te: stuck0, stuck1
-    };
+    const layout::area box = box_at(6, 0);  // te
+    auto empty = pixels(box, 1);
+    // Until it is drawn at rest.
+    wait_until([&] {
+        wait_until([] { return false; }, seconds(0.3));
+        return std::exchange(empty, pixels(box, 1)) == empty;
+    });
     live->ask("fault te=stuck0");
-    EXPECT_TRUE(wait_until(ticked, seconds(5)));
+    EXPECT_TRUE(wait_until([&] { return pixels(box, 1) != empty; }, seconds(5)));
     live->ask("fault te=");
-    EXPECT_TRUE(wait_until([&] { return !ticked(); }, seconds(5)));
+    EXPECT_TRUE(wait_until([&] { return pixels(box, 1) == empty; }, seconds(5)));
     end();
 }
 

@@ -1,5 +1,6 @@
 // A station whose inputs are set by hand: the simulator's two panels beside the segment.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "tests/station_view/window_on_display.h"
 
@@ -48,6 +49,20 @@ TEST_F(ManualOnDisplay, ItsNamesAreTheZk4StationsAndThePanelShowsThem) {
     EXPECT_EQ(live->told("station"), "manuel");
     display.close(panel);
     expect_end("panneau fermé");
+}
+
+TEST_F(ManualOnDisplay, ItsTitleTellsThatTheDiskIsFull) {
+    const temporary_folder files;
+    start({"--title", by_hand, "--manual", "--no-panel", "--csv", files / "a.csv"}, by_hand);
+    const rlimit no_more = {300, 300};
+    ASSERT_EQ(prlimit(live->process->id(), RLIMIT_FSIZE, &no_more, nullptr), 0);
+    ASSERT_EQ(live->io({"set", "MT=1"}).status, 0);
+    EXPECT_TRUE(wait_until([&] {
+        return display.title(window).find("a.csv: ") != std::string::npos;
+    })) << display.title(window);
+    EXPECT_NE(live->process->err().find(display.title(window) + "\n"), std::string::npos);
+    quit();
+    expect_end("fenêtre fermée");
 }
 
 TEST_F(ManualOnDisplay, TakesFaultsAndAPause) {

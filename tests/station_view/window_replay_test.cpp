@@ -30,6 +30,18 @@ protected:
     }
 };
 
+TEST_F(WindowReplay, BearsTheRecordingsTitleUnlessItIsGivenAnother) {
+    const std::string titled = files / "titled.csv";
+    ASSERT_EQ(run_zk4sim({"--headless", "--no-panel", "--speed", "100", "--duration", "1",
+                          "--title", "poste 3", "--csv", titled})
+                  .status,
+              0);
+    start({"--play", titled, "--no-panel"}, "poste 3");
+    end();
+    start({"--play", titled, "--no-panel", "--title", "relu"}, "relu");
+    end();
+}
+
 TEST_F(WindowReplay, TheSliderTakesItToAnyMoment) {
     start({"--play", recording, "--no-panel", "--csv", copy});
     EXPECT_TRUE(comes_between(0.1, 10)) << "it runs at its pace";

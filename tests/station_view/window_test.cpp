@@ -131,6 +131,23 @@ TEST_F(WindowOnDisplay, PausesAndGoesOnByButtonAndKey) {
     end();
 }
 
+TEST_F(WindowOnDisplay, AHeldKeyPausesOnceAndStepsAgainAndAgain) {
+    start({"--no-panel"});
+    display.hold_key(XK_p, true);
+    EXPECT_TRUE(told_becomes("etat", "pause"));
+    EXPECT_FALSE(wait_until([&] { return live->told("etat") != "pause"; }, seconds(1.5)));
+    display.hold_key(XK_p, false);
+    display.key(XK_p);
+    EXPECT_TRUE(told_becomes("etat", "marche")) << "pressed again";
+    display.key(XK_p);
+    EXPECT_TRUE(told_becomes("etat", "pause"));
+    const double then_s = live->simulated_s();
+    display.hold_key(XK_s, true);
+    EXPECT_TRUE(wait_until([&] { return live->simulated_s() > then_s + 0.025; }));
+    display.hold_key(XK_s, false);
+    end();
+}
+
 TEST_F(WindowOnDisplay, MakesSingleSteps) {
     start({"--no-panel", "--paused"});
     click(layout::step);
