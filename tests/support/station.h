@@ -74,7 +74,7 @@ public:
     /// The last line that it wrote on the standard error stream.
     std::string summary() const {
         const std::string err = process->err();
-        if (err.empty()) return err;
+        if (err.empty()) return "";
         const std::size_t before = err.rfind('\n', err.size() - 2);
         return err.substr(before == std::string::npos ? 0 : before + 1);
     }
