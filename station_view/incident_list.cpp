@@ -13,8 +13,10 @@
 
 namespace {
 
-// Pixels from the left: the time, what happened, what can be done.
-constexpr int columns[] = {84, 390, 0};
+// Of the time and of what happened, in the smallest text.
+constexpr int time_w = 84, what_w = 390;
+constexpr int lines_shown = 4;
+constexpr double line_per_text = 1.3;
 constexpr int least_text_w = 100, edge = 10;
 
 // "@." ends the browser's formats: what follows is shown as it stands.
@@ -43,18 +45,25 @@ incident_list::incident_list(const window_layout::area& at, language in)
     : Fl_Browser(at.x, at.y, at.w, at.h), language_(in) {
     box(FL_BORDER_BOX);
     color(window_style::white);
-    textsize(window_style::small_px);
     textcolor(window_style::ink);
-    column_widths(columns);
+    size_text();
+    column_widths(columns_);
     has_scrollbar(VERTICAL);
     fill();
 }
 
+void incident_list::size_text() {
+    const int fits = static_cast<int>((h() - edge) / (lines_shown * line_per_text));
+    textsize(std::max<Fl_Fontsize>(window_style::small_px, fits));
+    columns_[0] = time_w * textsize() / window_style::small_px;
+    columns_[1] = what_w * textsize() / window_style::small_px;
+}
+
 bool incident_list::fits_in_one_line(const entry& told) const {
     fl_font(FL_HELVETICA_BOLD, textsize());
-    const bool what_fits = fl_width(told.what.c_str()) + edge <= columns[1];
+    const bool what_fits = fl_width(told.what.c_str()) + edge <= columns_[1];
     fl_font(FL_HELVETICA, textsize());
-    const int left = w() - Fl::scrollbar_size() - columns[0] - columns[1] - edge;
+    const int left = w() - Fl::scrollbar_size() - columns_[0] - columns_[1] - edge;
     return !told.trouble && what_fits && fl_width(told.advice.c_str()) <= left;
 }
 
@@ -109,7 +118,9 @@ void incident_list::show_news(session_news& news) {
 void incident_list::show_trouble(const std::string& why) { add_first({"", why, "", true}); }
 
 void incident_list::resize(int x, int y, int w, int h) {
-    const bool other_width = w != this->w();
+    const bool other_size = w != this->w() || h != this->h();
     Fl_Browser::resize(x, y, w, h);
-    if (other_width) fill();
+    if (!other_size) return;
+    size_text();
+    fill();
 }

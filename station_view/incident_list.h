@@ -14,7 +14,7 @@
 class incident_list : public Fl_Browser {
 public:
     static constexpr int most_entries = 200;
-    /// In the group being filled.
+    /// In the group being filled. Four lines fit in it: the higher it is, the larger they are.
     incident_list(const window_layout::area& at, language in);
 
     /// Shows what has come since the last time.
@@ -35,6 +35,10 @@ private:
     void fill();
     void add_first(const entry& told);
 
+    void size_text();
+
     language language_;
+    // Pixels from the left: the time, what happened, what can be done; then the end.
+    int columns_[3] = {};
     std::deque<entry> entries_;
 };

@@ -153,7 +153,7 @@ void time_panel::show_state() {
         state_->redraw();
     }
     std::string words = text_of(now.word, language_);
-    if (paused && now.word == window_word::emergency)
+    if (paused && (now.word == window_word::emergency || now.word == window_word::dead_link))
         words += std::string(" - ") + text_of(window_word::paused, language_);
     window_style::relabel(*state_, words);
 }

@@ -17,11 +17,15 @@ int drawing_above_exercise(int w, int h) {
 
 constexpr int drawing_w = desk_title.x - 8;
 
+/// Four lines, which are larger in a high window: whoever stands far away reads them, too.
+int incidents_height(int h) { return std::clamp(h / 11, incidents.h, 176); }
+
 /// The picture and the incidents in so much of the window's left.
 arrangement beside(int w, int h, const area& middle, const area& faults) {
     const int narrower = drawing_w - w, lower = height - h;
-    return {{picture.x, picture.y, picture.w - narrower, picture.h - lower},
-            {incidents.x, incidents.y - lower, incidents.w - narrower, incidents.h},
+    const int more = incidents_height(h) - incidents.h;
+    return {{picture.x, picture.y, picture.w - narrower, picture.h - lower - more},
+            {incidents.x, incidents.y - lower - more, incidents.w - narrower, incidents.h + more},
             middle,
             faults};
 }

@@ -224,7 +224,7 @@ TEST(ExerciseBoard, ShowsTheLastAnswerButNotWhetherItIsRight) {
         std::string answer, first;
         board_sign before, after;
     } cases[] = {{"b2s=stuck1", "b2s : reste à 1", sign::kept, sign::reached},
-                 {"te=late b2s=stuck1", "te : se dit", sign::kept, sign::missed}};
+                 {"te=late b2s=stuck1", "te : répond", sign::kept, sign::missed}};
     for (const auto& [answer, first, before, after] : cases) {
         exercise_standing answered = standing;
         answered.answer = answer;

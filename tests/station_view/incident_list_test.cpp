@@ -6,6 +6,7 @@
 #include <FL/fl_draw.H>
 
 #include <algorithm>
+#include <array>
 
 #include "station_view/incident_advice.h"
 #include "station_view/incident_list.h"
@@ -97,6 +98,20 @@ TEST(IncidentList, FoldsWhatItHasNoRoomForSoThatTheAdviceIsRead) {
     list.show_news(news);
     list.resize(0, 0, 1060, 60);
     EXPECT_EQ(list.size(), 3 + static_cast<int>(session_news::most_incidents));
+}
+
+TEST(IncidentList, ItsTextsGrowWithItsHeight) {
+    Fl_Double_Window window(3000, 400);
+    incident_list list(window_layout::incidents, language::french);
+    window.end();
+    EXPECT_EQ(list.textsize(), 12);
+    for (const auto& [w, h, least_px] :
+         {std::array{1060, 60, 12}, {1540, 95, 16}, {3400, 176, 28}}) {
+        list.resize(0, 0, w, h);
+        EXPECT_GE(list.textsize(), least_px) << h;
+        fl_font(FL_HELVETICA_BOLD, list.textsize());
+        EXPECT_LE(4 * fl_height(), h) << "four lines";
+    }
 }
 
 TEST(IncidentList, CutsNothingAtTheSizeInWhichItOpens) {

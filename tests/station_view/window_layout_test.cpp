@@ -76,6 +76,13 @@ TEST(WindowLayout, PartsFillTheWindowAndTouchEachOtherOnly) {
     }
 }
 
+TEST(WindowLayout, IncidentsHaveMoreRoomInAHighWindow) {
+    EXPECT_EQ(window_layout::arranged(1718, 380).incidents.h, 60);
+    EXPECT_GE(window_layout::arranged(1920, 1046).incidents.h, 90);
+    EXPECT_GE(window_layout::drawing_alone_arranged(1920, 1046).incidents.h, 90);
+    EXPECT_GE(window_layout::arranged(3840, 2120).incidents.h, 160);
+}
+
 TEST(WindowLayout, NamesAreLegibleOnAProjector) {
     const auto name_px = [](const area& at) { return draw_station({}, at.w, at.h).name_px; };
     // Maximised on a projector of 1920 x 1080, below a title bar and above a task bar.
