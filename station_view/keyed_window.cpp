@@ -18,13 +18,13 @@ keyed_window::keyed_window(int w, int h, const char* title, key_taker take,
                            std::function<void()> left)
     : Fl_Double_Window(w, h, title), take_(std::move(take)), left_(std::move(left)) {}
 
-keyed_window::press keyed_window::press_of(int event) {
+key_press keyed_window::press_of(int event) {
     const int key = Fl::event_key();
     if (event == FL_KEYUP) {
         if (held_ == key) held_ = 0;
-        return press::up;
+        return key_press::up;
     }
-    return std::exchange(held_, key) == key ? press::repeat : press::down;
+    return std::exchange(held_, key) == key ? key_press::repeat : key_press::down;
 }
 
 int keyed_window::handle(int event) {
@@ -34,7 +34,7 @@ int keyed_window::handle(int event) {
     }
     if (event != FL_KEYBOARD && event != FL_SHORTCUT && event != FL_KEYUP)
         return Fl_Double_Window::handle(event);
-    const press what = press_of(event);
+    const key_press what = press_of(event);
     constexpr int others = FL_CTRL | FL_ALT | FL_META;
     if (!Fl::event_state(others) && take_(symbol(), Fl::event_state(FL_SHIFT) != 0, what)) return 1;
     // The toolkit would take it for the window's cross.

@@ -4,19 +4,19 @@
 
 #include <functional>
 
+#include "station_view/window_actions.h"
+
 class keyed_window : public Fl_Double_Window {
 public:
-    /// What a key does; a held one repeats.
-    enum class press { down, repeat, up };
     /// Asked for each key that goes down or up and that no widget has used itself; whether it was
     /// used. Escape never closes the window.
-    using key_taker = std::function<bool(int symbol, bool shift, press what)>;
+    using key_taker = std::function<bool(int symbol, bool shift, key_press what)>;
 
     keyed_window(int w, int h, const char* title, key_taker take, std::function<void()> left);
     int handle(int event) override;
 
 private:
-    press press_of(int event);
+    key_press press_of(int event);
 
     key_taker take_;
     std::function<void()> left_;

@@ -43,7 +43,7 @@ station_window::station_window(live_session& session, station_model& model,
     session_.stay_at_end();
     session_.add_reader(news_);
     session_.add_reader(journal_);
-    const auto keys = [this](int symbol, bool shift, keyed_window::press what) {
+    const auto keys = [this](int symbol, bool shift, key_press what) {
         return take_key(symbol, shift, what);
     };
     const auto left = [this] {

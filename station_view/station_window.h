@@ -9,7 +9,6 @@
 #include "station_view/desk_panel.h"
 #include "station_view/journal.h"
 #include "station_view/journal_process.h"
-#include "station_view/keyed_window.h"
 #include "station_view/lamp_panels.h"
 #include "station_view/manual_panels.h"
 #include "station_view/replay_bar.h"
@@ -25,6 +24,7 @@ class exercise_examiner;
 class exercise_panel;
 class fault_list;
 class incident_list;
+class keyed_window;
 class station_canvas;
 class window_body;
 
@@ -85,7 +85,7 @@ private:
     void add_exercise();
     void name_window(const station_model& model);
     void place();
-    bool take_key(int symbol, bool shift, keyed_window::press what);
+    bool take_key(int symbol, bool shift, key_press what);
     void changed();
     static void draw_when_due(void* self);
     void draw_now();

@@ -4,6 +4,7 @@
 #include "session/failure.h"
 #include "station_view/exercise_panel.h"
 #include "station_view/fault_list.h"
+#include "station_view/keyed_window.h"
 #include "station_view/station_window.h"
 #include "station_view/window_body.h"
 
@@ -16,8 +17,8 @@ bool works_after_end(window_action action) {
 
 }  // namespace
 
-bool station_window::take_key(int symbol, bool shift, keyed_window::press what) {
-    const bool down = what != keyed_window::press::up;
+bool station_window::take_key(int symbol, bool shift, key_press what) {
+    const bool down = what != key_press::up;
     const std::optional<window_action> action = action_of_key(symbol, shift && down);
     if (!action) return false;
     const bool starts = action == window_action::start_cycle;
@@ -25,7 +26,7 @@ bool station_window::take_key(int symbol, bool shift, keyed_window::press what) 
         if (desk_) desk_->hold(starts ? &station_desk::dc : &station_desk::ac, down);
         return true;
     }
-    if (down && (what == keyed_window::press::down || row_of_action(*action).repeats)) act(*action);
+    if (down && (what == key_press::down || row_of_action(*action).repeats)) act(*action);
     return true;
 }
 

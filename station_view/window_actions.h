@@ -23,6 +23,9 @@ enum class window_action {
     count
 };
 
+/// What is done to a key; one that is held repeats.
+enum class key_press { down, repeat, up };
+
 /// How an action looks and which key does it.
 struct action_row {
     /// The row's place.
