@@ -1,5 +1,5 @@
-// What the station's window costs: processor time at rest and in motion, what a publication needs
-// to the panel beside one without a window, memory over a day.
+// What the station's window costs: processor time at rest and in motion, pictures a second, what a
+// publication needs to the panel beside one without a window, memory over a day.
 //
 //     QUORIN_SCREEN=1920x1080x24 tools/with_display build/bench/bin/bench_window [HOURS]
 //
@@ -20,6 +20,7 @@
 #include "bench/whole_program.h"
 #include "ioshare/io_observer.h"
 #include "panel/form_children.h"
+#include "station_view/window_layout.h"
 #include "tests/support/screen.h"
 #include "tests/support/station.h"
 
@@ -88,6 +89,42 @@ void measure_processor() {
         std::printf("%-12s at rest %.2f %%, in motion %.2f %%, paused %.2f %% of a core\n",
                     has_window ? "window:" : "no window:", at_rest, in_motion, paused);
     }
+}
+
+/// How many different pictures of running belts the display shows in a second.
+void measure_frames() {
+    screen display;
+    // Nothing is on the belts.
+    commanded_station running({"--no-panel", "--bases", "0"});
+    const x_window window = display.wait_for_window("Station ZK4");
+    expect_window(window);
+    running.command("MT", 1);
+    running.command("MTA", 1);
+    std::this_thread::sleep_for(2s);
+    int y = window_layout::picture.y;
+    const auto row = [&] {
+        std::vector<std::uint32_t> colours;
+        const int end = window_layout::picture.x + window_layout::picture.w;
+        for (int x = window_layout::picture.x; x < end; x += 20)
+            colours.push_back(display.pixel(window, x, y));
+        return colours;
+    };
+    const auto runs = [&] {
+        const auto before = row();
+        std::this_thread::sleep_for(100ms);
+        return row() != before;
+    };
+    const int end_y = y + window_layout::picture.h;
+    while (y < end_y && !runs()) y += 2;  // The belts' upper edge.
+    int pictures = 0;
+    const auto start = steady::now();
+    for (auto before = row(); seconds_since(start) < watched_s;) {
+        auto now = row();
+        pictures += now != before;
+        before = std::move(now);
+    }
+    std::printf("window: %.0f pictures a second of running belts\n",
+                pictures / seconds_since(start));
 }
 
 /// A station with its panel: how long a command takes to the panel's lamp.
@@ -163,6 +200,7 @@ int main(int argc, char** argv) {
         measure_memory(hours);
     } else {
         measure_processor();
+        measure_frames();
         measure_delays();
     }
 }
