@@ -34,7 +34,8 @@ public:
         if (!server_.running()) return;
         server_.signal(SIGKILL);
         server_.wait();
-        std::filesystem::remove("/tmp/.X11-unix/X" + name.substr(1));
+        std::error_code none;
+        std::filesystem::remove("/tmp/.X11-unix/X" + name.substr(1), none);
     }
 
     const std::string name = own_name();
