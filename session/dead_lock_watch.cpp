@@ -49,8 +49,7 @@ bool stays_taken(io_segment& segment) {
 /// Whether only the station's own processes could hold the lock: whoever else is attached may only
 /// read.
 bool nobody_else(int ident) {
-    const std::optional<io_holding> held = io_held(ident);
-    return held && held->attached <= station_holders + io_all_reading_attachments(ident);
+    return held_by_no_more_than(ident, io_all_reading_attachments(ident));
 }
 
 }  // namespace

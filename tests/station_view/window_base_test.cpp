@@ -17,10 +17,9 @@ public:
         EXPECT_TRUE(told_becomes("etat", "marche"));
     }
     void tick_and_untick_a_fault() {
-        const layout::area first_box = {layout::faults.x + 96, layout::faults.y + 22, 20, 20};
-        click(first_box);
+        click(fault_box(0, 0));
         EXPECT_TRUE(told_becomes("pannes", "b1e=stuck0"));
-        click(first_box);
+        click(fault_box(0, 0));
         EXPECT_TRUE(told_becomes("pannes", ""));
     }
     void stop_and_unlock() {

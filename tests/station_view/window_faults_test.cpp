@@ -9,28 +9,23 @@ namespace {
 
 namespace layout = window_layout;
 
-/// The box of a row and column of the list before it is scrolled.
-layout::area box_at(int row, int column) {
-    return {layout::faults.x + 8 + 88 + column * 42, layout::faults.y + 2 + (row + 1) * 20, 20, 20};
-}
-
 TEST_F(WindowOnDisplay, ATickSetsAFaultAndAnotherOneEndsIt) {
     start();
     ASSERT_TRUE(panel_shows("b1e", red));
-    click(box_at(0, 0));
+    click(fault_box(0, 0));
     EXPECT_TRUE(panel_shows("b1e", blue));
     EXPECT_EQ(live->told("pannes"), "b1e=stuck0");
-    click(box_at(0, 1));
+    click(fault_box(0, 1));
     EXPECT_TRUE(panel_shows("b1e", red));
     EXPECT_EQ(live->told("pannes"), "b1e=stuck1") << "one fault a name";
-    click(box_at(0, 1));
+    click(fault_box(0, 1));
     EXPECT_TRUE(told_becomes("pannes", ""));
     end();
 }
 
 TEST_F(WindowOnDisplay, ShowsFaultsThatOthersSetAndEnd) {
     start({"--no-panel"});
-    const layout::area box = box_at(6, 0);  // te
+    const layout::area box = fault_box(6, 0);  // te
     auto empty = pixels(box, 1);
     // Until it is drawn at rest.
     wait_until([&] {

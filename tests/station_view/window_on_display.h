@@ -54,6 +54,12 @@ protected:
         display.hold(window, at.x + at.w / 2, at.y + at.h / 2, down);
     }
 
+    /// The box of a row and column of the list of faults before it is scrolled.
+    static area fault_box(int row, int column) {
+        const area& list = window_layout::faults;
+        return {list.x + 8 + 88 + column * 42, list.y + 2 + (row + 1) * 20, 20, 20};
+    }
+
     static const quorin_form::child& panel_widget(std::string_view name) {
         return *std::ranges::find_if(quorin_form::children, [&](const quorin_form::child& each) {
             return each.member > 0 && name == each.name;

@@ -166,8 +166,7 @@ std::set<pid_t> leftovers::processes() {
 }
 
 bool leftovers::no_process() {
-    const auto none = [] { return processes().empty(); };
-    return none() && !wait_until([&] { return !none(); }, seconds(0.02)) && none();
+    return !wait_until([] { return !processes().empty(); }, seconds(0.02));
 }
 
 // A segment that is older than this program is nobody's here, though a process of ours may by now
