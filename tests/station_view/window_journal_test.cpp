@@ -1,5 +1,6 @@
 // The journal in the paged viewer, with its exports, while the session goes on.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -98,6 +99,12 @@ TEST_F(JournalOnDisplay, GoesWithASessionThatIsKilled) {
     live->process->signal(SIGKILL);
     live->process->wait();
     EXPECT_TRUE(wait_until([] { return leftovers::processes().empty(); }));
+}
+
+TEST_F(JournalOnDisplay, DoesNotOpenForASessionThatIsGoneAlready) {
+    write_bytes(folder_.path() / "lines", "une ligne\n");
+    const std::string gone = std::to_string(getppid());
+    EXPECT_EQ(run_program({built("zk4sim"), "--journal", "lines", "fr", gone}).status, 1);
 }
 
 }  // namespace
