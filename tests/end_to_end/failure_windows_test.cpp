@@ -14,7 +14,8 @@ enum class button { text = 800, pdf = 550 };
 
 struct window_row {
     const char* command;
-    /// The title of the viewer's window, and the key that brings it up; none where it comes by itself.
+    /// The title of the viewer's window, and the key that brings it up: none where it comes by
+    /// itself.
     const char* viewer;
     x_key key;
     button pressed;

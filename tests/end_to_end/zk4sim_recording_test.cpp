@@ -235,7 +235,8 @@ TEST_F(Zk4simRecording, ADiskThatIsFullOrMayNotBeWrittenEndsTheStart) {
             run_on_a_small_disk(files.path(), options,
                                 before + " 2>&1\n" + long_session + file("a.csv") +
                                     "\necho status=$?; ls " + files.path().string());
-        if (end.status == 77 || end.err.starts_with("unshare:")) GTEST_SKIP() << own_disks << end.err;
+        if (end.status == 77 || end.err.starts_with("unshare:"))
+            GTEST_SKIP() << own_disks << end.err;
         EXPECT_EQ(end.err, "zk4sim: " + file("a.csv") + ": " + why + "\n");
         EXPECT_TRUE(end.out.starts_with("status=1\n")) << end.out;
         EXPECT_EQ(end.out.find("a.csv"), std::string::npos) << "no file was made";
@@ -246,7 +247,8 @@ TEST_F(Zk4simRecording, AFolderThatMayNotBeWrittenEndsTheStart) {
     std::filesystem::permissions(files.path(), std::filesystem::perms(0555));
     const outcome end = run_program(
         {"setpriv", "--reuid=65534", "--clear-groups", "sh", "-c", long_session + file("a.csv")});
-    if (end.err.find("setpriv") == 0 || end.status == 127) GTEST_SKIP() << "another user: root's rights";
+    if (end.err.find("setpriv") == 0 || end.status == 127)
+        GTEST_SKIP() << "another user: root's rights";
     EXPECT_EQ(end.status, 1);
     EXPECT_EQ(end.err, "zk4sim: " + file("a.csv") + ": accès refusé\n");
 }
