@@ -111,7 +111,8 @@ void fault_list::show_faults() {
 }
 
 void fault_list::go_to() {
-    if (!boxes_.empty()) boxes_.front().button->take_focus();
+    // The toolkit would give it to what is greyed, and the space bar would tick there.
+    if (!boxes_.empty() && boxes_.front().button->active_r()) boxes_.front().button->take_focus();
 }
 
 void fault_list::bring_into_view(const Fl_Widget& widget) {

@@ -21,7 +21,7 @@ public:
 
     /// Shows the faults that are set, here or by others.
     void show_faults();
-    /// Gives the keyboard to the first box.
+    /// Gives the keyboard to the first box, where there is one that can be ticked.
     void go_to();
     /// How many are set.
     std::size_t faults_set() const { return shown_.size(); }

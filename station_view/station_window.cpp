@@ -15,7 +15,6 @@
 #include "station_view/keyed_window.h"
 #include "station_view/panel_button.h"
 #include "station_view/station_canvas.h"
-#include "station_view/window_body.h"
 #include "station_view/window_place.h"
 #include "station_view/window_words.h"
 
@@ -129,7 +128,9 @@ void station_window::add_middle_column(bool with_desk) {
     // Where there is no drawing, there is no button for it beside this one either.
     layout::area journal_at = layout::journal;
     if (!body_) journal_at.w = layout::production_title.w;
-    new panel_button(journal_at, window_action::journal, options_.in, [this] { open_journal(); });
+    column_buttons_.journal = new panel_button(journal_at, window_action::journal, options_.in,
+                                               [this] { open_journal(); });
+    if (body_ && !options_.task) column_buttons_.to_faults = add_column_button(layout::to_faults);
     if (body_) add_drawing_alone();
     column_->end();
     // Without the desk, what stands below it moves up.
@@ -141,11 +142,17 @@ Fl_Button* station_window::add_drawing_alone() {
                             [this] { body_->change_drawing_alone(); });
 }
 
+// The same as its key: the faults into the desk's place, or the desk back.
+Fl_Button* station_window::add_column_button(const layout::area& at) {
+    return new panel_button(at, window_action::faults, options_.in, [this] { go_to_faults(); });
+}
+
 void station_window::end_body() {
     Fl_Button* const back = add_drawing_alone();
     back->copy_label(text_of(window_word::whole_window, options_.in));
     back->hide();
     body_->end();
+    if (column_buttons_.to_faults) body_->take_buttons(column_buttons_);
     window_->resizable(body_);
 }
 
@@ -154,6 +161,11 @@ void station_window::add_faults() {
     auto* const group = new Fl_Group(head.x - 4, 0, layout::width - head.x + 4, layout::height);
     faults_heading_ = window_style::add_heading(head, text_of(window_word::faults, options_.in));
     faults_heading_->copy_tooltip(tooltip_of(window_action::faults, options_.in).c_str());
+    if (body_) {
+        Fl_Button* const back = add_column_button(layout::to_desk);
+        back->copy_label(text_of(window_word::desk, options_.in));
+        column_buttons_.to_desk = back;
+    }
     faults_ = new fault_list(layout::faults, session_.run(), options_.in, [this] { changed(); });
     group->resizable(faults_);
     group->end();

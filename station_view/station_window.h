@@ -15,6 +15,7 @@
 #include "station_view/scene_keeper.h"
 #include "station_view/session_news.h"
 #include "station_view/time_panel.h"
+#include "station_view/window_body.h"
 
 class Fl_Box;
 class Fl_Button;
@@ -26,7 +27,6 @@ class fault_list;
 class incident_list;
 class keyed_window;
 class station_canvas;
-class window_body;
 
 /// What a window can be asked for.
 struct window_options {
@@ -80,6 +80,7 @@ private:
     void make_room(int panels_width);
     void add_middle_column(bool with_desk);
     Fl_Button* add_drawing_alone();
+    Fl_Button* add_column_button(const window_layout::area& at);
     void end_body();
     void add_faults();
     void add_exercise();
@@ -91,6 +92,7 @@ private:
     void draw_now();
     void show_trouble();
     void show_faults();
+    void go_to_faults();
     void open_journal();
     void report(const std::function<void()>& open);
 
@@ -110,6 +112,7 @@ private:
     std::unique_ptr<count_panel> counts_;
     // Where the station is drawn.
     window_body* body_ = nullptr;
+    window_body::column_buttons column_buttons_ = {};
     station_canvas* canvas_ = nullptr;
     incident_list* incidents_ = nullptr;
     fault_list* faults_ = nullptr;

@@ -6,7 +6,6 @@
 #include "station_view/fault_list.h"
 #include "station_view/keyed_window.h"
 #include "station_view/station_window.h"
-#include "station_view/window_body.h"
 
 namespace {
 
@@ -51,7 +50,7 @@ void station_window::act(window_action action) {
             time_->change_speed(action == window_action::faster);
             break;
         case window_action::faults:
-            if (faults_) faults_->go_to();
+            go_to_faults();
             break;
         case window_action::diagnosis:
             if (exercise_) exercise_->open_diagnosis();
@@ -68,6 +67,14 @@ void station_window::act(window_action action) {
         default:
             break;
     }
+}
+
+// Where desk and faults have one place, and that has the faults, the desk comes back.
+void station_window::go_to_faults() {
+    if (!faults_) return;
+    if (body_ && body_->faults_for_desk()) return body_->show_desk();
+    if (body_) body_->show_faults();
+    faults_->go_to();
 }
 
 void station_window::open_journal() {
