@@ -41,8 +41,7 @@ void window_body::arrange() {
     if (!one_column_) shows_faults_ = false;
     if (drawing_alone_) {
         const auto alone = window_layout::drawing_alone_arranged(w(), h());
-        place(*this,
-              {{picture, alone.picture}, {incidents, alone.incidents}, {back, alone.back}});
+        place(*this, {{picture, alone.picture}, {incidents, alone.incidents}, {back, alone.back}});
     } else {
         place(*this, {{picture, now.picture},
                       {incidents, now.incidents},
@@ -56,10 +55,9 @@ void window_body::arrange() {
 
 void window_body::show_parts() {
     const bool both = !drawing_alone_ && !one_column_;
-    const std::pair<part, bool> parts[] = {
-        {back, drawing_alone_},
-        {middle, both || (!drawing_alone_ && !shows_faults_)},
-        {faults, both || (!drawing_alone_ && shows_faults_)}};
+    const std::pair<part, bool> parts[] = {{back, drawing_alone_},
+                                           {middle, both || (!drawing_alone_ && !shows_faults_)},
+                                           {faults, both || (!drawing_alone_ && shows_faults_)}};
     bool keyboard_goes = false;
     for (const auto& [each, seen] : parts) {
         keyboard_goes = keyboard_goes || (!seen && child(each)->contains(Fl::focus()));

@@ -15,7 +15,8 @@ public:
     /// is alone. The one that makes it so is the last in the desk's column.
     explicit window_body(window_layout::side_part side)
         : Fl_Group(0, 0, window_layout::width, window_layout::height), side_(side) {}
-    /// The buttons of the one place: in the desk's column beside the journal's, and with the faults.
+    /// The buttons of the one place: in the desk's column beside the journal's, and with the
+    /// faults.
     struct column_buttons {
         Fl_Widget *journal, *to_faults, *to_desk;
     };

@@ -53,8 +53,8 @@ arrangement arranged(int w, int h, side_part side) {
                       {faults_x, middle_h, faults_w, h - middle_h});
     // The desk's column is lower when the window is, but never drawn out.
     if (w < narrow && side == side_part::faults) {
-        arrangement now = beside(faults_x, h, {faults_x, 0, faults_w, middle_h},
-                                 {faults_x, 0, faults_w, h});
+        arrangement now =
+            beside(faults_x, h, {faults_x, 0, faults_w, middle_h}, {faults_x, 0, faults_w, h});
         now.one_column = true;
         return now;
     }

@@ -40,8 +40,9 @@ inline constexpr area good = {1080, 254, 92, 58}, bad = {1179, 254, 92, 58},
                       incident_count = {1278, 254, 92, 58};
 /// Of a replay; at any other time there is nothing.
 inline constexpr area moment = {1080, 316, 290, 24};
-/// What opens the journal, and what gives the drawing the whole window. Between them, where desk and
-/// faults have one column, what brings the faults into it; the journal's button is narrower then.
+/// What opens the journal, and what gives the drawing the whole window. Between them, where desk
+/// and faults have one column, what brings the faults into it; the journal's button is narrower
+/// then.
 inline constexpr area journal = {1080, 344, 188, 28}, to_faults = {1178, 344, 90, 28},
                       drawing_alone = {1276, 344, 94, 28};
 

@@ -93,4 +93,64 @@ TEST_F(IncidentsOnDisplay, AnIncidentAppearsAtOnceAndCounts) {
     }
 }
 
+TEST_F(IncidentsOnDisplay, TheirListIsScrolledByTheKeyboardAlone) {
+    start({"--no-panel", "--speed", "5"});
+    const area list = window_layout::incidents;
+    // Their times are in the first column.
+    const auto shown = [&] { return pixels({list.x, list.y, 90, list.h}, 2); };
+    // The frame's dots are in its outermost pixels.
+    const auto frame = [&] {
+        std::vector<std::uint32_t> edge;
+        for (int x = list.x + 2; x < list.x + 200; ++x)
+            edge.push_back(display.pixel(window, x, list.y + 1));
+        return edge;
+    };
+    const auto unmarked = frame();
+    display.key(XK_Tab, XK_Shift_L);
+    wait_until([] { return false; }, seconds(0.3));
+    EXPECT_EQ(frame(), unmarked) << "an empty list has nothing to scroll";
+    click(window_layout::start_cycle);
+    for (int i = 1; i <= 12; ++i) {
+        live->io({"set", "DEPOSE=1"});
+        ASSERT_TRUE(told_becomes("incidents", std::to_string(i)));
+        live->io({"set", "DEPOSE=0"});
+        wait_until([] { return false; }, seconds(0.1));
+    }
+    display.key(XK_p);
+    ASSERT_TRUE(told_becomes("etat", "pause"));
+    wait_until([] { return false; }, seconds(1));
+    display.key(XK_Tab, XK_Shift_L);
+    ASSERT_TRUE(wait_until([&] { return frame() != unmarked; }, seconds(5)))
+        << "Tab comes by, and a mark shows it";
+    wait_until([] { return false; }, seconds(0.3));
+    std::vector<decltype(shown())> looks = {shown()};
+    const auto expect_look = [&](x_key key, std::size_t which) {
+        display.key(key);
+        if (which == looks.size()) {
+            EXPECT_TRUE(wait_until([&] { return shown() != looks.back(); }, seconds(5))) << which;
+            wait_until([] { return false; }, seconds(0.3));
+            looks.push_back(shown());
+            for (std::size_t i = 0; i + 1 < looks.size(); ++i) EXPECT_NE(looks[i], looks.back());
+        } else {
+            EXPECT_TRUE(wait_until([&] { return shown() == looks[which]; }, seconds(5))) << which;
+        }
+    };
+    const struct {
+        x_key key;
+        std::size_t look;
+    } strokes[] = {{XK_Down, 1}, {XK_Down, 2},  {XK_Up, 1},  {XK_Up, 0},   {XK_Up, 0},
+                   {XK_Next, 3}, {XK_Prior, 0}, {XK_End, 4}, {XK_Down, 4}, {XK_Home, 0}};
+    for (const auto& [key, look] : strokes) expect_look(key, look);
+    display.key(XK_p);
+    EXPECT_TRUE(told_becomes("etat", "marche")) << "the window's keys stay its own";
+    display.hold_key(XK_d, true);
+    EXPECT_TRUE(becomes("dc", "1"));
+    display.hold_key(XK_d, false);
+    display.key(XK_Escape);
+    EXPECT_TRUE(becomes("atu", "1"));
+    display.key(XK_Tab);
+    EXPECT_TRUE(wait_until([&] { return frame() == unmarked; }, seconds(5))) << "Tab goes on";
+    end();
+}
+
 }  // namespace

@@ -83,7 +83,7 @@ TEST(WindowLayout, DeskAndFaultsShareAColumnWhereTheWindowIsLowAndNarrow) {
     const struct {
         int w, h;
         bool one_column;
-    } cases[] = {{1000, 240, true},  {1000, 639, true},   {1299, 380, true},  {1000, 640, false},
+    } cases[] = {{1000, 240, true},  {1000, 639, true},  {1299, 380, true},  {1000, 640, false},
                  {1300, 240, false}, {1366, 244, false}, {1718, 380, false}, {3840, 300, false}};
     for (const auto& [w, h, one_column] : cases) {
         const auto now = window_layout::arranged(w, h);
