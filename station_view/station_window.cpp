@@ -15,6 +15,7 @@
 #include "station_view/keyed_window.h"
 #include "station_view/panel_button.h"
 #include "station_view/station_canvas.h"
+#include "station_view/told_trouble.h"
 #include "station_view/window_place.h"
 #include "station_view/window_words.h"
 
@@ -81,7 +82,8 @@ void station_window::name_window(const station_model& model) {
     std::string title = options_.title;
     if (title.empty() && scene_) title = text_of(window_word::station, options_.in);
     if (title.empty() && panels_) title = text_of(window_word::by_hand, options_.in);
-    window_->copy_label((title.empty() ? std::string(model.name()) : title).c_str());
+    title_ = title.empty() ? std::string(model.name()) : title;
+    window_->copy_label(title_.c_str());
 }
 
 station_window::~station_window() { Fl::remove_timeout(draw_when_due, this); }
@@ -217,6 +219,7 @@ void station_window::conclude() {
 }
 
 void station_window::changed() {
+    restore_title();
     moves_ = true;
     if (serve_) serve_();
 }
@@ -251,14 +254,25 @@ void station_window::draw_now() {
     if (faults_) show_faults();
 }
 
-// A window without a list of incidents has its title for it.
 void station_window::show_trouble() {
     if (told_trouble_ == session_.trouble()) return;
     told_trouble_ = session_.trouble();
+    tell(told_trouble_);
+    // Without a list it stays, instead of the name.
+    if (!incidents_) title_ = window_->label();
+}
+
+// A window without a list of incidents has its title for it.
+void station_window::tell(const std::string& trouble) {
+    const std::string words = told_trouble(trouble, options_.in);
     if (incidents_)
-        incidents_->show_trouble(told_trouble_);
+        incidents_->show_trouble(words);
     else
-        window_->copy_label(told_trouble_.c_str());
+        window_->copy_label(words.c_str());
+}
+
+void station_window::restore_title() {
+    if (title_ != window_->label()) window_->copy_label(title_.c_str());
 }
 
 void station_window::show_faults() {

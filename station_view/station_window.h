@@ -91,6 +91,8 @@ private:
     static void draw_when_due(void* self);
     void draw_now();
     void show_trouble();
+    void tell(const std::string& trouble);
+    void restore_title();
     void show_faults();
     void go_to_faults();
     void open_journal();
@@ -119,7 +121,8 @@ private:
     Fl_Box* faults_heading_ = nullptr;
     exercise_panel* exercise_ = nullptr;
     Fl_Group* column_ = nullptr;
-    std::string told_trouble_;
+    // What the window is called, and what it has told of the session's troubles.
+    std::string title_, told_trouble_;
     // How far left the columns stand, for what is narrower than the drawing.
     int columns_left_by_ = 0;
     // Whether something did when it was last drawn, or was asked to since.

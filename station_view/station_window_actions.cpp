@@ -31,6 +31,7 @@ bool station_window::take_key(int symbol, bool shift, key_press what) {
 
 void station_window::act(window_action action) {
     if (session_.over() && !works_after_end(action)) return;
+    restore_title();
     switch (action) {
         case window_action::emergency:
         case window_action::unlock:
@@ -83,11 +84,12 @@ void station_window::open_journal() {
     });
 }
 
-// What cannot be opened is told where it is seen.
+// What cannot be opened is told where it is seen, until something else is asked for.
 void station_window::report(const std::function<void()>& open) {
+    restore_title();
     try {
         open();
     } catch (const failure& why) {
-        window_->copy_label(why.why.c_str());
+        tell(why.why);
     }
 }
