@@ -172,7 +172,7 @@ void station_window::add_faults() {
     group->resizable(faults_);
     group->end();
     group->position(group->x() - columns_left_by_, 0);
-    if (session_.replaying() || session_.examined()) faults_->deactivate();
+    if (session_.replaying() || session_.examined()) faults_->only_show();
 }
 
 void station_window::add_exercise() {

@@ -124,7 +124,7 @@ TEST(Picture, SaysHowTheSessionGoes) {
                  {session_mode::paused, "paused", "PAUSE", "PAUSED"},
                  {session_mode::replay, "replay", "REJEU", "REPLAY"},
                  {session_mode::replay_paused, "replay_paused", "REJEU EN PAUSE", "REPLAY PAUSED"},
-                 {session_mode::link_dead, "link_dead", "LIAISON PERDUE", "LINK LOST"},
+                 {session_mode::link_dead, "link_dead", "LIAISON SANS COMMANDE", "NOBODY COMMANDS"},
                  {session_mode::over, "over", "SESSION TERMINÉE", "SESSION OVER"}};
     for (const auto& [mode, thing, french, english] : cases) {
         station_scene scene;
@@ -161,10 +161,10 @@ TEST(Picture, StocksAndCountsAreInFigures) {
         EXPECT_EQ(texts_of(shapes_of(picture, "loader")),
                   (std::vector<std::string>{"réserve", text(stock)}));
         EXPECT_EQ(texts_of(shapes_of(picture, "magazine")), std::vector<std::string>{text(stock)});
-        EXPECT_EQ(
-            texts_of(shapes_of(picture, "counts")),
-            (std::vector<std::string>{"bonnes", text(stock + 1), "mauvaises", text(stock + 2),
-                                      "incidents", text(stock + 3), "perdues", text(stock + 4)}));
+        EXPECT_EQ(texts_of(shapes_of(picture, "counts")),
+                  (std::vector<std::string>{"bonnes", text(stock + 1), "mauvaises", text(stock + 2),
+                                            "incidents", text(stock + 3), "pièces perdues",
+                                            text(stock + 4)}));
         EXPECT_EQ(has(shapes_of(picture, "magazine"), shape_kind::bound, ink::part), stock > 0);
         EXPECT_EQ(has(shapes_of(picture, "loader"), shape_kind::bound, ink::base), stock > 0);
     }
@@ -261,6 +261,27 @@ TEST(Picture, AnEmergencyStopIsSeenBeforeAPausedStationTakesIt) {
     scene.desk.atu = true;
     EXPECT_EQ(texts_of(shapes_of(draw(scene), "emergency_stop")),
               std::vector<std::string>{"ARRÊT D'URGENCE"});
+}
+
+TEST(Picture, AStationThatIsStoppedDoesNotSayThatItRuns) {
+    const struct {
+        session_mode mode;
+        std::vector<std::string> french, english;
+    } cases[] = {{session_mode::running,
+                  {"arrêt d'urgence", "ARRÊT D'URGENCE"},
+                  {"emergency stop", "EMERGENCY STOP"}},
+                 {session_mode::paused, {"ARRÊT D'URGENCE"}, {"EMERGENCY STOP"}},
+                 {session_mode::replay, {"ARRÊT D'URGENCE"}, {"EMERGENCY STOP"}},
+                 {session_mode::link_dead, {"ARRÊT D'URGENCE"}, {"EMERGENCY STOP"}}};
+    for (const auto& [mode, french, english] : cases) {
+        station_scene scene = scene_at_work();
+        scene.mode = mode;
+        scene.state.emergency_stop = true;
+        EXPECT_EQ(texts_of(shapes_of(draw(scene), "emergency_stop")), french);
+        EXPECT_TRUE(texts_of(shapes_of(draw(scene), "running")).empty());
+        scene.english = true;
+        EXPECT_EQ(texts_of(shapes_of(draw(scene), "emergency_stop")), english);
+    }
 }
 
 TEST(Picture, ALongTitleIsCutBetweenCharacters) {

@@ -17,6 +17,7 @@
 #include "station_view/told_trouble.h"
 #include "station_view/window_actions.h"
 #include "station_view/window_words.h"
+#include "tests/station_view/looking.h"
 #include "tests/support/files.h"
 
 namespace {
@@ -43,6 +44,39 @@ TEST(WindowWords, NoneIsEmpty) {
     for (int i = 0; i < static_cast<int>(window_word::count); ++i)
         for (const language in : languages)
             EXPECT_STRNE(text_of(static_cast<window_word>(i), in), "") << i;
+}
+
+/// With small letters only.
+std::string lowered(std::string text) {
+    for (std::size_t at; (at = text.find("Ê")) != std::string::npos;)
+        text.replace(at, std::string_view("Ê").size(), "ê");
+    for (char& each : text)
+        if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
+    return text;
+}
+
+TEST(WindowWords, TheColumnAndTheDrawingHaveOneNameForHowTheStationIs) {
+    const struct {
+        session_mode mode;
+        bool stopped;
+        const char* thing;
+        window_word word;
+    } cases[] = {{session_mode::running, false, "running", window_word::running},
+                 {session_mode::running, true, "emergency_stop", window_word::emergency},
+                 {session_mode::paused, true, "emergency_stop", window_word::emergency},
+                 {session_mode::replay, false, "replay", window_word::replay},
+                 {session_mode::link_dead, false, "link_dead", window_word::dead_link}};
+    for (const auto& [mode, stopped, thing, word] : cases)
+        for (const language in : languages) {
+            station_scene scene;
+            scene.mode = mode;
+            scene.state.emergency_stop = stopped;
+            scene.english = in == language::english;
+            const auto told = texts_of(shapes_of(draw_station(scene, 1000, 300), thing));
+            ASSERT_FALSE(told.empty()) << thing;
+            for (const std::string& each : told)
+                EXPECT_EQ(lowered(each), lowered(text_of(word, in))) << thing;
+        }
 }
 
 TEST(IncidentAdvice, EveryIncidentHasOneInBothLanguages) {
@@ -265,6 +299,12 @@ TEST(ManualStation, ItsInputsAreWhatIsSetFromTheNextStepOn) {
     EXPECT_EQ(station.commands(), std::vector<int>{-3});
 }
 
+std::string many_lines(int count) {
+    std::string lines;
+    for (int i = 0; i < count; ++i) lines += "s" + std::to_string(i) + "\n";
+    return lines;
+}
+
 class NamesFile : public testing::Test {
 protected:
     station_names read(const std::string& bytes) {
@@ -289,7 +329,8 @@ TEST_F(NamesFile, HoldsInputsAnEmptyLineAndOutputs) {
                   {"a"},
                   {"X"}},
                  {"\xEF\xBB\xBF\nX\n", {}, {"X"}},
-                 {"a\n\n", {"a"}, {}}};
+                 {"a\n\n", {"a"}, {}},
+                 {std::string(49, 'n') + "\r\n\r\n", {std::string(49, 'n')}, {}}};
     for (const auto& [bytes, inputs, outputs] : cases) {
         const station_names names = read(bytes);
         EXPECT_EQ(names.inputs, inputs) << bytes;
@@ -304,7 +345,15 @@ TEST_F(NamesFile, SaysInOneLineWhatIsWrongWithIt) {
                  {"a\nb\n", ":2: une ligne vide manque avant les sorties"},
                  {"a\n\nX\n\nY\n", ":4: une deuxième ligne vide"},
                  {std::string("a\n\0\n", 4), ":2: un octet nul"},
-                 {std::string(200'000, 'x'), ":1: le fichier est trop long"}};
+                 {std::string(200'000, 'x'), ":1: le fichier est trop long"},
+                 {"a\n" + std::string(50, 'n') + "\n\n",
+                  ":2: nom trop long pour la liaison (49 octets): " + std::string(50, 'n')},
+                 {"a\nb\r\n\n" + std::string(48, 'n') + "é\r\nY\n",
+                  ":4: nom trop long pour la liaison (49 octets): " + std::string(48, 'n') + "é"},
+                 {"a\n\n\t" + std::string(60, 'n'),
+                  ":3: nom trop long pour la liaison (49 octets): \\x09" + std::string(60, 'n')},
+                 {many_lines(42) + "\nX\n", ":42: 42 noms: la liaison en porte 41"},
+                 {"a\n\n" + many_lines(50), ":44: 42 noms: la liaison en porte 41"}};
     for (const auto& [bytes, why] : cases) {
         try {
             read(bytes);
