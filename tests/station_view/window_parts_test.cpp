@@ -2,23 +2,17 @@
 // station whose inputs are set by hand.
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <set>
 
-#include "session/failure.h"
 #include "session/station_run.h"
-#include "session/system_errors.h"
 #include "station_view/fault_labels.h"
 #include "station_view/incident_advice.h"
 #include "station_view/journal.h"
-#include "station_view/manual_station.h"
 #include "station_view/session_news.h"
 #include "station_view/time_panel.h"
-#include "station_view/told_trouble.h"
 #include "station_view/window_actions.h"
 #include "station_view/window_words.h"
 #include "tests/station_view/looking.h"
-#include "tests/support/files.h"
 
 namespace {
 
@@ -94,52 +88,6 @@ TEST(IncidentAdvice, EveryIncidentHasOneInBothLanguages) {
     const told_incident other = tell_incident("autre chose", language::english);
     EXPECT_EQ(other.what, "autre chose");
     EXPECT_EQ(other.advice, "");
-}
-
-TEST(ToldTrouble, IsInTheWindowsLanguage) {
-    const struct {
-        std::string french, english;
-    } cases[] = {{"a.csv: plus de place sur le disque; la suite n'est pas enregistrée",
-                  "a.csv: no space left on the disk; the rest is not recorded"},
-                 {"a: b.csv: fichier trop grand; la suite n'est pas enregistrée",
-                  "a: b.csv: file too large; the rest is not recorded"},
-                 {"a.csv: erreur 121; la suite n'est pas enregistrée",
-                  "a.csv: error 121; the rest is not recorded"},
-                 {"a.csv: personne ne lit; la suite attend, puis sera perdue",
-                  "a.csv: nobody reads; the rest waits, and will be lost"},
-                 {"a.csv: la fin n'a pas pu être écrite à temps",
-                  "a.csv: the end could not be written in time"},
-                 {"a.csv: à 50 ms, entree b1e: rien dans l'enregistrement, 0 à la station",
-                  "a.csv: at 50 ms, input b1e: nothing in the recording, 0 at the station"},
-                 {"f: à 40 ms, sortie MT: 1 dans l'enregistrement, rien à la station",
-                  "f: at 40 ms, output MT: 1 in the recording, nothing at the station"},
-                 {"f: à 90 ms, session bonnes: 3 dans l'enregistrement, 2 à la station",
-                  "f: at 90 ms, session good: 3 in the recording, 2 at the station"},
-                 {"f: à 2007 ms, incident 1: rien dans l'enregistrement, "
-                  "colle répandue : pas de support en zone 1 à la station",
-                  "f: at 2007 ms, incident 1: nothing in the recording, "
-                  "glue spilled: no base at zone 1 at the station"},
-                 {"x: à y ms, z: à 7 ms, panne te: late dans l'enregistrement, rien à la station",
-                  "x: à y ms, z: at 7 ms, fault te: late in the recording, nothing at the station"},
-                 {"journal /proc/self/exe: mémoire insuffisante",
-                  "journal /proc/self/exe: not enough memory"},
-                 {"journal: trop de fichiers ouverts", "journal: too many open files"},
-                 {"autre chose", "autre chose"},
-                 {"", ""}};
-    for (const auto& [french, english] : cases) {
-        EXPECT_EQ(told_trouble(french, language::english), english);
-        EXPECT_EQ(told_trouble(french, language::french), french);
-    }
-}
-
-TEST(ToldTrouble, EveryWordOfTheSystemHasAnEnglishOne) {
-    std::set<std::string> seen;
-    for (int number = 1; number < 200; ++number) {
-        const std::string french = system_error_words(number),
-                          english = english_system_words(french);
-        EXPECT_NE(english, french) << number;
-        EXPECT_TRUE(seen.insert(english).second) << english;
-    }
 }
 
 TEST(FaultLabels, NameTheFaultAsItIsTyped) {
@@ -283,88 +231,6 @@ TEST(SessionNews, TellsThatNothingChanged) {
     EXPECT_TRUE(news.nothing_changed());
     news.forget_run();
     EXPECT_FALSE(news.nothing_changed());
-}
-
-TEST(ManualStation, ItsInputsAreWhatIsSetFromTheNextStepOn) {
-    manual_station station({{"a", "b"}, {"X"}});
-    station.set_inputs({0, 7});
-    EXPECT_EQ(station.sensor(1), 0);
-    station.step(0.01);
-    EXPECT_EQ(station.sensor(0), 0);
-    EXPECT_EQ(station.sensor(1), 1);
-    EXPECT_EQ(station.sensor(2), 0);
-    EXPECT_EQ(station.sensor(-1), 0);
-    station.set_command(0, -3);
-    station.set_command(1, 5);
-    EXPECT_EQ(station.commands(), std::vector<int>{-3});
-}
-
-std::string many_lines(int count) {
-    std::string lines;
-    for (int i = 0; i < count; ++i) lines += "s" + std::to_string(i) + "\n";
-    return lines;
-}
-
-class NamesFile : public testing::Test {
-protected:
-    station_names read(const std::string& bytes) {
-        write_bytes(file, bytes);
-        return read_names(file);
-    }
-    const temporary_folder folder;
-    const std::string file = (folder / "names").string();
-};
-
-TEST_F(NamesFile, HoldsInputsAnEmptyLineAndOutputs) {
-    using list = std::vector<std::string>;
-    const struct {
-        std::string bytes;
-        list inputs, outputs;
-    } cases[] = {{"a\nb\n\nX\n", {"a", "b"}, {"X"}},
-                 {"a\n\nX", {"a"}, {"X"}},
-                 {"a\r\n\r\nX y\r\n", {"a"}, {"X y"}},
-                 {"\nX\n", {}, {"X"}},
-                 {"\xEF\xBB\xBF"
-                  "a\n\nX\n",
-                  {"a"},
-                  {"X"}},
-                 {"\xEF\xBB\xBF\nX\n", {}, {"X"}},
-                 {"a\n\n", {"a"}, {}},
-                 {std::string(49, 'n') + "\r\n\r\n", {std::string(49, 'n')}, {}}};
-    for (const auto& [bytes, inputs, outputs] : cases) {
-        const station_names names = read(bytes);
-        EXPECT_EQ(names.inputs, inputs) << bytes;
-        EXPECT_EQ(names.outputs, outputs) << bytes;
-    }
-}
-
-TEST_F(NamesFile, SaysInOneLineWhatIsWrongWithIt) {
-    const struct {
-        std::string bytes, why;
-    } cases[] = {{"", ":1: une ligne vide manque avant les sorties"},
-                 {"a\nb\n", ":2: une ligne vide manque avant les sorties"},
-                 {"a\n\nX\n\nY\n", ":4: une deuxième ligne vide"},
-                 {std::string("a\n\0\n", 4), ":2: un octet nul"},
-                 {std::string(200'000, 'x'), ":1: le fichier est trop long"},
-                 {"a\n" + std::string(50, 'n') + "\n\n",
-                  ":2: nom trop long pour la liaison (49 octets): " + std::string(50, 'n')},
-                 {"a\nb\r\n\n" + std::string(48, 'n') + "é\r\nY\n",
-                  ":4: nom trop long pour la liaison (49 octets): " + std::string(48, 'n') + "é"},
-                 {"a\n\n\t" + std::string(60, 'n'),
-                  ":3: nom trop long pour la liaison (49 octets): \\x09" + std::string(60, 'n')},
-                 {many_lines(42) + "\nX\n", ":42: 42 noms: la liaison en porte 41"},
-                 {"a\n\n" + many_lines(50), ":44: 42 noms: la liaison en porte 41"}};
-    for (const auto& [bytes, why] : cases) {
-        try {
-            read(bytes);
-            ADD_FAILURE() << why;
-        } catch (const failure& refused) {
-            EXPECT_EQ(refused.status, exit_status::refused);
-            EXPECT_EQ(refused.why, file + why);
-        }
-    }
-    EXPECT_THROW(static_cast<void>(read_names("/nowhere")), failure);
-    EXPECT_THROW(static_cast<void>(read_names("/")), failure);
 }
 
 }  // namespace
