@@ -9,9 +9,7 @@
 /// UTF-8. Names of files, signals and incidents of other stations stay as they are, and so does
 /// what the tables do not have.
 ///
-///     told_trouble("a.csv: plus de place sur le disque; la suite n'est pas enregistrée",
-///                  language::english)  // "a.csv: no space left on the disk; the rest is not
-///                  recorded"
+///     told_trouble("a.csv: erreur 121", language::english)  // "a.csv: error 121"
 [[nodiscard]] std::string told_trouble(const std::string& french, language in);
 
 /// What the system says, in English, for the words of session/system_errors.h; those words where
