@@ -8,6 +8,7 @@
 #include <climits>
 #include <utility>
 
+#include "recording/trouble_words.h"
 #include "session/system_errors.h"
 
 namespace {
@@ -46,7 +47,7 @@ void background_writer::finish(std::chrono::milliseconds limit) {
     if (patient_) changed_.wait(hold, [&] { return done_; });
     if (changed_.wait_for(hold, limit, [&] { return done_; })) return;
     failed_ = true;
-    trouble_ = "la fin n'a pas pu être écrite à temps";
+    trouble_ = trouble_words::end_not_written;
     troubled_ = true;
 }
 
@@ -111,13 +112,13 @@ bool background_writer::ready() {
     if (!patient_ && !told_slow_ &&
         std::chrono::steady_clock::now() - last_progress_ > slow_after) {
         told_slow_ = true;
-        tell("personne ne lit; la suite attend, puis sera perdue");
+        tell(std::string(trouble_words::nobody_reads));
     }
     return false;
 }
 
 void background_writer::fail(const std::string& why) {
-    tell(why + "; la suite n'est pas enregistrée");
+    tell(why + std::string(trouble_words::not_recorded));
     const std::scoped_lock hold(lock_);
     failed_ = true;
     waiting_.clear();

@@ -6,13 +6,15 @@
 #include <utility>
 
 #include "recording/recorded_text.h"
+#include "recording/trouble_words.h"
 #include "session/desk.h"
 #include "session/failure.h"
 #include "session/faults.h"
 
 namespace {
 
-constexpr const char* nothing = "rien";
+namespace words = trouble_words;
+
 constexpr std::string_view counts[] = {"bonnes", "mauvaises", "incidents"};
 
 // Within one time: what a step answers, then what the next one takes.
@@ -208,23 +210,27 @@ void replay::explain(const station_event& event, const recorded_event& recorded)
     const auto rank = [this](const station_event& of) {
         return std::tuple(of.ms, rank_of(of), place_in(recording_.head(), of));
     };
-    if (rank(event) < rank(other)) return differ(event, nothing, value_of(event));
+    if (rank(event) < rank(other))
+        return differ(event, std::string(words::nothing), value_of(event));
     if (rank(event) > rank(other) || recorded_name(event.name) != other.name)
-        return differ(other, value_of(other), nothing);
+        return differ(other, value_of(other), std::string(words::nothing));
     differ(event, value_of(other), value_of(event));
 }
 
 void replay::miss(const recorded_event& recorded) {
-    differ(recorded.event(), value_of(recorded.event()), nothing);
+    differ(recorded.event(), value_of(recorded.event()), std::string(words::nothing));
 }
 
 void replay::differ(const station_event& where, const std::string& recorded,
                     const std::string& played) {
     if (!difference_.empty()) return;
     const event_row row = row_of_event(where);
-    difference_ =
-        recorded_name(recording_.name() + ": à " + row.ms + " ms, " + row.kind + " " + row.name +
-                      ": " + recorded + " dans l'enregistrement, " + played + " à la station");
+    std::string told = recording_.name();
+    for (const std::string_view each : std::initializer_list<std::string_view>{
+             words::before_ms, row.ms, words::behind_ms, row.kind, " ", row.name, ": ", recorded,
+             words::recorded, played, words::played})
+        told += each;
+    difference_ = recorded_name(told);
 }
 
 std::string replay::trouble() {

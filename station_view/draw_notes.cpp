@@ -29,7 +29,7 @@ constexpr mode_row modes[] = {
     {session_mode::paused,        station_part::paused,        ink::paused_paper, ink::black,  mode_sign::bars,   {"PAUSE", "PAUSED"}},
     {session_mode::replay,        station_part::replay,        ink::replay_paper, ink::replay, mode_sign::arrows, {"REJEU", "REPLAY"}},
     {session_mode::replay_paused, station_part::replay_paused, ink::replay_paper, ink::replay, mode_sign::bars,   {"REJEU EN PAUSE", "REPLAY PAUSED"}},
-    {session_mode::link_dead,     station_part::link_dead,     ink::dead_paper,   ink::black,  mode_sign::cross,  {"LIAISON PERDUE", "LINK LOST"}},
+    {session_mode::link_dead,     station_part::link_dead,     ink::dead_paper,   ink::black,  mode_sign::cross,  {"LIAISON SANS COMMANDE", "NOBODY COMMANDS"}},
     {session_mode::over,          station_part::over,          ink::over_paper,   ink::stamp,  mode_sign::block,  {"SESSION TERMINÉE", "SESSION OVER"}},
 };
 // clang-format on
@@ -90,13 +90,24 @@ void draw_hazard_frame(picture_builder& into) {
     }
 }
 
+// In a pause the station takes it with the next step only.
+bool is_stopped(const station_scene& scene) { return scene.state.emergency_stop || scene.desk.atu; }
+
 void draw_emergency(picture_builder& into, const station_scene& scene) {
-    // In a pause the station takes it with the next step only.
-    if (!scene.state.emergency_stop && !scene.desk.atu) return;
+    if (!is_stopped(scene)) return;
     begin_part(into, scene, station_part::emergency_stop);
     draw_hazard_frame(into);
     draw_banner(into, scene.english ? "EMERGENCY STOP" : "ARRÊT D'URGENCE", into.w() / 2,
                 ink::alarm);
+}
+
+// Time goes on under an emergency stop, too, but nothing runs.
+void draw_running(picture_builder& into, const station_scene& scene, const mode_row& mode) {
+    const bool stopped = is_stopped(scene);
+    if (stopped) begin_part(into, scene, station_part::emergency_stop);
+    const bilingual words = stopped ? bilingual{"arrêt d'urgence", "emergency stop"} : mode.words;
+    into.text(told(words, scene), into.x(right_end_mm), into.y(header_row), text_side::right,
+              stopped ? ink::alarm : mode.colour, 1.1);
 }
 
 void draw_title(picture_builder& into, const station_scene& scene) {
@@ -139,7 +150,7 @@ void draw_mode(picture_builder& into, const station_scene& scene) {
         draw_cross(into, ink::dead_cross, {0, 0, into.w(), into.h()}, into.px(0.6));
     draw_sign(into, mode.sign, mode.colour);
     if (mode.sign == mode_sign::none)
-        into.text(words, right, into.y(header_row), text_side::right, mode.colour, 1.1);
+        draw_running(into, scene, mode);
     else
         draw_banner(into, words, right - banner_half_px(into, words), mode.colour);
     draw_emergency(into, scene);
@@ -165,9 +176,9 @@ void draw_counts(picture_builder& into, const station_scene& scene) {
     } rows[] = {{{"bonnes", "good"}, scene.state.good},
                 {{"mauvaises", "bad"}, scene.state.bad},
                 {{"incidents", "incidents"}, scene.state.incidents},
-                {{"perdues", "lost parts"}, scene.state.parts_lost}};
+                {{"pièces perdues", "lost parts"}, scene.state.parts_lost}};
     constexpr double first_row = 5.3, step = 3.05, below = 1.38;
-    const int left = into.x(right_end_mm, -9.5), right = into.x(right_end_mm), gap = into.px(0.5);
+    const int left = into.x(right_end_mm, -10), right = into.x(right_end_mm), gap = into.px(0.5);
     into.bar(bound, ink::housing, left, into.y(4.5), right, into.y(16.9));
     double row = first_row;
     for (const auto& [words, count] : rows) {

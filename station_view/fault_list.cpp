@@ -59,7 +59,7 @@ void fault_list::add_section(fault_place place, name_span names, language in) {
     const auto title = place == fault_place::sensor ? window_word::sensors : window_word::actuators;
     const auto add_head = [this](int x, int w, const char* text) {
         Fl_Box* const made = window_style::add_heading({x, next_y_, w, row_h}, text);
-        made->color(window_style::white);
+        made->box(FL_NO_BOX);
         made->labelsize(window_style::small_px);
     };
     add_head(x() + inset, name_w, text_of(title, in));
@@ -74,7 +74,7 @@ void fault_list::add_section(fault_place place, name_span names, language in) {
 void fault_list::add_row(std::string_view name, std::span<const fault_kind> kinds, language in) {
     Fl_Box* const label =
         window_style::add_text({x() + inset, next_y_, name_w - 4, row_h}, plain(name));
-    label->color(window_style::white);
+    label->box(FL_NO_BOX);
     label->labelsize(window_style::small_px);
     label->align(label->align() | FL_ALIGN_CLIP);
     for (std::size_t i = 0; i < kinds.size(); ++i) {
@@ -110,8 +110,14 @@ void fault_list::show_faults() {
     shown_ = std::move(now);
 }
 
+void fault_list::only_show() {
+    color(window_style::paper);
+    deactivate();
+}
+
 void fault_list::go_to() {
-    if (!boxes_.empty()) boxes_.front().button->take_focus();
+    // The toolkit would give it to what is greyed, and the space bar would tick there.
+    if (!boxes_.empty() && boxes_.front().button->active_r()) boxes_.front().button->take_focus();
 }
 
 void fault_list::bring_into_view(const Fl_Widget& widget) {

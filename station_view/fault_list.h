@@ -19,9 +19,12 @@ public:
     fault_list(const window_layout::area& at, station_run& run, language in,
                std::function<void()> changed);
 
+    /// From now on it shows the faults, and nobody sets them here.
+    void only_show();
+
     /// Shows the faults that are set, here or by others.
     void show_faults();
-    /// Gives the keyboard to the first box.
+    /// Gives the keyboard to the first box, where there is one that can be ticked.
     void go_to();
     /// How many are set.
     std::size_t faults_set() const { return shown_.size(); }

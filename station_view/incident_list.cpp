@@ -55,9 +55,12 @@ incident_list::incident_list(const window_layout::area& at, language in)
 void incident_list::size_text() {
     const int fits = static_cast<int>((h() - edge) / (lines_shown * line_per_text));
     textsize(std::max<Fl_Fontsize>(window_style::small_px, fits));
+    scrollbar.linesize(textsize() * 13 / 10);
     columns_[0] = time_w * textsize() / window_style::small_px;
     columns_[1] = what_w * textsize() / window_style::small_px;
 }
+
+bool incident_list::scrolls() const { return full_height() > h() - 2 * Fl::box_dy(box()); }
 
 bool incident_list::fits_in_one_line(const entry& told) const {
     fl_font(FL_HELVETICA_BOLD, textsize());
@@ -123,4 +126,22 @@ void incident_list::resize(int x, int y, int w, int h) {
     if (!other_size) return;
     size_text();
     fill();
+}
+
+void incident_list::draw() {
+    const bool focused = Fl::focus() == this;
+    // The toolkit would scroll the frame along with what it is around.
+    if (focused) clear_damage(FL_DAMAGE_ALL);
+    Fl_Browser::draw();
+    if (focused) draw_focus();
+}
+
+// The toolkit's bar has the arrows.
+int incident_list::handle(int event) {
+    if (event == FL_FOCUS || event == FL_UNFOCUS) {
+        redraw();
+        return scrolls() || event == FL_UNFOCUS ? 1 : 0;
+    }
+    if (event == FL_KEYBOARD && Fl::focus() == this && scrolls()) return scrollbar.handle(event);
+    return Fl_Browser::handle(event);
 }

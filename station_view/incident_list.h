@@ -14,7 +14,8 @@
 class incident_list : public Fl_Browser {
 public:
     static constexpr int most_entries = 200;
-    /// In the group being filled. Four lines fit in it: the higher it is, the larger they are.
+    /// In the group being filled. Four lines fit in it, or fewer where it is low: the higher it is,
+    /// the larger they are. Where there are more, it takes the keyboard, and the arrows scroll.
     incident_list(const window_layout::area& at, language in);
 
     /// Shows what has come since the last time.
@@ -23,6 +24,10 @@ public:
     void show_trouble(const std::string& why);
 
     void resize(int x, int y, int w, int h) override;
+    int handle(int event) override;
+
+protected:
+    void draw() override;
 
 private:
     struct entry {
@@ -36,6 +41,7 @@ private:
     void add_first(const entry& told);
 
     void size_text();
+    [[nodiscard]] bool scrolls() const;
 
     language language_;
     // Pixels from the left: the time, what happened, what can be done; then the end.

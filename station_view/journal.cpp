@@ -1,45 +1,14 @@
 #include "station_view/journal.h"
 
 #include "lesson/verdict.h"
-#include "session/keyed_rows.h"
 #include "session/session_report.h"
+#include "station_view/event_labels.h"
 #include "station_view/incident_advice.h"
 #include "station_view/window_words.h"
 
 namespace {
 
 constexpr char one_column[] = "#C T102 T ", columns[] = "#C T12 T12 T18 T60 T ", rule[] = "#T";
-
-struct kind_row {
-    event_kind key;
-    bilingual word;
-};
-
-// clang-format off
-constexpr kind_row kinds[] = {
-    {event_kind::session,  {"session", "session"}},
-    {event_kind::fault,    {"panne", "fault"}},
-    {event_kind::desk,     {"pupitre", "desk"}},
-    {event_kind::input,    {"entrée", "input"}},
-    {event_kind::output,   {"sortie", "output"}},
-    {event_kind::incident, {"incident", "incident"}},
-    {event_kind::exercise, {"exercice", "exercise"}},
-};
-// clang-format on
-static_assert(one_row_each(kinds));
-
-// What the session tells of itself bears the names that files have for it.
-constexpr bilingual session_names[] = {
-    {"titre", "title"},   {"graine", "seed"},       {"pieces", "parts"}, {"bonnes", "good"},
-    {"mauvaises", "bad"}, {"exercice", "exercise"}, {"fin", "end"},
-};
-
-std::string name_in(language in, event_kind kind, const std::string& name) {
-    if (in == language::english && kind == event_kind::session)
-        for (const bilingual& each : session_names)
-            if (name == each.french) return each.english;
-    return name;
-}
 
 std::string table_line(const std::string& time, const std::string& kind, const std::string& name,
                        const std::string& value) {
@@ -59,8 +28,8 @@ bool is_told(const station_event& event) {
 std::string journal::line_of(const kept_row& kept, language in) {
     const bool incident = kept.kind == event_kind::incident;
     const std::string& value = kept.row.value;
-    return table_line(seconds_text(std::stoll(kept.row.ms)), row_of(kinds, kept.kind).word.in(in),
-                      name_in(in, kept.kind, kept.row.name),
+    return table_line(seconds_text(std::stoll(kept.row.ms)), event_kind_label(kept.kind, in),
+                      event_name_label(kept.kind, kept.row.name, in),
                       incident ? tell_incident(value, in).what : value);
 }
 

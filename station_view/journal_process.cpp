@@ -38,7 +38,7 @@ const word_row* row_called(std::string_view word) {
 class handed_lines {
 public:
     explicit handed_lines(const std::vector<std::string>& lines)
-        : descriptor_(memfd_create("journal", 0)) {
+        : descriptor_(or_refuse(memfd_create("journal", 0), "journal")) {
         std::string bytes;
         for (const std::string& line : lines) bytes += line + "\n";
         const auto size = static_cast<ssize_t>(bytes.size());

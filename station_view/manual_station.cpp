@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "ioshare/io_printable.h"
+#include "ioshare/link_capacity.h"
 #include "session/failure.h"
 #include "session/system_errors.h"
 #include "workcell/station_names.h"
@@ -89,24 +90,28 @@ station_names zk4_names() {
 
 station_names read_names(const std::string& file) {
     const std::string bytes = bytes_of_file(file);
+    std::vector<std::string> lines = lines_of(bytes);
     const auto refuse = [&file](std::size_t line, const std::string& why) {
         return refusal(io_printable(file) + ":" + std::to_string(line) + ": " + why);
     };
+    const std::size_t last = std::max<std::size_t>(lines.size(), 1);
+    if (bytes.size() == most_bytes) throw refuse(last, "le fichier est trop long");
     station_names names;
     std::vector<std::string>* list = &names.inputs;
-    std::size_t number = bytes.empty();
-    for (std::string& line : lines_of(bytes)) {
+    std::size_t number = 0;
+    for (std::string& line : lines) {
         ++number;
         if (line.ends_with('\r')) line.pop_back();
         if (line.find('\0') != std::string::npos) throw refuse(number, "un octet nul");
-        if (!line.empty())
-            list->push_back(line);
-        else if (list == &names.outputs)
-            throw refuse(number, "une deuxième ligne vide");
-        else
+        if (line.empty() && list == &names.outputs) throw refuse(number, "une deuxième ligne vide");
+        if (line.empty()) {
             list = &names.outputs;
+            continue;
+        }
+        list->push_back(line);
+        const std::string problem = link_capacity_problem(names.inputs, names.outputs);
+        if (!problem.empty()) throw refuse(number, io_printable(problem));
     }
-    if (bytes.size() == most_bytes) throw refuse(number, "le fichier est trop long");
-    if (list == &names.inputs) throw refuse(number, "une ligne vide manque avant les sorties");
+    if (list == &names.inputs) throw refuse(last, "une ligne vide manque avant les sorties");
     return names;
 }

@@ -43,5 +43,6 @@ private:
 [[nodiscard]] station_names zk4_names();
 
 /// Reads names from a file: the inputs, an empty line, the outputs, one a line. Throws `refusal`,
-/// one line, when it cannot be read or is not such a file.
+/// one line that begins with the file and, where there is one, the line, when it cannot be read, is
+/// not such a file, or has names that do not fit in a segment.
 [[nodiscard]] station_names read_names(const std::string& file);

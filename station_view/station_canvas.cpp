@@ -27,6 +27,8 @@ bool station_canvas::show(const station_scene& scene) {
     if (next == picture_) return true;
     picture_ = std::move(next);
     redraw();
+    // What the pointer rests on may be another thing now, or say something else.
+    if (is_below_pointer()) tell(pointed_at());
     return true;
 }
 
@@ -37,15 +39,18 @@ void station_canvas::resize(int new_x, int new_y, int new_w, int new_h) {
     redraw();
 }
 
+bool station_canvas::is_below_pointer() const { return Fl::belowmouse() == this; }
+
 const picture_thing* station_canvas::pointed_at() const {
-    if (Fl::belowmouse() != this) return nullptr;
-    return thing_at(picture_, Fl::event_x() - x(), Fl::event_y() - y());
+    if (!is_below_pointer()) return nullptr;
+    return thing_at(picture_, pointer_x_ - x(), pointer_y_ - y());
 }
 
 int station_canvas::handle(int event) {
     if (event != FL_ENTER && event != FL_MOVE && event != FL_LEAVE) return Fl_Widget::handle(event);
-    tell(event == FL_LEAVE ? nullptr
-                           : thing_at(picture_, Fl::event_x() - x(), Fl::event_y() - y()));
+    pointer_x_ = Fl::event_x();
+    pointer_y_ = Fl::event_y();
+    tell(event == FL_LEAVE ? nullptr : thing_at(picture_, pointer_x_ - x(), pointer_y_ - y()));
     return 1;
 }
 

@@ -25,12 +25,15 @@ public:
     const station_picture& picture() const { return picture_; }
     /// The thing below the mouse; null when there is none. Valid until the next change.
     const picture_thing* pointed_at() const;
+    /// What is told of it; empty: nothing.
+    const std::string& told() const { return tip_; }
     /// How often it was painted.
     int paintings() const { return paintings_; }
 
     /// The toolkit's: draws the scene anew for the size.
     void resize(int x, int y, int w, int h) override;
-    /// The toolkit's: follows the mouse for the tooltip.
+    /// The toolkit's: follows the mouse for the tooltip, which is told anew, too, when what the
+    /// mouse rests on changes.
     int handle(int event) override;
 
 protected:
@@ -38,11 +41,14 @@ protected:
     void draw() override;
 
 private:
+    bool is_below_pointer() const;
     void tell(const picture_thing* thing);
 
     station_scene scene_;
     station_picture picture_;
     // What the toolkit's tooltip shows: it keeps the pointer.
     std::string tip_;
+    // Where the pointer was last, in the window.
+    int pointer_x_ = 0, pointer_y_ = 0;
     int paintings_ = 0;
 };

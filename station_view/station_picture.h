@@ -53,7 +53,7 @@ struct picture_box {
 // clang-format off
 /// The colours of the drawing, by what they are for.
 enum class ink {
-    // The background in each mode; the cross over the last state of a dead link.
+    // The background in each mode; the cross over a station that nobody commands.
     paper, paused_paper, replay_paper, dead_paper, over_paper, dead_cross,
     // Texts and outlines; a command that is not 1; what is there to help only.
     black, white, unlit, faint,

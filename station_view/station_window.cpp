@@ -15,7 +15,7 @@
 #include "station_view/keyed_window.h"
 #include "station_view/panel_button.h"
 #include "station_view/station_canvas.h"
-#include "station_view/window_body.h"
+#include "station_view/told_trouble.h"
 #include "station_view/window_place.h"
 #include "station_view/window_words.h"
 
@@ -82,7 +82,8 @@ void station_window::name_window(const station_model& model) {
     std::string title = options_.title;
     if (title.empty() && scene_) title = text_of(window_word::station, options_.in);
     if (title.empty() && panels_) title = text_of(window_word::by_hand, options_.in);
-    window_->copy_label((title.empty() ? std::string(model.name()) : title).c_str());
+    title_ = title.empty() ? std::string(model.name()) : title;
+    window_->copy_label(title_.c_str());
 }
 
 station_window::~station_window() { Fl::remove_timeout(draw_when_due, this); }
@@ -129,7 +130,9 @@ void station_window::add_middle_column(bool with_desk) {
     // Where there is no drawing, there is no button for it beside this one either.
     layout::area journal_at = layout::journal;
     if (!body_) journal_at.w = layout::production_title.w;
-    new panel_button(journal_at, window_action::journal, options_.in, [this] { open_journal(); });
+    column_buttons_.journal = new panel_button(journal_at, window_action::journal, options_.in,
+                                               [this] { open_journal(); });
+    if (body_ && !options_.task) column_buttons_.to_faults = add_column_button(layout::to_faults);
     if (body_) add_drawing_alone();
     column_->end();
     // Without the desk, what stands below it moves up.
@@ -141,11 +144,17 @@ Fl_Button* station_window::add_drawing_alone() {
                             [this] { body_->change_drawing_alone(); });
 }
 
+// The same as its key: the faults into the desk's place, or the desk back.
+Fl_Button* station_window::add_column_button(const layout::area& at) {
+    return new panel_button(at, window_action::faults, options_.in, [this] { go_to_faults(); });
+}
+
 void station_window::end_body() {
     Fl_Button* const back = add_drawing_alone();
     back->copy_label(text_of(window_word::whole_window, options_.in));
     back->hide();
     body_->end();
+    if (column_buttons_.to_faults) body_->take_buttons(column_buttons_);
     window_->resizable(body_);
 }
 
@@ -154,11 +163,16 @@ void station_window::add_faults() {
     auto* const group = new Fl_Group(head.x - 4, 0, layout::width - head.x + 4, layout::height);
     faults_heading_ = window_style::add_heading(head, text_of(window_word::faults, options_.in));
     faults_heading_->copy_tooltip(tooltip_of(window_action::faults, options_.in).c_str());
+    if (body_) {
+        Fl_Button* const back = add_column_button(layout::to_desk);
+        back->copy_label(text_of(window_word::desk, options_.in));
+        column_buttons_.to_desk = back;
+    }
     faults_ = new fault_list(layout::faults, session_.run(), options_.in, [this] { changed(); });
     group->resizable(faults_);
     group->end();
     group->position(group->x() - columns_left_by_, 0);
-    if (session_.replaying() || session_.examined()) faults_->deactivate();
+    if (session_.replaying() || session_.examined()) faults_->only_show();
 }
 
 void station_window::add_exercise() {
@@ -205,6 +219,7 @@ void station_window::conclude() {
 }
 
 void station_window::changed() {
+    restore_title();
     moves_ = true;
     if (serve_) serve_();
 }
@@ -239,14 +254,25 @@ void station_window::draw_now() {
     if (faults_) show_faults();
 }
 
-// A window without a list of incidents has its title for it.
 void station_window::show_trouble() {
     if (told_trouble_ == session_.trouble()) return;
     told_trouble_ = session_.trouble();
+    tell(told_trouble_);
+    // Without a list it stays, instead of the name.
+    if (!incidents_) title_ = window_->label();
+}
+
+// A window without a list of incidents has its title for it.
+void station_window::tell(const std::string& trouble) {
+    const std::string words = told_trouble(trouble, options_.in);
     if (incidents_)
-        incidents_->show_trouble(told_trouble_);
+        incidents_->show_trouble(words);
     else
-        window_->copy_label(told_trouble_.c_str());
+        window_->copy_label(words.c_str());
+}
+
+void station_window::restore_title() {
+    if (title_ != window_->label()) window_->copy_label(title_.c_str());
 }
 
 void station_window::show_faults() {

@@ -15,6 +15,7 @@
 #include "station_view/scene_keeper.h"
 #include "station_view/session_news.h"
 #include "station_view/time_panel.h"
+#include "station_view/window_body.h"
 
 class Fl_Box;
 class Fl_Button;
@@ -26,7 +27,6 @@ class fault_list;
 class incident_list;
 class keyed_window;
 class station_canvas;
-class window_body;
 
 /// What a window can be asked for.
 struct window_options {
@@ -80,6 +80,7 @@ private:
     void make_room(int panels_width);
     void add_middle_column(bool with_desk);
     Fl_Button* add_drawing_alone();
+    Fl_Button* add_column_button(const window_layout::area& at);
     void end_body();
     void add_faults();
     void add_exercise();
@@ -90,7 +91,10 @@ private:
     static void draw_when_due(void* self);
     void draw_now();
     void show_trouble();
+    void tell(const std::string& trouble);
+    void restore_title();
     void show_faults();
+    void go_to_faults();
     void open_journal();
     void report(const std::function<void()>& open);
 
@@ -110,13 +114,15 @@ private:
     std::unique_ptr<count_panel> counts_;
     // Where the station is drawn.
     window_body* body_ = nullptr;
+    window_body::column_buttons column_buttons_ = {};
     station_canvas* canvas_ = nullptr;
     incident_list* incidents_ = nullptr;
     fault_list* faults_ = nullptr;
     Fl_Box* faults_heading_ = nullptr;
     exercise_panel* exercise_ = nullptr;
     Fl_Group* column_ = nullptr;
-    std::string told_trouble_;
+    // What the window is called, and what it has told of the session's troubles.
+    std::string title_, told_trouble_;
     // How far left the columns stand, for what is narrower than the drawing.
     int columns_left_by_ = 0;
     // Whether something did when it was last drawn, or was asked to since.

@@ -6,7 +6,6 @@
 #include "station_view/fault_list.h"
 #include "station_view/keyed_window.h"
 #include "station_view/station_window.h"
-#include "station_view/window_body.h"
 
 namespace {
 
@@ -32,6 +31,7 @@ bool station_window::take_key(int symbol, bool shift, key_press what) {
 
 void station_window::act(window_action action) {
     if (session_.over() && !works_after_end(action)) return;
+    restore_title();
     switch (action) {
         case window_action::emergency:
         case window_action::unlock:
@@ -51,7 +51,7 @@ void station_window::act(window_action action) {
             time_->change_speed(action == window_action::faster);
             break;
         case window_action::faults:
-            if (faults_) faults_->go_to();
+            go_to_faults();
             break;
         case window_action::diagnosis:
             if (exercise_) exercise_->open_diagnosis();
@@ -70,17 +70,26 @@ void station_window::act(window_action action) {
     }
 }
 
+// Where desk and faults have one place, and that has the faults, the desk comes back.
+void station_window::go_to_faults() {
+    if (!faults_) return;
+    if (body_ && body_->faults_for_desk()) return body_->show_desk();
+    if (body_) body_->show_faults();
+    faults_->go_to();
+}
+
 void station_window::open_journal() {
     report([this] {
         journal_process_.show(journal_.lines(options_.title, options_.in), options_.in);
     });
 }
 
-// What cannot be opened is told where it is seen.
+// What cannot be opened is told where it is seen, until something else is asked for.
 void station_window::report(const std::function<void()>& open) {
+    restore_title();
     try {
         open();
     } catch (const failure& why) {
-        window_->copy_label(why.why.c_str());
+        tell(why.why);
     }
 }

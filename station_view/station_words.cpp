@@ -18,7 +18,7 @@ constexpr part_row parts[] = {
     {PART(paused), {"Pause : le temps de la station est arrêté.", "Paused: the station's time stands still."}},
     {PART(replay), {"Rejeu : un enregistrement commande la station.", "Replay: a recording commands the station."}},
     {PART(replay_paused), {"Rejeu en pause : l'enregistrement attend.", "Replay paused: the recording waits."}},
-    {PART(link_dead), {"Liaison perdue : plus personne ne commande la station, et le dessin montre son dernier état.", "Link lost: nobody commands the station any more, and the drawing shows its last state."}},
+    {PART(link_dead), {"Liaison sans commande : plus personne ne commande la station, ses commandes valent 0.", "Nobody commands the station any more: its commands are 0."}},
     {PART(over), {"Session terminée : le dessin montre le dernier état de la station.", "Session over: the drawing shows the station's last state."}},
     {PART(emergency_stop), {"Arrêt d'urgence (atu) : tout reste où il est, le vide tient la pièce.", "Emergency stop (atu): everything stays where it is, the vacuum holds the part."}},
     {PART(title), {"Le titre de cette session.", "This session's title."}},

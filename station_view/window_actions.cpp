@@ -27,7 +27,7 @@ constexpr action_row rows[] = {
     {window_action::faster, '+', FL_KP + '+', false, true, {"+", "+"}, {"+", "+"},
      {"Plus vite", "Faster"}},
     {window_action::faults, 'f', 0, false, false, {"F", "F"}, {"Pannes", "Faults"},
-     {"Va à la liste des pannes ; Tab et les flèches y circulent, Espace coche", "Goes to the list of faults; Tab and arrows move, Space ticks"}},
+     {"Va à la liste des pannes ; Tab et les flèches y circulent, Espace coche. Dans une petite fenêtre, la même touche ramène le pupitre", "Goes to the list of faults; Tab and arrows move, Space ticks. In a small window the same key brings the desk back"}},
     {window_action::journal, 'j', 0, false, false, {"J", "J"}, {"Journal...", "Journal..."},
      {"Ouvre le journal : les derniers changements et incidents, en PDF et en texte", "Opens the journal: the last changes and incidents, as PDF and text"}},
     {window_action::drawing_alone, 'g', FL_F + 11, false, false, {"G", "G"}, {"Dessin seul", "Drawing"},

@@ -17,8 +17,15 @@ int drawing_above_exercise(int w, int h) {
 
 constexpr int drawing_w = desk_title.x - 8;
 
-/// Four lines, which are larger in a high window: whoever stands far away reads them, too.
-int incidents_height(int h) { return std::clamp(h / 11, incidents.h, 176); }
+/// Two lines.
+constexpr int least_incidents_h = 34;
+
+/// Four lines, which are larger in a high window: whoever stands far away reads them, too. In a low
+/// one the drawing's names come first: its height is kept until two lines are left.
+int incidents_height(int h) {
+    if (h < height) return std::max(incidents.h - (height - h), least_incidents_h);
+    return std::clamp(h / 11, incidents.h, 176);
+}
 
 /// The picture and the incidents in so much of the window's left.
 arrangement beside(int w, int h, const area& middle, const area& faults) {
@@ -27,7 +34,8 @@ arrangement beside(int w, int h, const area& middle, const area& faults) {
     return {{picture.x, picture.y, picture.w - narrower, picture.h - lower - more},
             {incidents.x, incidents.y - lower - more, incidents.w - narrower, incidents.h + more},
             middle,
-            faults};
+            faults,
+            false};
 }
 
 }  // namespace
@@ -44,15 +52,22 @@ arrangement arranged(int w, int h, side_part side) {
         return beside(faults_x, h, {faults_x, 0, middle_w, middle_h},
                       {faults_x, middle_h, faults_w, h - middle_h});
     // The desk's column is lower when the window is, but never drawn out.
+    if (w < narrow && side == side_part::faults) {
+        arrangement now =
+            beside(faults_x, h, {faults_x, 0, faults_w, middle_h}, {faults_x, 0, faults_w, h});
+        now.one_column = true;
+        return now;
+    }
     const int middle_x = faults_x - middle_w;
     return beside(middle_x, h, {middle_x, 0, middle_w, middle_h}, {faults_x, 0, faults_w, h});
 }
 
 drawing_arrangement drawing_alone_arranged(int w, int h) {
-    auto [whole, below, middle, faults] = beside(w, h, {}, {});
+    const arrangement now = beside(w, h, {}, {});
     const area& button = drawing_alone;
+    area below = now.incidents;
     below.w -= button.w + picture.x;
-    return {whole,
+    return {now.picture,
             below,
             {below.x + below.w + picture.x, below.y + below.h - button.h, button.w, button.h}};
 }

@@ -40,23 +40,33 @@ inline constexpr area good = {1080, 254, 92, 58}, bad = {1179, 254, 92, 58},
                       incident_count = {1278, 254, 92, 58};
 /// Of a replay; at any other time there is nothing.
 inline constexpr area moment = {1080, 316, 290, 24};
-/// What opens the journal, and what gives the drawing the whole window.
-inline constexpr area journal = {1080, 344, 188, 28}, drawing_alone = {1276, 344, 94, 28};
+/// What opens the journal, and what gives the drawing the whole window. Between them, where desk
+/// and faults have one column, what brings the faults into it; the journal's button is narrower
+/// then.
+inline constexpr area journal = {1080, 344, 188, 28}, to_faults = {1178, 344, 90, 28},
+                      drawing_alone = {1276, 344, 94, 28};
 
-/// The faults, or the exercise in their place.
-inline constexpr area faults_title = {1382, 6, 328, 18}, faults = {1382, 28, 328, 344};
+/// The faults, or the exercise in their place; and what brings the desk back where it shares a
+/// column with them.
+inline constexpr area faults_title = {1382, 6, 328, 18}, faults = {1382, 28, 328, 344},
+                      to_desk = {1616, 3, 94, 22};
 
 /// Where the parts of a window of that size are. In a tall one the faults stand below the desk's
-/// column rather than beside it, and the drawing gets what that leaves. An exercise, which stands
-/// in their place, is there to be read: it has the whole width below drawing and desk.
+/// column rather than beside it, and the drawing gets what that leaves. In one that is low and
+/// narrow, too, they have the desk's place, and one of the two is seen. An exercise, which stands
+/// in their place, is there to be read: it has the whole width below drawing and desk, and a column
+/// of its own in a low window. The incidents have four lines, but two in a window that is lower
+/// than it opens on a large screen.
 struct arrangement {
     /// `middle` is the column of desk, time and counts.
     area picture, incidents, middle, faults;
+    /// Whether `middle` and `faults` are one place.
+    bool one_column = false;
 };
 /// What the faults' place is for.
 enum class side_part { faults, exercise };
-/// From this height on it is below.
-inline constexpr int tall = 640;
+/// From this height on it is below; in a lower window, below this width it is the desk's.
+inline constexpr int tall = 640, narrow = 1300;
 /// The parts of a window of `w` by `h` pixels.
 [[nodiscard]] arrangement arranged(int w, int h, side_part side = side_part::faults);
 

@@ -127,6 +127,33 @@ TEST_F(Canvas, TellsWhatIsPointedAt) {
     EXPECT_TRUE(wait_until([] { return !tooltip_is_up(); }));
 }
 
+TEST_F(Canvas, TellsAnewWhatChangesBelowARestingPointer) {
+    station_scene scene = scene_at_work();
+    canvas.show(scene);
+    settle();
+    // The toolkit keeps the text's address, and says whose tooltip it has.
+    const auto told = [this] {
+        return Fl_Tooltip::current() == &canvas ? canvas.told() : std::string();
+    };
+    point_at("te");
+    ASSERT_TRUE(wait_until([&] { return told().starts_with("te"); }));
+    ASSERT_TRUE(wait_until(tooltip_is_up));
+    const std::string before = told();
+    scene.sensors[static_cast<std::size_t>(station_input::te)] = 7;
+    canvas.show(scene);
+    EXPECT_NE(told(), before);
+    EXPECT_NE(told().find("7"), std::string::npos) << told();
+    EXPECT_TRUE(wait_until(tooltip_is_up)) << "it comes up again by itself";
+    scene.state.bases[1].front_mm += 1;
+    canvas.show(scene);
+    settle();
+    EXPECT_TRUE(tooltip_is_up()) << "what moves elsewhere leaves it alone";
+    scene.english = true;
+    canvas.show(scene);
+    EXPECT_NE(told().find("Value received: 7"), std::string::npos) << told();
+    EXPECT_TRUE(wait_until(tooltip_is_up));
+}
+
 TEST_F(Canvas, TooltipsGrowWithTheNames) {
     window.resize(0, 0, 1850, 1000);
     ASSERT_TRUE(wait_until([this] { return canvas.w() == 1750; }));

@@ -153,4 +153,26 @@ TEST(IncidentList, CutsNothingAtTheSizeInWhichItOpens) {
     }
 }
 
+TEST(IncidentList, InASmallWindowTheNewestIsSeenWholeWithItsAdvice) {
+    Fl_Double_Window window(1400, 100);
+    for (const auto& [w, h] : {std::array{1000, 240}, {1000, 300}, {1358, 244}, {1366, 300}}) {
+        const window_layout::area at = window_layout::arranged(w, h).incidents;
+        for (const language in : {language::french, language::english}) {
+            for (int i = 0; i < static_cast<int>(station::incident::count); ++i) {
+                window.begin();
+                incident_list list(at, in);
+                window.end();
+                step_clock time(1, true, {});
+                session_news news(time);
+                tell(news, 9'999'990,
+                     std::string(station::incident_text(static_cast<station::incident>(i))));
+                list.show_news(news);
+                fl_font(FL_HELVETICA_BOLD, list.textsize());
+                const int edges = 2 * Fl::box_dy(list.box());
+                EXPECT_LE(list.size() * fl_height(), at.h - edges) << words_of(list) << w;
+            }
+        }
+    }
+}
+
 }  // namespace

@@ -57,8 +57,8 @@ TEST_F(Zk4sim, SaysInOneLineWhatIsWrongWithNames) {
     const struct {
         std::string bytes, line;
     } cases[] = {
-        {many, "42 noms: la liaison en porte 41"},
-        {long_name + "\n\n", "nom trop long pour la liaison (49 octets): " + long_name},
+        {many, names + ":43: 42 noms: la liaison en porte 41"},
+        {long_name + "\n\n", names + ":1: nom trop long pour la liaison (49 octets): " + long_name},
         {"a\n", names + ":1: une ligne vide manque avant les sorties"},
     };
     for (const auto& [bytes, line] : cases) {

@@ -93,4 +93,94 @@ TEST_F(IncidentsOnDisplay, AnIncidentAppearsAtOnceAndCounts) {
     }
 }
 
+/// The list while it has more incidents than it shows.
+class IncidentsByKeyboard : public IncidentsOnDisplay {
+protected:
+    using look = std::vector<std::uint32_t>;
+
+    /// The column of their times.
+    look shown() {
+        const area& list = window_layout::incidents;
+        return pixels({list.x, list.y, 90, list.h}, 2);
+    }
+    /// Where the mark of the keyboard is.
+    look frame() {
+        look edge;
+        const area& list = window_layout::incidents;
+        for (int x = list.x + 2; x < list.x + 200; ++x)
+            edge.push_back(display.pixel(window, x, list.y + 1));
+        return edge;
+    }
+    void rest() {
+        wait_until([] { return false; }, seconds(0.3));
+    }
+
+    void spill_glue(int times) {
+        for (int i = 1; i <= times; ++i) {
+            live->io({"set", "DEPOSE=1"});
+            ASSERT_TRUE(told_becomes("incidents", std::to_string(i)));
+            live->io({"set", "DEPOSE=0"});
+            wait_until([] { return false; }, seconds(0.1));
+        }
+        display.key(XK_p);
+        ASSERT_TRUE(told_becomes("etat", "pause"));
+        wait_until([] { return false; }, seconds(1));
+    }
+    /// Presses a key: the list then looks as it did the `which`-th time, or else as never before.
+    void expect_look(std::vector<look>& looks, x_key key, std::size_t which) {
+        display.key(key);
+        if (which < looks.size()) {
+            EXPECT_TRUE(wait_until([&] { return shown() == looks[which]; }, seconds(5))) << which;
+            return;
+        }
+        EXPECT_TRUE(wait_until([&] { return shown() != looks.back(); }, seconds(5))) << which;
+        rest();
+        for (const look& before : looks) EXPECT_NE(before, shown()) << which;
+        looks.push_back(shown());
+    }
+};
+
+TEST_F(IncidentsByKeyboard, TabComesByAndArrowsScroll) {
+    start({"--no-panel", "--speed", "5"});
+    const look unmarked = frame();
+    display.key(XK_Tab, XK_Shift_L);
+    rest();
+    EXPECT_EQ(frame(), unmarked) << "an empty list has nothing to scroll";
+    click(window_layout::start_cycle);
+    spill_glue(12);
+    display.key(XK_Tab, XK_Shift_L);
+    ASSERT_TRUE(wait_until([&] { return frame() != unmarked; }, seconds(5))) << "a mark shows it";
+    rest();
+    std::vector<look> looks = {shown()};
+    const struct {
+        x_key key;
+        std::size_t look;
+    } strokes[] = {{XK_Down, 1}, {XK_Down, 2},  {XK_Up, 1},  {XK_Up, 0},   {XK_Up, 0},
+                   {XK_Next, 3}, {XK_Prior, 0}, {XK_End, 4}, {XK_Down, 4}, {XK_Home, 0}};
+    for (const auto& [key, look] : strokes) expect_look(looks, key, look);
+    display.key(XK_Tab);
+    EXPECT_TRUE(wait_until([&] { return frame() == unmarked; }, seconds(5))) << "Tab goes on";
+    end();
+}
+
+TEST_F(IncidentsByKeyboard, TheWindowsKeysStayItsOwn) {
+    start({"--no-panel", "--speed", "5"});
+    const look unmarked = frame();
+    spill_glue(6);
+    display.key(XK_Tab, XK_Shift_L);
+    ASSERT_TRUE(wait_until([&] { return frame() != unmarked; }, seconds(5)));
+    display.key(XK_p);
+    EXPECT_TRUE(told_becomes("etat", "marche"));
+    display.key(XK_plus, XK_Shift_L);
+    EXPECT_TRUE(told_becomes("vitesse", "10"));
+    display.hold_key(XK_d, true);
+    EXPECT_TRUE(becomes("dc", "1"));
+    display.hold_key(XK_d, false);
+    EXPECT_TRUE(becomes("dc", "0"));
+    display.key(XK_Escape);
+    EXPECT_TRUE(becomes("atu", "1"));
+    EXPECT_NE(frame(), unmarked) << "and the list keeps the keyboard";
+    end();
+}
+
 }  // namespace

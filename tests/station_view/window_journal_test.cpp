@@ -1,5 +1,6 @@
 // The journal in the paged viewer, with its exports, while the session goes on.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -90,6 +91,22 @@ TEST_F(JournalOnDisplay, OpensAgainAfterItWasClosed) {
         ASSERT_TRUE(wait_until([&] { return !display.manages(viewer); }));
         take_keyboard();
     }
+    end();
+}
+
+TEST_F(JournalOnDisplay, WhyItCannotBeOpenedIsToldAmongTheIncidentsAndTheTitleStays) {
+    start({"--no-panel"});
+    const auto told = [this] { return pixels(window_layout::incidents, 2); };
+    const auto nothing = told();
+    rlimit files{};
+    ASSERT_EQ(prlimit(live->process->id(), RLIMIT_NOFILE, nullptr, &files), 0);
+    const rlimit none = {3, files.rlim_max};
+    ASSERT_EQ(prlimit(live->process->id(), RLIMIT_NOFILE, &none, nullptr), 0);
+    display.key(XK_j);
+    EXPECT_TRUE(wait_until([&] { return told() != nothing; }, seconds(10)));
+    EXPECT_EQ(display.title(window), "Station ZK4");
+    ASSERT_EQ(prlimit(live->process->id(), RLIMIT_NOFILE, &files, nullptr), 0);
+    EXPECT_NE(open_journal(), 0u);
     end();
 }
 

@@ -60,15 +60,18 @@ void expect_apart_in(const area& window, const std::vector<area>& parts) {
 }
 
 TEST(WindowLayout, PartsFillTheWindowAndTouchEachOtherOnly) {
-    const area windows[] = {{0, 0, 1000, 240},  {0, 0, 1718, 380},  {0, 0, 1718, 639},
-                            {0, 0, 1718, 640},  {0, 0, 1366, 720},  {0, 0, 1920, 1046},
-                            {0, 0, 1000, 1000}, {0, 0, 3840, 2120}, {0, 0, 3840, 300}};
+    const area windows[] = {{0, 0, 1000, 240},  {0, 0, 1000, 300},  {0, 0, 1000, 639},
+                            {0, 0, 1299, 380},  {0, 0, 1300, 240},  {0, 0, 1366, 244},
+                            {0, 0, 1718, 380},  {0, 0, 1718, 639},  {0, 0, 1718, 640},
+                            {0, 0, 1366, 720},  {0, 0, 1920, 1046}, {0, 0, 1000, 1000},
+                            {0, 0, 3840, 2120}, {0, 0, 3840, 300}};
     for (const area& window : windows) {
         for (const side_part side : {side_part::faults, side_part::exercise}) {
-            const auto [picture, incidents, middle, faults] =
-                window_layout::arranged(window.w, window.h, side);
-            expect_apart_in(window, {picture, incidents, middle, faults});
-            EXPECT_EQ(faults.y + faults.h, window.h) << "the last part goes down to the edge";
+            const auto now = window_layout::arranged(window.w, window.h, side);
+            expect_apart_in(window, {now.picture, now.incidents, now.middle});
+            expect_apart_in(window, {now.picture, now.incidents, now.faults});
+            EXPECT_EQ(overlap(now.middle, now.faults), now.one_column);
+            EXPECT_EQ(now.faults.y + now.faults.h, window.h) << "the last part goes to the edge";
         }
         const auto [whole, below, back] = window_layout::drawing_alone_arranged(window.w, window.h);
         expect_apart_in(window, {whole, below, back});
@@ -76,11 +79,61 @@ TEST(WindowLayout, PartsFillTheWindowAndTouchEachOtherOnly) {
     }
 }
 
+TEST(WindowLayout, DeskAndFaultsShareAColumnWhereTheWindowIsLowAndNarrow) {
+    const struct {
+        int w, h;
+        bool one_column;
+    } cases[] = {{1000, 240, true},  {1000, 639, true},  {1299, 380, true},  {1000, 640, false},
+                 {1300, 240, false}, {1366, 244, false}, {1718, 380, false}, {3840, 300, false}};
+    for (const auto& [w, h, one_column] : cases) {
+        const auto now = window_layout::arranged(w, h);
+        EXPECT_EQ(now.one_column, one_column) << w << "x" << h;
+        if (one_column) {
+            EXPECT_EQ(now.middle.x, now.faults.x) << w << "x" << h;
+            EXPECT_EQ(now.middle.w, now.faults.w) << w << "x" << h;
+            EXPECT_GE(now.faults.w, window_layout::width - window_layout::faults_title.x)
+                << "the list is whole";
+        }
+        EXPECT_FALSE(window_layout::arranged(w, h, side_part::exercise).one_column)
+            << "an exercise is always seen: " << w << "x" << h;
+    }
+}
+
+TEST(WindowLayout, AtTheSizeInWhichItOpensAllIsAtItsPlace) {
+    const auto same = [](const area& one, const area& other) {
+        return one.x == other.x && one.y == other.y && one.w == other.w && one.h == other.h;
+    };
+    const auto now = window_layout::arranged(window_layout::width, window_layout::height);
+    EXPECT_TRUE(same(now.picture, window_layout::picture));
+    EXPECT_TRUE(same(now.incidents, window_layout::incidents));
+    EXPECT_TRUE(same(now.middle, {1072, 0, 306, 380}));
+    EXPECT_TRUE(same(now.faults, {1378, 0, 340, 380}));
+}
+
 TEST(WindowLayout, IncidentsHaveMoreRoomInAHighWindow) {
     EXPECT_EQ(window_layout::arranged(1718, 380).incidents.h, 60);
     EXPECT_GE(window_layout::arranged(1920, 1046).incidents.h, 90);
     EXPECT_GE(window_layout::drawing_alone_arranged(1920, 1046).incidents.h, 90);
     EXPECT_GE(window_layout::arranged(3840, 2120).incidents.h, 160);
+}
+
+TEST(WindowLayout, IncidentsGiveWayInALowWindowAndGrowWithItsHeight) {
+    constexpr int line = 15, edges = 2;
+    for (const int w : {1000, 1366, 1718}) {
+        for (const int h : {240, 244, 300, 339}) {
+            const int now = window_layout::arranged(w, h).incidents.h;
+            EXPECT_GE(now, 2 * line + edges) << h;
+            EXPECT_LT(now, 3 * line) << h;
+            EXPECT_EQ(window_layout::drawing_alone_arranged(w, h).incidents.h, now) << h;
+        }
+        for (int h = 241; h <= 700; ++h) {
+            const auto before = window_layout::arranged(w, h - 1),
+                       now = window_layout::arranged(w, h);
+            EXPECT_GE(now.incidents.h, before.incidents.h) << h;
+            EXPECT_LE(now.incidents.h, before.incidents.h + 1) << h;
+            EXPECT_GE(now.picture.h, before.picture.h) << h;
+        }
+    }
 }
 
 TEST(WindowLayout, NamesAreLegibleOnAProjector) {
@@ -93,6 +146,17 @@ TEST(WindowLayout, NamesAreLegibleOnAProjector) {
     };
     EXPECT_GE(name_px(alone(1920, 1000)), 18);
     EXPECT_GE(name_px(alone(1000, 380)), 9) << "in the smallest window";
+}
+
+TEST(WindowLayout, NamesCanBeReadInSmallWindows) {
+    const struct {
+        int w, h, px;
+    } cases[] = {{1000, 240, 6}, {1000, 300, 6}, {1016, 244, 6}, {1280, 300, 8},
+                 {1280, 380, 9}, {1358, 244, 6}, {1366, 300, 7}, {1718, 380, 10}};
+    for (const auto& [w, h, px] : cases) {
+        const area picture = window_layout::arranged(w, h).picture;
+        EXPECT_EQ(draw_station({}, picture.w, picture.h).name_px, px) << w << "x" << h;
+    }
 }
 
 }  // namespace

@@ -52,17 +52,58 @@ TEST_F(ManualOnDisplay, ItsNamesAreTheZk4StationsAndThePanelShowsThem) {
 }
 
 TEST_F(ManualOnDisplay, ItsTitleTellsThatTheDiskIsFull) {
-    const temporary_folder files;
-    start({"--title", by_hand, "--manual", "--no-panel", "--csv", files / "a.csv"}, by_hand);
-    const rlimit no_more = {300, 300};
-    ASSERT_EQ(prlimit(live->process->id(), RLIMIT_FSIZE, &no_more, nullptr), 0);
-    ASSERT_EQ(live->io({"set", "MT=1"}).status, 0);
-    EXPECT_TRUE(wait_until([&] {
-        return display.title(window).find("a.csv: ") != std::string::npos;
-    })) << display.title(window);
-    EXPECT_NE(live->process->err().find(display.title(window) + "\n"), std::string::npos);
-    quit();
-    expect_end("fenêtre fermée");
+    const struct {
+        std::vector<std::string> options;
+        std::string words;
+    } cases[] = {{{}, "fichier trop grand; la suite n'est pas enregistrée"},
+                 {{"--english"}, "file too large; the rest is not recorded"}};
+    for (const auto& [more, words] : cases) {
+        const temporary_folder files;
+        std::vector<std::string> options = {"--title",    by_hand, "--manual",
+                                            "--no-panel", "--csv", files / "a.csv"};
+        options.insert(options.end(), more.begin(), more.end());
+        start(options, by_hand);
+        const rlimit no_more = {300, 300};
+        ASSERT_EQ(prlimit(live->process->id(), RLIMIT_FSIZE, &no_more, nullptr), 0);
+        ASSERT_EQ(live->io({"set", "MT=1"}).status, 0);
+        const std::string told = (files / "a.csv").string() + ": " + words;
+        EXPECT_TRUE(wait_until([&] { return display.title(window) == told; }, seconds(10)))
+            << display.title(window);
+        EXPECT_NE(live->process->err().find("a.csv: fichier trop grand; la suite n'est pas "
+                                            "enregistrée\n"),
+                  std::string::npos)
+            << "the error stream is French: " << live->process->err();
+        display.key(XK_p);
+        EXPECT_TRUE(told_becomes("etat", "pause"));
+        EXPECT_EQ(display.title(window), told) << "it stays true";
+        quit();
+        expect_end("fenêtre fermée");
+    }
+}
+
+TEST_F(ManualOnDisplay, ItsTitleTellsWhatCannotBeOpenedUntilTheNextAction) {
+    start({"--title", by_hand, "--manual", "--no-panel", "--english"}, by_hand);
+    rlimit files{};
+    ASSERT_EQ(prlimit(live->process->id(), RLIMIT_NOFILE, nullptr, &files), 0);
+    const rlimit none = {3, files.rlim_max};
+    const auto limit = [&](const rlimit& now) {
+        ASSERT_EQ(prlimit(live->process->id(), RLIMIT_NOFILE, &now, nullptr), 0);
+    };
+    const auto title_is = [&](const std::string& title) {
+        return wait_until([&] { return display.title(window) == title; }, seconds(10));
+    };
+    limit(none);
+    display.key(XK_j);
+    EXPECT_TRUE(title_is("journal: too many open files")) << display.title(window);
+    display.key(XK_p);
+    EXPECT_TRUE(title_is(by_hand)) << display.title(window) << " by the next action";
+    display.key(XK_j);
+    EXPECT_TRUE(title_is("journal: too many open files")) << display.title(window);
+    limit(files);
+    display.key(XK_j);
+    EXPECT_TRUE(title_is(by_hand)) << display.title(window) << " by the next success";
+    EXPECT_TRUE(told_becomes("etat", "pause"));
+    end();
 }
 
 TEST_F(ManualOnDisplay, TakesFaultsAndAPause) {

@@ -4,17 +4,15 @@
 
 #include <set>
 
-#include "session/failure.h"
 #include "session/station_run.h"
 #include "station_view/fault_labels.h"
 #include "station_view/incident_advice.h"
 #include "station_view/journal.h"
-#include "station_view/manual_station.h"
 #include "station_view/session_news.h"
 #include "station_view/time_panel.h"
 #include "station_view/window_actions.h"
 #include "station_view/window_words.h"
-#include "tests/support/files.h"
+#include "tests/station_view/looking.h"
 
 namespace {
 
@@ -40,6 +38,39 @@ TEST(WindowWords, NoneIsEmpty) {
     for (int i = 0; i < static_cast<int>(window_word::count); ++i)
         for (const language in : languages)
             EXPECT_STRNE(text_of(static_cast<window_word>(i), in), "") << i;
+}
+
+/// With small letters only.
+std::string lowered(std::string text) {
+    for (std::size_t at; (at = text.find("Ê")) != std::string::npos;)
+        text.replace(at, std::string_view("Ê").size(), "ê");
+    for (char& each : text)
+        if (each >= 'A' && each <= 'Z') each = static_cast<char>(each - 'A' + 'a');
+    return text;
+}
+
+TEST(WindowWords, TheColumnAndTheDrawingHaveOneNameForHowTheStationIs) {
+    const struct {
+        session_mode mode;
+        bool stopped;
+        const char* thing;
+        window_word word;
+    } cases[] = {{session_mode::running, false, "running", window_word::running},
+                 {session_mode::running, true, "emergency_stop", window_word::emergency},
+                 {session_mode::paused, true, "emergency_stop", window_word::emergency},
+                 {session_mode::replay, false, "replay", window_word::replay},
+                 {session_mode::link_dead, false, "link_dead", window_word::dead_link}};
+    for (const auto& [mode, stopped, thing, word] : cases)
+        for (const language in : languages) {
+            station_scene scene;
+            scene.mode = mode;
+            scene.state.emergency_stop = stopped;
+            scene.english = in == language::english;
+            const auto told = texts_of(shapes_of(draw_station(scene, 1000, 300), thing));
+            ASSERT_FALSE(told.empty()) << thing;
+            for (const std::string& each : told)
+                EXPECT_EQ(lowered(each), lowered(text_of(word, in))) << thing;
+        }
 }
 
 TEST(IncidentAdvice, EveryIncidentHasOneInBothLanguages) {
@@ -200,73 +231,6 @@ TEST(SessionNews, TellsThatNothingChanged) {
     EXPECT_TRUE(news.nothing_changed());
     news.forget_run();
     EXPECT_FALSE(news.nothing_changed());
-}
-
-TEST(ManualStation, ItsInputsAreWhatIsSetFromTheNextStepOn) {
-    manual_station station({{"a", "b"}, {"X"}});
-    station.set_inputs({0, 7});
-    EXPECT_EQ(station.sensor(1), 0);
-    station.step(0.01);
-    EXPECT_EQ(station.sensor(0), 0);
-    EXPECT_EQ(station.sensor(1), 1);
-    EXPECT_EQ(station.sensor(2), 0);
-    EXPECT_EQ(station.sensor(-1), 0);
-    station.set_command(0, -3);
-    station.set_command(1, 5);
-    EXPECT_EQ(station.commands(), std::vector<int>{-3});
-}
-
-class NamesFile : public testing::Test {
-protected:
-    station_names read(const std::string& bytes) {
-        write_bytes(file, bytes);
-        return read_names(file);
-    }
-    const temporary_folder folder;
-    const std::string file = (folder / "names").string();
-};
-
-TEST_F(NamesFile, HoldsInputsAnEmptyLineAndOutputs) {
-    using list = std::vector<std::string>;
-    const struct {
-        std::string bytes;
-        list inputs, outputs;
-    } cases[] = {{"a\nb\n\nX\n", {"a", "b"}, {"X"}},
-                 {"a\n\nX", {"a"}, {"X"}},
-                 {"a\r\n\r\nX y\r\n", {"a"}, {"X y"}},
-                 {"\nX\n", {}, {"X"}},
-                 {"\xEF\xBB\xBF"
-                  "a\n\nX\n",
-                  {"a"},
-                  {"X"}},
-                 {"\xEF\xBB\xBF\nX\n", {}, {"X"}},
-                 {"a\n\n", {"a"}, {}}};
-    for (const auto& [bytes, inputs, outputs] : cases) {
-        const station_names names = read(bytes);
-        EXPECT_EQ(names.inputs, inputs) << bytes;
-        EXPECT_EQ(names.outputs, outputs) << bytes;
-    }
-}
-
-TEST_F(NamesFile, SaysInOneLineWhatIsWrongWithIt) {
-    const struct {
-        std::string bytes, why;
-    } cases[] = {{"", ":1: une ligne vide manque avant les sorties"},
-                 {"a\nb\n", ":2: une ligne vide manque avant les sorties"},
-                 {"a\n\nX\n\nY\n", ":4: une deuxième ligne vide"},
-                 {std::string("a\n\0\n", 4), ":2: un octet nul"},
-                 {std::string(200'000, 'x'), ":1: le fichier est trop long"}};
-    for (const auto& [bytes, why] : cases) {
-        try {
-            read(bytes);
-            ADD_FAILURE() << why;
-        } catch (const failure& refused) {
-            EXPECT_EQ(refused.status, exit_status::refused);
-            EXPECT_EQ(refused.why, file + why);
-        }
-    }
-    EXPECT_THROW(static_cast<void>(read_names("/nowhere")), failure);
-    EXPECT_THROW(static_cast<void>(read_names("/")), failure);
 }
 
 }  // namespace

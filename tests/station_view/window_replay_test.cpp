@@ -1,4 +1,6 @@
 // A replay in the window: shown, taken to any moment by its slider, and staying at its end.
+#include <filesystem>
+
 #include "tests/station_view/window_on_display.h"
 
 namespace {
@@ -72,6 +74,18 @@ TEST_F(WindowReplay, TheSliderTakesItToAnyMoment) {
     display.close(window);
     EXPECT_EQ(live->process->wait(), 0) << live->process->err();
     EXPECT_EQ(bytes_of(copy), bytes_of(recording)) << "each event once";
+}
+
+TEST_F(WindowReplay, TheKeyOfTheFaultsBringsTheKeyboardToNoBoxThatTicks) {
+    start({"--play", recording, "--no-panel", "--paused"});
+    for (const x_key key : {XK_f, XK_space, XK_f, XK_Tab, XK_f, XK_space}) display.key(key);
+    display.key(XK_j);
+    ASSERT_NE(display.wait_for_window("Journal de la session : " +
+                                      std::filesystem::current_path().string()),
+              0u)
+        << "all of them were heard";
+    EXPECT_EQ(live->told("pannes"), "te=flicker");
+    end();
 }
 
 TEST_F(WindowReplay, ASessionHasNoSliderForItsTime) {

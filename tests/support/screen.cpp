@@ -164,6 +164,14 @@ void screen::tell_manager(Window window, const char* message) {
     XSync(display_, False);
 }
 
+bool screen::resize(Window window, int w, int h) {
+    XResizeWindow(display_, window, static_cast<unsigned>(w), static_cast<unsigned>(h));
+    return wait_until([&] {
+        const place now = area(window);
+        return now.w == w && now.h == h;
+    });
+}
+
 void screen::close(Window window) { tell_manager(window, "_NET_CLOSE_WINDOW"); }
 
 bool screen::has_focus(Window window) {

@@ -52,6 +52,8 @@ public:
     void hold(x_window window, int x, int y, bool down);
     /// Presses a key, or lets go of it.
     void hold_key(x_key symbol, bool down);
+    /// Gives a window another size, as its frame's edges do; false when it does not get it.
+    bool resize(x_window window, int w, int h);
     /// Asks the window manager to close a window, as its title bar's cross does.
     void close(x_window window);
     /// Gives a window the keyboard, and waits a little until it has it; the one that goes, or that
