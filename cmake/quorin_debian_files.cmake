@@ -1,5 +1,5 @@
 # Run by CPack between the installation and the packages: what Debian wants of a package beside what was installed. All
-# of it is made of LICENSE, CHANGELOG.md, the version and the overrides that stand beside this file.
+# of it is made of LICENSE, CHANGELOG.md, the version, and the notices and overrides that stand beside this file.
 file(GLOB components LIST_DIRECTORIES true ${CPACK_TEMPORARY_DIRECTORY}/*)
 string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 
@@ -10,6 +10,9 @@ set(holder ${CMAKE_MATCH_1})
 string(REGEX REPLACE "\n+$" "" text "${CMAKE_MATCH_2}")
 string(REPLACE "\n\n" "\n.\n" text "${text}")
 string(REPLACE "\n" "\n " text "${text}")
+
+# Headers alone bring code of others into what is built; what they ask for goes with it.
+file(READ ${CPACK_QUORIN_SOURCE}/cmake/quorin_debian_notices.txt notices)
 
 # quorin_compressed(FILE): as policy wants it, the same bytes for the same contents.
 function(quorin_compressed file)
@@ -23,7 +26,7 @@ foreach(folder IN LISTS components)
     set(documents ${folder}/usr/share/doc/${package})
     file(WRITE ${documents}/copyright
         "Format: https://www.debian.org/doc/packaging-manuals/copyright-format/1.0/\nUpstream-Name: quorin\n\n"
-        "Files: *\nCopyright: ${holder}\nLicense: Expat\n ${text}\n")
+        "Files: *\nCopyright: ${holder}\nLicense: Expat\n ${text}\n\n${notices}")
     file(WRITE ${documents}/changelog.Debian
         "quorin (${CPACK_PACKAGE_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}) unstable; urgency=medium\n\n"
         "  * Version ${CPACK_PACKAGE_VERSION}; what is new is in changelog.gz.\n\n"
@@ -41,7 +44,7 @@ foreach(folder IN LISTS components)
     endforeach()
     # As Debian's own tools do it: of an archive's members the names are needed.
     file(GLOB programs ${folder}/usr/bin/*)
-    file(GLOB_RECURSE archives ${folder}/usr/lib/*.a)
+    file(GLOB_RECURSE archives ${folder}/usr/*.a)
     foreach(file IN LISTS programs archives)
         set(all "")
         if(file MATCHES "\\.a$")
@@ -50,4 +53,6 @@ foreach(folder IN LISTS components)
         execute_process(COMMAND ${CPACK_QUORIN_STRIP} ${all} --remove-section=.comment --remove-section=.note ${file}
                         COMMAND_ERROR_IS_FATAL ANY)
     endforeach()
+    # Whatever rights whoever makes the packages gives to new files.
+    execute_process(COMMAND chmod -R u=rwX,go=rX ${folder} COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

@@ -4,7 +4,9 @@ include(CMakePackageConfigHelpers)
 # The library's own headers are found by the names that programs outside the tree include them by, in one folder.
 get_property(headers GLOBAL PROPERTY QUORIN_HEADERS)
 install(CODE "set(headers ${headers})" COMPONENT development)
-install(CODE "set(folder \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_INCLUDEDIR}\")" COMPONENT development)
+set(folder "\${CMAKE_INSTALL_PREFIX}")
+cmake_path(APPEND folder "${CMAKE_INSTALL_INCLUDEDIR}") # which stays as it is where it is absolute
+install(CODE "set(folder \"${folder}\")" COMPONENT development)
 install(SCRIPT ${PROJECT_SOURCE_DIR}/cmake/quorin_installed_headers.cmake COMPONENT development)
 
 # quorin_flags_of(RESULT LIBRARY): the linker's words for a library of the machine's, as for "fltk": "-lfltk_forms -lfltk".
@@ -65,7 +67,19 @@ endfunction()
 get_property(components GLOBAL PROPERTY QUORIN_COMPONENTS)
 list(JOIN components " " component_words)
 set(quorin_component_lists "set(quorin_all_components ${component_words})\n")
-file(RELATIVE_PATH pkg_config_prefix /usr/${CMAKE_INSTALL_LIBDIR}/pkgconfig /usr)
+# The files for pkg-config find their tree by where they are, so that it can be moved; in a folder of libraries that is
+# absolute they cannot.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+    set(pkg_config_prefix ${CMAKE_INSTALL_PREFIX})
+else()
+    file(RELATIVE_PATH pkg_config_prefix /usr/${CMAKE_INSTALL_LIBDIR}/pkgconfig /usr)
+    string(PREPEND pkg_config_prefix "\${pcfiledir}/")
+endif()
+foreach(kind IN ITEMS LIBDIR INCLUDEDIR)
+    string(TOLOWER pkg_config_${kind} folder)
+    set(${folder} "\${prefix}")
+    cmake_path(APPEND ${folder} "${CMAKE_INSTALL_${kind}}")
+endforeach()
 foreach(component IN LISTS components)
     get_property(links GLOBAL PROPERTY QUORIN_LINKS_${component})
     get_property(private_links GLOBAL PROPERTY QUORIN_NEEDS_${component})

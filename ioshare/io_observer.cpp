@@ -16,6 +16,7 @@ namespace {
 std::string refusal(int error) {
     if (error == EACCES) return "accès refusé";
     if (error == EINVAL || error == EIDRM) return "il n'existe pas";
+    if (error == ENOMEM) return "mémoire insuffisante";
     return std::strerror(error);
 }
 

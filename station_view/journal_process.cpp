@@ -1,10 +1,13 @@
 #include "station_view/journal_process.h"
 
+#include <signal.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <iterator>
 #include <string_view>
 
@@ -55,6 +58,11 @@ private:
     int descriptor_;
 };
 
+/// From now on this process goes with the one that started it. False when that one is gone already.
+bool ends_with_its_station(pid_t station) {
+    return prctl(PR_SET_PDEATHSIG, SIGTERM) == 0 && getppid() == station;
+}
+
 }  // namespace
 
 void journal_process::show(const std::vector<std::string>& lines, language in) {
@@ -63,7 +71,7 @@ void journal_process::show(const std::vector<std::string>& lines, language in) {
     const char* const language_word = in == language::english ? english_word : french_word;
     child_ = std::make_unique<child_process>(
         "journal", child_command{{"/proc/self/exe", row_of(words, what_).command_word,
-                                  handed.path(), language_word},
+                                  handed.path(), language_word, std::to_string(getpid())},
                                  "",
                                  true});
 }
@@ -79,10 +87,11 @@ void journal_process::close() {
     child_.reset();
 }
 
-bool is_journal_command(int argc, char** argv) { return argc == 4 && row_called(argv[1]); }
+bool is_journal_command(int argc, char** argv) { return argc == 5 && row_called(argv[1]); }
 
 int run_journal_command(char** argv) {
     const bool english = std::string_view(argv[3]) == english_word;
+    if (!ends_with_its_station(static_cast<pid_t>(std::atoi(argv[4])))) return 1;
     return show_document(row_called(argv[1])->key, argv[2],
                          english ? language::english : language::french);
 }

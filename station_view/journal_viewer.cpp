@@ -3,7 +3,6 @@
 #include <FL/Fl.H>
 #include <FL/Fl_Window.H>
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <unistd.h>
@@ -105,7 +104,6 @@ struct opened_viewer {
 int show_document(paged_document what, const std::string& file, language in) {
     const document_row& document = row_of(documents, what);
     prctl(PR_SET_NAME, document.process);
-    prctl(PR_SET_PDEATHSIG, SIGTERM);
     const lines text = read_lines(file);
     if (text.empty()) return 1;
     lines screen = for_screen(text);

@@ -2,7 +2,7 @@
 # What building, the virtual display, the tests and continuous integration need; sourced by run, check and .ci/run.
 
 # Who needs it, the Debian package, and what shows that the machine has it, wherever it comes from: a program of the
-# PATH, a header of the compiler, or a file.
+# PATH, a header of the compiler, a module of any python3 of the PATH, or a file.
 packages='
 build    g++               program  g++
 build    cmake             program  cmake
@@ -11,9 +11,9 @@ build    libfltk1.3-dev    header   FL/forms.H
 build    libcli11-dev      header   CLI/CLI.hpp
 build    libtomlplusplus-dev  header   toml++/toml.h
 build    libmd-dev         header   sha2.h
-build    libmodbus-dev     header   modbus/modbus.h
 build    fonts-liberation  file     LiberationSans-Regular.ttf  /usr/share/fonts /usr/local/share/fonts
 build    fonts-dejavu-core  file   DejaVuSans.ttf  /usr/share/fonts /usr/local/share/fonts
+bridge   libmodbus-dev     header   modbus/modbus.h
 display  xvfb              program  Xvfb
 display  openbox           program  openbox
 display  xdotool           program  xdotool
@@ -35,7 +35,7 @@ test     qpdf              program  qpdf
 test     man-db            program  man
 test     doxygen           program  doxygen
 test     mbpoll            program  mbpoll
-test     python3-pymodbus  file     pymodbus  /usr/lib/python3/dist-packages
+test     python3-pymodbus  module   pymodbus
 test     shellcheck        program  shellcheck
 test     pkg-config        program  pkg-config
 ci       clang             program  clang++
@@ -49,13 +49,14 @@ package  lintian           program  lintian
 package  desktop-file-utils  program  desktop-file-validate
 '
 
-# Whether the machine has a program, a header, or a file of that name in one of the folders.
+# Whether the machine has a program, a header, a module, or a file of that name in one of the folders.
 has() { # kind name folder...
-    local kind=$1 name=$2
+    local kind=$1 name=$2 python
     shift 2
     case $kind in
         program) command -v "$name" >/dev/null ;;
         header) "${CXX:-c++}" -x c++ -std=c++20 -E -include "$name" /dev/null >/dev/null 2>&1 ;;
+        module) for python in $(hash -r; type -aP python3); do "$python" -c "import $name" 2>/dev/null && return; done; return 1 ;;
         file) [ -n "$(find "$@" -name "$name" -print -quit 2>/dev/null)" ] ;;
     esac
 }
@@ -101,13 +102,29 @@ install_packages() { # group...
     rm -f "$log"
 }
 
+# The same for what one can go on without: asks nobody for rights, and says in a line what is left out where it cannot be had.
+install_if_possible() { # group, what is left out
+    local missing
+    mapfile -t missing < <(missing_packages "$1")
+    [ ${#missing[@]} -eq 0 ] && return 0
+    if command -v apt-get >/dev/null && { [ "$(id -u)" -eq 0 ] || sudo -n true 2>/dev/null; }; then
+        install_packages "$1" 2>/dev/null && return 0
+    fi
+    echo "Going on without ${missing[*]}: $2"
+}
+
+# Whether a preset is configured, with libmodbus if the machine has it by now.
+knows_the_libraries() { # preset
+    [ -f "build/$1/build.ninja" ] && { grep -q quorin-modbus "build/$1/build.ninja" || ! has header modbus/modbus.h; }
+}
+
 # Configures one preset, with the words of QUORIN_CMAKE_OPTIONS as options, and builds it; prints the compiler's words only
 # when it fails or warns, and nothing at all when there is nothing to do.
 build_preset() { # preset
     local preset=$1 log=build/$1.log fresh=()
     # What was configured before knows nothing of another compiler or of options.
     [ -z "${QUORIN_CMAKE_OPTIONS:-}${CXX:-}" ] || fresh=(--fresh)
-    [ "${#fresh[@]}" -eq 0 ] && [ -f "build/$preset/build.ninja" ] && ninja -C "build/$preset" -n 2>/dev/null | grep -q 'no work to do' && return
+    [ "${#fresh[@]}" -eq 0 ] && knows_the_libraries "$preset" && ninja -C "build/$preset" -n 2>/dev/null | grep -q 'no work to do' && return
     mkdir -p build
     echo "Building ($preset)"
     # shellcheck disable=SC2086 # the options are words

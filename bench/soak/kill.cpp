@@ -2,8 +2,10 @@
 // the next start works at the first try.
 //
 //     tools/with_display build/release/bin/soak_kill 30000
+//     tools/with_display build/release/bin/soak_kill 100 1 marked   # seed 1, states called so
 #include <sys/shm.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <map>
@@ -19,7 +21,8 @@ namespace {
 
 using words = std::vector<std::string>;
 
-/// What a station is doing, and who is beside it. `$file` is a recording, `$ident` the session's.
+/// What a station is doing, and who is beside it. `$file` is a recording, `$ident` the session's;
+/// `$file.names` has names for inputs set by hand, `$file.toml` an exercise of a second.
 struct state_row {
     const char* name;
     words station;
@@ -27,7 +30,17 @@ struct state_row {
 };
 
 const words headless = {"zk4sim", "--headless", "--no-panel", "--speed", "20"};
-const std::string reference = QUORIN_SOURCE "/tests/lesson/01_premiere_commande/reference.csv";
+const std::string reference = QUORIN_SOURCE "/tests/lesson/01_premiere_commande/reference.csv",
+                  two_of_a_class = QUORIN_SOURCE "/tests/lesson/08_cadence/";
+constexpr char names[] = "porte\nniveau\n\nPOMPE\nVANNE\n";
+constexpr char brief[] =
+    "format = 1\ntitre = \"T\"\nenonce = \"E\"\n[station]\nduree_s = 1\n"
+    "[[but]]\ntexte = \"B\"\nquand = [\"te=1\"]\n";
+/// A class is marked again and again while the session lives, what it records itself included.
+const words marking = {"sh", "-c",
+                       "while quorin-io $ident status >/dev/null; do quorin-lesson mark "
+                       "01_premiere_commande " +
+                           reference + " $file.csv --csv $file.table --pdf $file.pdf; done"};
 
 // clang-format off
 const state_row states[] = {
@@ -41,6 +54,12 @@ const state_row states[] = {
     {"recording",  {"zk4sim", "--headless", "--no-panel", "--speed", "100", "--fault", "te=flicker", "--csv", "$file.csv", "--vcd", "$file.vcd"}, {}},
     {"replaying",  {"zk4sim", "--headless", "--no-panel", "--speed", "10", "--play", reference}, {}},
     {"exercise",   {"zk4sim", "--headless", "--no-panel", "--exercise", "01_premiere_commande"}, {}},
+    {"verdict",    {"zk4sim", "--no-panel", "--speed", "20", "--exercise", "$file.toml"}, {}},
+    {"marked",     {"zk4sim", "--headless", "--no-panel", "--exercise", "01_premiere_commande", "--csv", "$file.csv"}, {marking}},
+    {"marked at length", headless, {{"quorin-lesson", "mark", "08_cadence", two_of_a_class + "reference.csv", two_of_a_class + "trop_lent.csv", "--csv", "$file.table", "--pdf", "$file.pdf"}}},
+    {"by hand",    {"zk4sim", "--headless", "--no-panel", "--manual", "--names", "$file.names", "--csv", "$file.csv"}, {{"quorin-io", "$ident", "watch"}}},
+    {"by hand, panel", {"zk4sim", "--headless", "--manual"}, {}},
+    {"by hand, window", {"zk4sim", "--manual", "--names", "$file.names"}, {{"quorin-io", "$ident", "record", "$file.vcd"}}},
     {"watched",    headless, {{"quorin-io", "$ident", "watch"}, {"quorin-io", "$ident", "wait", "te=7"}}},
     {"recorded from outside", headless, {{"quorin-io", "$ident", "record", "$file.csv"}}},
     {"pulsed",     headless, {{"quorin-io", "$ident", "pulse", "MT", "--for", "60"}}},
@@ -55,10 +74,16 @@ constexpr const char* phases[] = {"starting", "running", "locked", "ending"};
 
 class killer {
 public:
-    explicit killer(attack& run) : run_(run), port_(30'000 + static_cast<int>(run.below(20'000))) {
+    killer(attack& run, const std::string& wanted)
+        : run_(run), port_(30'000 + static_cast<int>(run.below(20'000))) {
         std::filesystem::create_directory(temporary_);
+        write_bytes(files_ / "a.names", names);
+        write_bytes(files_ / "a.toml", brief);
+        for (const state_row& each : states)
+            if (std::string(each.name).starts_with(wanted)) states_.push_back(&each);
     }
 
+    bool can_begin() const { return !states_.empty(); }
     void round();
     std::string figures() const {
         std::ostringstream all;
@@ -76,6 +101,7 @@ private:
     void let_all_end(program& station);
     void look_for_leftovers();
     void look_at_recording();
+    void look_at_documents();
     void find(const std::string& what) { run_.find(what + " (" + at_ + ")"); }
 
     attack& run_;
@@ -84,6 +110,7 @@ private:
     const std::filesystem::path temporary_ = files_ / "tmp";
     screen display_;
     int port_;
+    std::vector<const state_row*> states_;
     std::string at_;
     std::map<std::string, long> killed_;
     double slowest_s_ = 0;
@@ -98,10 +125,11 @@ std::string name_of(pid_t pid) {
 std::unique_ptr<program> killer::start(words command, const std::string& ident) {
     const std::pair<std::string, std::string> meant[] = {
         {"$file", files_ / "a"}, {"$ident", ident}, {"$port", std::to_string(port_)}};
-    command[0] = built(command[0]);
+    if (command[0] != "sh") command[0] = built(command[0]);
     for (std::string& word : command)
         for (const auto& [name, value] : meant)
-            if (word.starts_with(name)) word.replace(0, name.size(), value);
+            for (std::size_t at; (at = word.find(name)) != std::string::npos;)
+                word.replace(at, name.size(), value);
     // A program that looks for leaks has a helper by its own name, and waits for ever for one that
     // was killed.
     return std::make_unique<program>(
@@ -170,8 +198,23 @@ void killer::look_at_recording() {
     std::filesystem::remove(file, none);
 }
 
+/// The table and the report of two recordings are whole or not there, and nothing else is beside
+/// them; every other time they are made anew.
+void killer::look_at_documents() {
+    const std::string table = bytes_of(files_ / "a.table"), report = bytes_of(files_ / "a.pdf");
+    if (!table.empty() && std::ranges::count(table, '\n') != 3) find("half a table: " + table);
+    if (!report.empty() && !report.ends_with("%%EOF\n")) find("half a report");
+    if (run_.one_in(2))
+        for (const char* const each : {"a.table", "a.pdf"}) std::filesystem::remove(files_ / each);
+    for (const auto& each : std::filesystem::directory_iterator(files_.path()))
+        if (each != temporary_ && !each.path().filename().string().starts_with("a.")) {
+            find("left beside the recordings: " + each.path().string());
+            std::filesystem::remove(each.path());
+        }
+}
+
 void killer::round() {
-    const state_row& state = states[run_.below(std::size(states))];
+    const state_row& state = *states_[run_.below(states_.size())];
     const auto when = static_cast<phase>(run_.below(static_cast<std::size_t>(phase::count)));
     at_ = std::string(state.name) + ", " + phases[static_cast<std::size_t>(when)];
     display_.retire_window_ids();
@@ -202,13 +245,15 @@ void killer::round() {
     beside.clear();
     look_for_leftovers();
     look_at_recording();
+    look_at_documents();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     attack run("kill", argc, argv, 30'000);
-    killer rounds(run);
+    killer rounds(run, argc > 3 ? argv[3] : "");
+    if (!rounds.can_begin()) return 2;
     while (run.goes_on()) rounds.round();
     return run.finish("kills", rounds.figures());
 }

@@ -1,15 +1,16 @@
-// A station of one's own: a carriage on a conveyor of one metre, with three sensors and two
-// commands. Faults, speed, duration, pause, the panel's process, control by scripts, recordings and
-// their replay come with the session.
+// A station of one's own: a carriage on a conveyor of one metre, with two commands, three sensors
+// and the pulses of an encoder. Faults, speed, duration, pause, the panel's process, control by
+// scripts, recordings and their replay come with the session.
 #include <quorin/recording/recorded_main.h>
 
 #include <algorithm>
 
 namespace {
 
-constexpr std::string_view sensors[] = {"gauche", "milieu", "droite"};
+constexpr std::string_view sensors[] = {"gauche", "milieu", "droite", "codeur"};
 constexpr std::string_view commands[] = {"AVANCE", "RECULE"};
 constexpr int length_um = 1'000'000, near_um = 10'000, um_per_ms = 100;
+constexpr int encoder = 3, pulse_um = 100'000;
 
 class conveyor : public station_model {
 public:
@@ -33,7 +34,8 @@ public:
     }
 
     int sensor(int input) const override {
-        if (input < 0 || input > 2) return 0;
+        if (input == encoder) return place_um_ % pulse_um >= pulse_um / 2;
+        if (input < 0 || input > encoder) return 0;
         return std::abs(place_um_ - input * length_um / 2) <= near_um;
     }
 

@@ -16,29 +16,42 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A file beside the one that is to be, which takes its place once it is whole; gone otherwise.
+/// A file beside the one that is to be, which takes its place once it is whole; gone otherwise. It
+/// has no name until then, where the disk has such files: whoever is killed leaves nothing behind.
 class new_file {
 public:
     explicit new_file(const fs::path& goal)
         : goal_(goal),
-          path_((goal.parent_path() / (".quorin-lesson-" + std::to_string(getpid()))).string()),
-          descriptor_(open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666)) {}
+          name_(goal.parent_path() / (".quorin-lesson-" + std::to_string(getpid()))),
+          descriptor_(open(goal.parent_path().c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666)) {
+        if (descriptor_ >= 0) return;
+        descriptor_ = open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        named_ = descriptor_ >= 0;
+    }
     ~new_file() {
         if (descriptor_ >= 0) close(descriptor_);
-        if (made_ && !path_.empty()) unlink(path_.c_str());
+        if (named_) unlink(name_.c_str());
     }
     new_file(const new_file&) = delete;
     new_file& operator=(const new_file&) = delete;
 
     /// False, and errno says why, when it could not be done.
     bool write_and_place(const std::string& bytes) {
-        if (!made_ || !write_all(bytes)) return false;
-        if (rename(path_.c_str(), goal_.c_str()) != 0) return false;
-        path_.clear();
-        return true;
+        return descriptor_ >= 0 && write_all(bytes) && place();
     }
 
 private:
+    /// A name is given where there is none, never taken from another file: that takes two steps.
+    bool place() {
+        if (!named_ && give_name(goal_)) return true;
+        if (!named_ && (errno != EEXIST || !give_name(name_))) return false;
+        named_ = rename(name_.c_str(), goal_.c_str()) != 0;
+        return !named_;
+    }
+    bool give_name(const fs::path& name) const {
+        const std::string bytes = "/proc/self/fd/" + std::to_string(descriptor_);
+        return linkat(AT_FDCWD, bytes.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    }
     bool write_all(const std::string& bytes) {
         for (std::size_t at = 0; at < bytes.size();) {
             const ssize_t took = write(descriptor_, bytes.data() + at, bytes.size() - at);
@@ -48,10 +61,9 @@ private:
         return fsync(descriptor_) == 0;
     }
 
-    fs::path goal_;
-    std::string path_;
+    const fs::path goal_, name_;
     int descriptor_;
-    bool made_ = descriptor_ >= 0;
+    bool named_ = false;
 };
 
 /// Why what is at the path cannot be replaced, as an errno; 0 when it can, or when nothing is.

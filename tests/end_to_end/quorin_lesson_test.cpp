@@ -1,7 +1,9 @@
 // quorin-lesson: its commands, what it says, its statuses, and what it leaves on the disk.
 #include <gtest/gtest.h>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
@@ -195,6 +197,23 @@ TEST_F(QuorinLesson, ReplacesAFileWholeOrNotAtAll) {
     EXPECT_TRUE(std::filesystem::is_symlink("link.toml"));
     EXPECT_TRUE(bytes_of("out.toml").starts_with("format = 1\n"));
     expect_only({"bad.toml", "good.toml", "link.toml", "out.toml"});
+}
+
+// Killed once all is written, and before it has a name.
+TEST_F(QuorinLesson, LeavesNothingWhenItIsKilledWhileItWrites) {
+    const int nameless = open(".", O_WRONLY | O_TMPFILE, 0600);
+    if (nameless < 0) GTEST_SKIP() << "a kill while a file is written: a disk with nameless files";
+    close(nameless);
+    write_bytes("old.toml", "mine");
+    for (const char* const goal : {"old.toml", "new.toml"}) {
+        const outcome end = run_program({built("with_refused_call"), "fsync",
+                                         built("quorin-lesson"), "hide", "good.toml", "-o", goal});
+        if (end.status == 77)
+            GTEST_SKIP() << "a kill while a file is written: filters of system calls";
+        EXPECT_EQ(end.status, 128 + SIGSYS) << end.err;
+    }
+    expect_only({"bad.toml", "good.toml", "old.toml"});
+    EXPECT_EQ(bytes_of("old.toml"), "mine");
 }
 
 TEST_F(QuorinLesson, RefusesAnOutputThatItCannotReplace) {

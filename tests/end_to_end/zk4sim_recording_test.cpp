@@ -137,7 +137,7 @@ TEST_F(Zk4simRecording, WithoutAThreadTheFileStaysAndTheSessionEnds) {
             {"sh", "-c",
              "ulimit -s 4000000 && ulimit -v 1000000 || exit 77; exec " + built("zk4sim") +
                  " --headless --no-panel --duration 5 --csv " + file(name)});
-        if (end.status == 77) GTEST_SKIP() << end.err;
+        if (end.status == 77) GTEST_SKIP() << "limits of stacks and addresses: " << end.err;
         EXPECT_EQ(end.status, 1) << name;
         EXPECT_EQ(lines_in(end.err), 1) << end.err;
         EXPECT_EQ(end.err.rfind("zk4sim: " + file(name) + ": ", 0), 0U) << end.err;
@@ -196,6 +196,8 @@ TEST_F(Zk4simRecording, AFullDiskIsToldOnceAndTheSessionGoesOn) {
                   nothing_made);
 }
 
+const char* const own_disks = "a small disk: user and mount namespaces of one's own: ";
+
 /// Runs a shell's lines with `dir` as the place of a small disk of its own, mounted with these
 /// options.
 outcome run_on_a_small_disk(const std::string& dir, const std::string& options,
@@ -213,7 +215,7 @@ TEST_F(Zk4simRecording, ADiskThatFillsUpIsToldOnceAndTheSessionGoesOn) {
         run_on_a_small_disk(disk, "size=16k",
                             "head -c 12288 /dev/zero >" + file("other") + "\n" + long_session +
                                 recording + "\necho status=$?; wc -c <" + recording);
-    if (end.status == 77 || end.status == 1) GTEST_SKIP() << end.err;
+    if (end.status == 77 || end.err.starts_with("unshare:")) GTEST_SKIP() << own_disks << end.err;
     EXPECT_TRUE(end.out.ends_with("\nstatus=0\n4096\n")) << end.out;
     EXPECT_EQ(end.err, "zk4sim: " + recording +
                            ": plus de place sur le disque; la suite n'est pas enregistrée\n"
@@ -233,7 +235,8 @@ TEST_F(Zk4simRecording, ADiskThatIsFullOrMayNotBeWrittenEndsTheStart) {
             run_on_a_small_disk(files.path(), options,
                                 before + " 2>&1\n" + long_session + file("a.csv") +
                                     "\necho status=$?; ls " + files.path().string());
-        if (end.status == 77) GTEST_SKIP() << end.err;
+        if (end.status == 77 || end.err.starts_with("unshare:"))
+            GTEST_SKIP() << own_disks << end.err;
         EXPECT_EQ(end.err, "zk4sim: " + file("a.csv") + ": " + why + "\n");
         EXPECT_TRUE(end.out.starts_with("status=1\n")) << end.out;
         EXPECT_EQ(end.out.find("a.csv"), std::string::npos) << "no file was made";
@@ -244,7 +247,8 @@ TEST_F(Zk4simRecording, AFolderThatMayNotBeWrittenEndsTheStart) {
     std::filesystem::permissions(files.path(), std::filesystem::perms(0555));
     const outcome end = run_program(
         {"setpriv", "--reuid=65534", "--clear-groups", "sh", "-c", long_session + file("a.csv")});
-    if (end.err.find("setpriv") == 0 || end.status == 127) GTEST_SKIP() << "needs to be root";
+    if (end.err.find("setpriv") == 0 || end.status == 127)
+        GTEST_SKIP() << "another user: root's rights";
     EXPECT_EQ(end.status, 1);
     EXPECT_EQ(end.err, "zk4sim: " + file("a.csv") + ": accès refusé\n");
 }

@@ -1,6 +1,7 @@
 // The journal in the paged viewer, with its exports, while the session goes on.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -115,6 +116,12 @@ TEST_F(JournalOnDisplay, GoesWithASessionThatIsKilled) {
     live->process->signal(SIGKILL);
     live->process->wait();
     EXPECT_TRUE(wait_until([] { return leftovers::processes().empty(); }));
+}
+
+TEST_F(JournalOnDisplay, DoesNotOpenForASessionThatIsGoneAlready) {
+    write_bytes(folder_.path() / "lines", "une ligne\n");
+    const std::string gone = std::to_string(getppid());
+    EXPECT_EQ(run_program({built("zk4sim"), "--journal", "lines", "fr", gone}).status, 1);
 }
 
 }  // namespace
