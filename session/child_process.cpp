@@ -18,7 +18,7 @@ namespace {
 
 std::string default_panel() {
     std::error_code error;
-    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+    const std::filesystem::path self = std::filesystem::read_symlink(own_program, error);
     const std::filesystem::path beside = self.parent_path() / "quorin";
     return !error && access(beside.c_str(), X_OK) == 0 ? beside.string() : "quorin";
 }
@@ -71,7 +71,9 @@ child_command shell_command(const std::string& command, int ident) {
 
 child_process::child_process(const std::string& what, const child_command& command) {
     const std::vector<char*> words = as_arguments(command.words);
-    const std::string start_of_line = what + " " + io_printable(command.words[0]) + ": ";
+    const std::string& program = command.words[0];
+    const std::string start_of_line =
+        what + (program == own_program ? "" : " " + io_printable(program)) + ": ";
     int report[2];  // Closed by a start that succeeds; else it brings errno.
     if (pipe2(report, O_CLOEXEC) != 0 || (pid_ = fork()) < 0)
         throw refusal(start_of_line + system_error_words(errno));

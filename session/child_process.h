@@ -22,10 +22,13 @@ child_command panel_command(const std::string& program, int ident);
 /// A shell's command, which finds the identifier in QUORIN_IDENT.
 child_command shell_command(const std::string& command, int ident);
 
+/// The first word of a command that is this program itself.
+inline constexpr char own_program[] = "/proc/self/exe";
+
 class child_process {
 public:
     /// Starts it. What it prints goes to the standard error stream. Throws `refusal` when it could
-    /// not be started: `what`, the program and why.
+    /// not be started: `what`, the program if it is another one, and why.
     child_process(const std::string& what, const child_command& command);
     child_process(const child_process&) = delete;
     child_process& operator=(const child_process&) = delete;

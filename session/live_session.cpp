@@ -214,7 +214,7 @@ void live_session::tell_troubles() {
         const std::string why = each->trouble();
         if (why.empty()) continue;
         messages_.say(why);
-        trouble_ = why;
+        troubles_.push_back(why);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "ioshare/io_server.h"
@@ -78,8 +79,8 @@ public:
     bool commanded() const { return commander_.present(); }
     /// Whether it takes its commands from a driver.
     bool replaying() const { return driver_ != nullptr; }
-    /// What went wrong last with those who follow it: one French line; empty: nothing.
-    const std::string& trouble() const { return trouble_; }
+    /// What went wrong with those who follow it, one French line each, in its order.
+    const std::vector<std::string>& troubles() const { return troubles_; }
     /// Asks for the end; `words` tell why, in French and one line. The next `service` brings it
     /// about.
     void end(const std::string& words) { end_.ask(words); }
@@ -143,7 +144,7 @@ private:
     std::vector<session_follower*> followers_;
     session_driver* driver_ = nullptr;
     session_examiner* examiner_ = nullptr;
-    std::string trouble_;
+    std::vector<std::string> troubles_;
     // Until when it hurries, through a pause of its own, and whether it goes on then.
     std::optional<std::int64_t> hurries_to_ms_;
     bool goes_on_ = false;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "station_view/fault_labels.h"
+#include "station_view/held_space.h"
 #include "station_view/window_style.h"
 #include "station_view/window_words.h"
 
@@ -38,6 +39,18 @@ std::string plain(std::string_view text) {
 }
 
 }  // namespace
+
+/// One box. A space bar that is held ticks it once.
+class fault_box : public Fl_Check_Button {
+public:
+    using Fl_Check_Button::Fl_Check_Button;
+    int handle(int event) override {
+        return space_.repeats(event) ? 1 : Fl_Check_Button::handle(event);
+    }
+
+private:
+    held_space space_;
+};
 
 fault_list::fault_list(const window_layout::area& at, station_run& run, language in,
                        std::function<void()> changed)
@@ -80,12 +93,12 @@ void fault_list::add_row(std::string_view name, std::span<const fault_kind> kind
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         if (!fault_fits(name, kinds[i], run_.model())) continue;
         const station_fault fault{std::string(name), kinds[i]};
-        auto* const button = new Fl_Check_Button(
-            x() + inset + name_w + static_cast<int>(i) * column_w, next_y_, row_h + 2, row_h);
+        auto* const button = new fault_box(x() + inset + name_w + static_cast<int>(i) * column_w,
+                                           next_y_, row_h + 2, row_h);
         button->copy_tooltip(plain(fault_sentence(fault, in)).c_str());
         button->callback(
             [](Fl_Widget* self, void* list) {
-                static_cast<fault_list*>(list)->tick(static_cast<Fl_Check_Button*>(self));
+                static_cast<fault_list*>(list)->tick(static_cast<fault_box*>(self));
             },
             this);
         boxes_.push_back({fault, button});
@@ -93,7 +106,7 @@ void fault_list::add_row(std::string_view name, std::span<const fault_kind> kind
     next_y_ += row_h;
 }
 
-void fault_list::tick(const Fl_Check_Button* button) {
+void fault_list::tick(const fault_box* button) {
     const auto found = std::ranges::find(boxes_, button, &tick_box::button);
     const bool done =
         button->value() ? run_.set_fault(found->fault) : run_.end_fault(found->fault.name);
@@ -112,12 +125,15 @@ void fault_list::show_faults() {
 
 void fault_list::only_show() {
     color(window_style::paper);
-    deactivate();
+    for (int i = 0; i < children(); ++i)
+        if (child(i) != &scrollbar && child(i) != &hscrollbar) child(i)->deactivate();
 }
 
 void fault_list::go_to() {
     // The toolkit would give it to what is greyed, and the space bar would tick there.
-    if (!boxes_.empty() && boxes_.front().button->active_r()) boxes_.front().button->take_focus();
+    if (boxes_.empty() || !boxes_.front().button->active_r()) return;
+    boxes_.front().button->take_focus();
+    scroll_to(xposition(), 0);
 }
 
 void fault_list::bring_into_view(const Fl_Widget& widget) {

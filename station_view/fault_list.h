@@ -10,7 +10,7 @@
 #include "lesson/bilingual.h"
 #include "station_view/window_layout.h"
 
-class Fl_Check_Button;
+class fault_box;
 
 class fault_list : public Fl_Scroll {
 public:
@@ -19,7 +19,7 @@ public:
     fault_list(const window_layout::area& at, station_run& run, language in,
                std::function<void()> changed);
 
-    /// From now on it shows the faults, and nobody sets them here.
+    /// From now on it shows the faults, and nobody sets them here; it scrolls as before.
     void only_show();
 
     /// Shows the faults that are set, here or by others.
@@ -34,12 +34,12 @@ public:
 private:
     struct tick_box {
         station_fault fault;
-        Fl_Check_Button* button;
+        fault_box* button;
     };
 
     void add_section(fault_place place, name_span names, language in);
     void add_row(std::string_view name, std::span<const fault_kind> kinds, language in);
-    void tick(const Fl_Check_Button* button);
+    void tick(const fault_box* button);
     void bring_into_view(const Fl_Widget& widget);
 
     station_run& run_;

@@ -70,8 +70,8 @@ void journal_process::show(const std::vector<std::string>& lines, language in) {
     const handed_lines handed(lines);
     const char* const language_word = in == language::english ? english_word : french_word;
     child_ = std::make_unique<child_process>(
-        "journal", child_command{{"/proc/self/exe", row_of(words, what_).command_word,
-                                  handed.path(), language_word, std::to_string(getpid())},
+        "journal", child_command{{own_program, row_of(words, what_).command_word, handed.path(),
+                                  language_word, std::to_string(getpid())},
                                  "",
                                  true});
 }

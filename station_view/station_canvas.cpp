@@ -37,6 +37,7 @@ void station_canvas::resize(int new_x, int new_y, int new_w, int new_h) {
     if (picture_.w == new_w && picture_.h == new_h) return;
     picture_ = draw_station(scene_, new_w, new_h);
     redraw();
+    if (is_below_pointer()) tell(pointed_at());
 }
 
 bool station_canvas::is_below_pointer() const { return Fl::belowmouse() == this; }

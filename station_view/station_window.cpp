@@ -16,6 +16,7 @@
 #include "station_view/panel_button.h"
 #include "station_view/station_canvas.h"
 #include "station_view/told_trouble.h"
+#include "station_view/window_body.h"
 #include "station_view/window_place.h"
 #include "station_view/window_words.h"
 
@@ -130,9 +131,9 @@ void station_window::add_middle_column(bool with_desk) {
     // Where there is no drawing, there is no button for it beside this one either.
     layout::area journal_at = layout::journal;
     if (!body_) journal_at.w = layout::production_title.w;
-    column_buttons_.journal = new panel_button(journal_at, window_action::journal, options_.in,
-                                               [this] { open_journal(); });
-    if (body_ && !options_.task) column_buttons_.to_faults = add_column_button(layout::to_faults);
+    journal_button_ = new panel_button(journal_at, window_action::journal, options_.in,
+                                       [this] { open_journal(); });
+    if (body_ && !options_.task) to_faults_ = add_column_button(layout::to_faults);
     if (body_) add_drawing_alone();
     column_->end();
     // Without the desk, what stands below it moves up.
@@ -154,7 +155,7 @@ void station_window::end_body() {
     back->copy_label(text_of(window_word::whole_window, options_.in));
     back->hide();
     body_->end();
-    if (column_buttons_.to_faults) body_->take_buttons(column_buttons_);
+    if (to_faults_) body_->take_buttons({journal_button_, to_faults_, to_desk_});
     window_->resizable(body_);
 }
 
@@ -166,7 +167,8 @@ void station_window::add_faults() {
     if (body_) {
         Fl_Button* const back = add_column_button(layout::to_desk);
         back->copy_label(text_of(window_word::desk, options_.in));
-        column_buttons_.to_desk = back;
+        back->copy_tooltip(text_of(window_word::desk_tip, options_.in));
+        to_desk_ = back;
     }
     faults_ = new fault_list(layout::faults, session_.run(), options_.in, [this] { changed(); });
     group->resizable(faults_);
@@ -255,9 +257,9 @@ void station_window::draw_now() {
 }
 
 void station_window::show_trouble() {
-    if (told_trouble_ == session_.trouble()) return;
-    told_trouble_ = session_.trouble();
-    tell(told_trouble_);
+    const std::vector<std::string>& troubles = session_.troubles();
+    if (told_troubles_ == troubles.size()) return;
+    while (told_troubles_ < troubles.size()) tell(troubles[told_troubles_++]);
     // Without a list it stays, instead of the name.
     if (!incidents_) title_ = window_->label();
 }

@@ -15,11 +15,12 @@
 #include "station_view/scene_keeper.h"
 #include "station_view/session_news.h"
 #include "station_view/time_panel.h"
-#include "station_view/window_body.h"
+#include "station_view/window_layout.h"
 
 class Fl_Box;
 class Fl_Button;
 class Fl_Group;
+class Fl_Widget;
 class count_panel;
 class exercise_examiner;
 class exercise_panel;
@@ -27,6 +28,7 @@ class fault_list;
 class incident_list;
 class keyed_window;
 class station_canvas;
+class window_body;
 
 /// What a window can be asked for.
 struct window_options {
@@ -114,15 +116,17 @@ private:
     std::unique_ptr<count_panel> counts_;
     // Where the station is drawn.
     window_body* body_ = nullptr;
-    window_body::column_buttons column_buttons_ = {};
+    // Of the column that desk and faults share in a small window.
+    Fl_Widget *journal_button_ = nullptr, *to_faults_ = nullptr, *to_desk_ = nullptr;
     station_canvas* canvas_ = nullptr;
     incident_list* incidents_ = nullptr;
     fault_list* faults_ = nullptr;
     Fl_Box* faults_heading_ = nullptr;
     exercise_panel* exercise_ = nullptr;
     Fl_Group* column_ = nullptr;
-    // What the window is called, and what it has told of the session's troubles.
-    std::string title_, told_trouble_;
+    // What the window is called, and how many of the session's troubles it has told.
+    std::string title_;
+    std::size_t told_troubles_ = 0;
     // How far left the columns stand, for what is narrower than the drawing.
     int columns_left_by_ = 0;
     // Whether something did when it was last drawn, or was asked to since.

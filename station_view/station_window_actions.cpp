@@ -6,6 +6,7 @@
 #include "station_view/fault_list.h"
 #include "station_view/keyed_window.h"
 #include "station_view/station_window.h"
+#include "station_view/window_body.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "station_view/window_body.h"
 
 #include <FL/Fl.H>
+#include <X11/keysym.h>
 
 #include <initializer_list>
 #include <utility>
@@ -27,6 +28,19 @@ enum part { picture, incidents, middle, faults, back };
 void window_body::take_buttons(const column_buttons& buttons) {
     buttons_ = buttons;
     show_buttons();
+}
+
+// The toolkit goes round only in a window that has several children.
+int window_body::handle(int event) {
+    if (Fl_Group::handle(event)) return 1;
+    constexpr int others = FL_CTRL | FL_ALT | FL_META;
+    const int key = Fl::event_key();
+    const bool tab = key == FL_Tab || key == XK_ISO_Left_Tab;
+    if (event != FL_KEYBOARD || !tab || Fl::event_state(others)) return 0;
+    const bool back = Fl::event_state(FL_SHIFT) != 0;
+    for (int i = 0; i < children(); ++i)
+        if (child(back ? children() - 1 - i : i)->take_focus()) return 1;
+    return 0;
 }
 
 void window_body::resize(int x, int y, int w, int h) {

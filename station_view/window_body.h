@@ -23,6 +23,8 @@ public:
     /// They are its children's own; seen where they are of use. Before it is resized.
     void take_buttons(const column_buttons& buttons);
 
+    /// The toolkit's: Tab goes on from the last widget to the first.
+    int handle(int event) override;
     void resize(int x, int y, int w, int h) override;
     /// The drawing takes all of it, or gives the others their places again.
     void change_drawing_alone();

@@ -38,6 +38,10 @@ arrangement beside(int w, int h, const area& middle, const area& faults) {
             false};
 }
 
+/// Whether a wider drawing would have no larger names: it is a hundred of them wide, and thirty
+/// high.
+bool has_width_enough(const area& drawing) { return drawing.w * 30 >= drawing.h * 100; }
+
 }  // namespace
 
 arrangement arranged(int w, int h, side_part side) {
@@ -52,14 +56,14 @@ arrangement arranged(int w, int h, side_part side) {
         return beside(faults_x, h, {faults_x, 0, middle_w, middle_h},
                       {faults_x, middle_h, faults_w, h - middle_h});
     // The desk's column is lower when the window is, but never drawn out.
-    if (w < narrow && side == side_part::faults) {
-        arrangement now =
-            beside(faults_x, h, {faults_x, 0, faults_w, middle_h}, {faults_x, 0, faults_w, h});
-        now.one_column = true;
-        return now;
-    }
     const int middle_x = faults_x - middle_w;
-    return beside(middle_x, h, {middle_x, 0, middle_w, middle_h}, {faults_x, 0, faults_w, h});
+    const arrangement three =
+        beside(middle_x, h, {middle_x, 0, middle_w, middle_h}, {faults_x, 0, faults_w, h});
+    if (w >= narrow || side == side_part::exercise || has_width_enough(three.picture)) return three;
+    arrangement two =
+        beside(faults_x, h, {faults_x, 0, faults_w, middle_h}, {faults_x, 0, faults_w, h});
+    two.one_column = true;
+    return two;
 }
 
 drawing_arrangement drawing_alone_arranged(int w, int h) {

@@ -48,15 +48,17 @@ inline constexpr area journal = {1080, 344, 188, 28}, to_faults = {1178, 344, 90
 
 /// The faults, or the exercise in their place; and what brings the desk back where it shares a
 /// column with them.
-inline constexpr area faults_title = {1382, 6, 328, 18}, faults = {1382, 28, 328, 344},
+inline constexpr area faults_title = {1382, 6, 230, 18}, faults = {1382, 28, 328, 344},
                       to_desk = {1616, 3, 94, 22};
+// The heading is painted anew by itself.
+static_assert(faults_title.x + faults_title.w <= to_desk.x);
 
 /// Where the parts of a window of that size are. In a tall one the faults stand below the desk's
 /// column rather than beside it, and the drawing gets what that leaves. In one that is low and
-/// narrow, too, they have the desk's place, and one of the two is seen. An exercise, which stands
-/// in their place, is there to be read: it has the whole width below drawing and desk, and a column
-/// of its own in a low window. The incidents have four lines, but two in a window that is lower
-/// than it opens on a large screen.
+/// narrow they have the desk's place, and one of the two is seen, if that makes the names larger.
+/// An exercise, which stands in their place, is there to be read: it has the whole width below
+/// drawing and desk, and a column of its own in a low window. The incidents have four lines, but
+/// two in a window that is lower than it opens on a large screen.
 struct arrangement {
     /// `middle` is the column of desk, time and counts.
     area picture, incidents, middle, faults;
@@ -65,8 +67,8 @@ struct arrangement {
 };
 /// What the faults' place is for.
 enum class side_part { faults, exercise };
-/// From this height on it is below; in a lower window, below this width it is the desk's.
-inline constexpr int tall = 640, narrow = 1300;
+/// From this height on it is below; in a lower window, it may be the desk's below this width.
+inline constexpr int tall = 640, narrow = 1600;
 /// The parts of a window of `w` by `h` pixels.
 [[nodiscard]] arrangement arranged(int w, int h, side_part side = side_part::faults);
 

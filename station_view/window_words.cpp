@@ -16,6 +16,7 @@ constexpr word_row rows[] = {
     {window_word::production,      {"Production", "Production"}},
     {window_word::faults,          {"Pannes", "Faults"}},
     {window_word::whole_window,    {"Tout voir", "Show all"}},
+    {window_word::desk_tip,        {"Ramène le pupitre (touche F)", "Brings the desk back (key F)"}},
     {window_word::sensors,         {"Capteurs", "Sensors"}},
     {window_word::actuators,       {"Actionneurs", "Actuators"}},
     {window_word::good,            {"bonnes", "good"}},

@@ -9,6 +9,7 @@ enum class window_word {
     production,
     faults,
     whole_window,
+    desk_tip,
     sensors,
     actuators,
     good,

@@ -33,8 +33,7 @@ TEST(ToldTrouble, IsInTheWindowsLanguage) {
                   "glue spilled: no base at zone 1 at the station"},
                  {"x: à y ms, z: à 7 ms, panne te: late dans l'enregistrement, rien à la station",
                   "x: à y ms, z: at 7 ms, fault te: late in the recording, nothing at the station"},
-                 {"journal /proc/self/exe: mémoire insuffisante",
-                  "journal /proc/self/exe: not enough memory"},
+                 {"journal prog: mémoire insuffisante", "journal prog: not enough memory"},
                  {"journal: trop de fichiers ouverts", "journal: too many open files"},
                  {"autre chose", "autre chose"},
                  {"", ""}};

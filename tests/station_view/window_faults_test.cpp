@@ -23,6 +23,22 @@ TEST_F(WindowOnDisplay, ATickSetsAFaultAndAnotherOneEndsIt) {
     end();
 }
 
+TEST_F(WindowOnDisplay, TheKeyOfTheFaultsScrollsToTheFirst) {
+    start({"--no-panel"});
+    const area& list = window_layout::faults;
+    const area names = {list.x + 4, list.y + 24, 60, list.h - 30};
+    const auto first = pixels(names);
+    for (int turns = 0; turns < 30; ++turns)
+        display.click(window, list.x + list.w / 2, list.y + list.h / 2, 5);
+    EXPECT_TRUE(wait_until([&] { return pixels(names) != first; }, seconds(5)));
+    display.key(XK_f);
+    display.key(XK_space);
+    EXPECT_TRUE(told_becomes("pannes", "b1e=stuck0"));
+    click(fault_box(0, 0));
+    EXPECT_TRUE(told_becomes("pannes", "")) << "the first box is where it was";
+    end();
+}
+
 TEST_F(WindowOnDisplay, ShowsFaultsThatOthersSetAndEnd) {
     start({"--no-panel"});
     const layout::area box = fault_box(6, 0);  // te

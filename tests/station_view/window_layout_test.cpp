@@ -83,8 +83,10 @@ TEST(WindowLayout, DeskAndFaultsShareAColumnWhereTheWindowIsLowAndNarrow) {
     const struct {
         int w, h;
         bool one_column;
-    } cases[] = {{1000, 240, true},  {1000, 639, true},  {1299, 380, true},  {1000, 640, false},
-                 {1300, 240, false}, {1366, 244, false}, {1718, 380, false}, {3840, 300, false}};
+    } cases[] = {{1000, 240, true},  {1000, 639, true},  {1300, 380, true},  {1366, 380, true},
+                 {1599, 380, true},  {1366, 300, true},  {1366, 244, false}, {1300, 240, false},
+                 {1250, 240, true},  {1000, 640, false}, {1600, 380, false}, {1718, 380, false},
+                 {1599, 244, false}, {3840, 300, false}};
     for (const auto& [w, h, one_column] : cases) {
         const auto now = window_layout::arranged(w, h);
         EXPECT_EQ(now.one_column, one_column) << w << "x" << h;
@@ -151,11 +153,22 @@ TEST(WindowLayout, NamesAreLegibleOnAProjector) {
 TEST(WindowLayout, NamesCanBeReadInSmallWindows) {
     const struct {
         int w, h, px;
-    } cases[] = {{1000, 240, 6}, {1000, 300, 6}, {1016, 244, 6}, {1280, 300, 8},
-                 {1280, 380, 9}, {1358, 244, 6}, {1366, 300, 7}, {1718, 380, 10}};
+    } cases[] = {{1000, 240, 6}, {1000, 300, 6}, {1016, 244, 6},  {1280, 300, 8}, {1280, 380, 9},
+                 {1358, 244, 6}, {1366, 300, 8}, {1366, 380, 10}, {1718, 380, 10}};
     for (const auto& [w, h, px] : cases) {
         const area picture = window_layout::arranged(w, h).picture;
         EXPECT_EQ(draw_station({}, picture.w, picture.h).name_px, px) << w << "x" << h;
+    }
+}
+
+TEST(WindowLayout, AWiderWindowHasNoSmallerNames) {
+    const auto name_px = [](int w, int h) {
+        const area picture = window_layout::arranged(w, h).picture;
+        return draw_station({}, picture.w, picture.h).name_px;
+    };
+    for (const int h : {240, 244, 300, 340, 380}) {
+        for (int w = 1010; w <= 2000; w += 10)
+            EXPECT_GE(name_px(w, h), name_px(w - 10, h) - 1) << w << "x" << h;
     }
 }
 

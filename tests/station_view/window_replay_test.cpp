@@ -88,6 +88,16 @@ TEST_F(WindowReplay, TheKeyOfTheFaultsBringsTheKeyboardToNoBoxThatTicks) {
     end();
 }
 
+TEST_F(WindowReplay, ItsFaultsScroll) {
+    start({"--play", recording, "--no-panel", "--paused"});
+    const area& list = window_layout::faults;
+    const auto first = pixels(list);
+    for (int turns = 0; turns < 30; ++turns)
+        display.click(window, list.x + list.w / 2, list.y + list.h / 2, 5);
+    EXPECT_TRUE(wait_until([&] { return pixels(list) != first; }, seconds(5)));
+    end();
+}
+
 TEST_F(WindowReplay, ASessionHasNoSliderForItsTime) {
     start({"--no-panel"});
     EXPECT_TRUE(comes_between(0.5, 10));

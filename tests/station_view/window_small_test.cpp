@@ -57,6 +57,13 @@ protected:
     bool faults_come() {
         return wait_until([&] { return faults_are_seen(); });
     }
+    void rest() {
+        wait_until([] { return false; }, seconds(0.3));
+    }
+    /// Looks for a second, long enough for some twenty repeats of a key that is held.
+    bool stays(const std::string& name, const std::string& value) {
+        return !wait_until([&] { return live->told(name) != value; }, seconds(1));
+    }
 
 private:
     std::uint32_t plate_ = 0;
@@ -122,6 +129,87 @@ TEST_F(SmallWindow, AButtonThatIsHeldIsLetGoWhenTheFaultsCome) {
     EXPECT_TRUE(becomes("dc", "0"));
     display.hold_key(XK_space, false);
     EXPECT_EQ(live->told("pannes"), "");
+    end();
+}
+
+TEST_F(SmallWindow, ASpaceBarThatIsHeldPressesOnce) {
+    start_small();
+    display.key(XK_f);
+    EXPECT_TRUE(faults_come());
+    display.key(XK_f);
+    EXPECT_TRUE(desk_comes());
+    display.hold_key(XK_space, true);
+    EXPECT_TRUE(faults_come());
+    EXPECT_TRUE(stays("pannes", "")) << "the box that got the keyboard meanwhile is not ticked";
+    display.hold_key(XK_space, false);
+    display.hold_key(XK_space, true);
+    EXPECT_TRUE(told_becomes("pannes", "b1e=stuck0"));
+    EXPECT_TRUE(stays("pannes", "b1e=stuck0"));
+    display.hold_key(XK_space, false);
+    display.key(XK_f);
+    EXPECT_TRUE(desk_comes());
+    click(in_column(layout::pause));
+    EXPECT_TRUE(told_becomes("etat", "pause"));
+    display.hold_key(XK_space, true);
+    EXPECT_TRUE(told_becomes("etat", "marche"));
+    EXPECT_TRUE(stays("etat", "marche"));
+    display.hold_key(XK_space, false);
+    end();
+}
+
+TEST_F(SmallWindow, ASpaceBarThatIsHeldMakesStepAfterStep) {
+    start_small({"--no-panel", "--paused"});
+    click(in_column(layout::step));
+    rest();
+    const double before_s = live->simulated_s();
+    display.hold_key(XK_space, true);
+    EXPECT_TRUE(wait_until([&] { return live->simulated_s() > before_s + 0.1; }, seconds(5)));
+    display.hold_key(XK_space, false);
+    end();
+}
+
+TEST_F(SmallWindow, TheCountOfTheFaultsLeavesTheButtonBesideIt) {
+    start_small();
+    display.key(XK_f);
+    EXPECT_TRUE(faults_come());
+    rest();
+    const auto button = pixels(with_faults(layout::to_desk), 1);
+    for (const char* const faults : {"b1e=stuck0", "", "b1e=stuck0"}) {
+        display.key(XK_space);
+        EXPECT_TRUE(told_becomes("pannes", faults));
+        rest();
+        EXPECT_EQ(pixels(with_faults(layout::to_desk), 1), button) << faults;
+    }
+    end();
+}
+
+TEST_F(SmallWindow, TabGoesRoundBothWays) {
+    start_small();
+    const area& list = layout::arranged(w, h).incidents;
+    for (int i = 1; i <= 4; ++i) {
+        live->io({"set", "DEPOSE=1"});
+        ASSERT_TRUE(told_becomes("incidents", std::to_string(i)));
+        live->io({"set", "DEPOSE=0"});
+        rest();
+    }
+    display.key(XK_p);
+    EXPECT_TRUE(told_becomes("etat", "pause"));
+    rest();
+    // Where the mark of the keyboard is: around the list, which comes first, and anywhere.
+    const auto marks = [&] { return pixels({list.x, list.y - 1, 200, 6}, 1); };
+    const auto unmarked = marks();
+    for (const x_key back : {x_key{0}, x_key{XK_Shift_L}}) {
+        int came_by = 0;
+        bool was_there = false;
+        for (int tabs = 0; tabs < 40; ++tabs) {
+            display.key(XK_Tab, back);
+            rest();
+            const bool is_there = marks() != unmarked;
+            came_by += is_there && !was_there;
+            was_there = is_there;
+        }
+        EXPECT_GE(came_by, 2) << back;
+    }
     end();
 }
 
