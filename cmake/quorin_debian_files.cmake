@@ -54,5 +54,5 @@ foreach(folder IN LISTS components)
                         COMMAND_ERROR_IS_FATAL ANY)
     endforeach()
     # Whatever rights whoever makes the packages gives to new files.
-    execute_process(COMMAND chmod -R u=rwX,go=rX ${folder} COMMAND_ERROR_IS_FATAL ANY)
+    execute_process(COMMAND chmod -R ug-s,u=rwX,go=rX ${folder} COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

@@ -56,7 +56,10 @@ has() { # kind name folder...
     case $kind in
         program) command -v "$name" >/dev/null ;;
         header) "${CXX:-c++}" -x c++ -std=c++20 -E -include "$name" /dev/null >/dev/null 2>&1 ;;
-        module) for python in $(hash -r; type -aP python3); do "$python" -c "import $name" 2>/dev/null && return; done; return 1 ;;
+        module)
+            while IFS= read -r python; do "$python" -c "import $name" 2>/dev/null && return; done < <(hash -r; type -aP python3)
+            return 1
+            ;;
         file) [ -n "$(find "$@" -name "$name" -print -quit 2>/dev/null)" ] ;;
     esac
 }
@@ -83,7 +86,7 @@ install_packages() { # group...
         return 1
     fi
     if [ "$(id -u)" -ne 0 ]; then
-        if ! command -v sudo >/dev/null || ! sudo -v; then
+        if ! command -v sudo >/dev/null || ! { sudo -n true 2>/dev/null || sudo -v; }; then
             printf 'These packages are missing, and installing them needs rights that you do not have here. Type, as root:\n' >&2
             printf '    apt-get install %s\n' "${missing[*]}" >&2
             return 1

@@ -1,11 +1,13 @@
 #include "programs/quorin_lesson/output.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <random>
 
 #include "recording/recorded_text.h"
 #include "session/failure.h"
@@ -16,14 +18,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A file beside the one that is to be, which takes its place once it is whole; gone otherwise. It
-/// has no name until then, where the disk has such files: whoever is killed leaves nothing behind.
+/// A name beside that file that nobody else has.
+fs::path name_beside(const fs::path& goal) {
+    return goal.parent_path() / (".quorin-lesson-" + std::to_string(std::random_device()()));
+}
+
+/// A file without a name, where there can be one and one can be given to it; else -1.
+int open_nameless(const fs::path& folder) {
+    if (access("/proc/self/fd", X_OK) != 0) return -1;
+    return open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666);
+}
+
+/// A file beside the one that is to be, which takes its place once it is whole, and has its rights;
+/// gone otherwise. It has no name until then, where the disk has such files: whoever is killed
+/// while it is written leaves nothing behind.
 class new_file {
 public:
     explicit new_file(const fs::path& goal)
-        : goal_(goal),
-          name_(goal.parent_path() / (".quorin-lesson-" + std::to_string(getpid()))),
-          descriptor_(open(goal.parent_path().c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666)) {
+        : goal_(goal), name_(name_beside(goal)), descriptor_(open_nameless(goal.parent_path())) {
         if (descriptor_ >= 0) return;
         descriptor_ = open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         named_ = descriptor_ >= 0;
@@ -37,10 +49,15 @@ public:
 
     /// False, and errno says why, when it could not be done.
     bool write_and_place(const std::string& bytes) {
-        return descriptor_ >= 0 && write_all(bytes) && place();
+        return descriptor_ >= 0 && write_all(bytes) && take_rights() && place();
     }
 
 private:
+    /// Those of the file that it replaces, if there is one.
+    bool take_rights() const {
+        struct stat old {};
+        return stat(goal_.c_str(), &old) != 0 || fchmod(descriptor_, old.st_mode & 0777) == 0;
+    }
     /// A name is given where there is none, never taken from another file: that takes two steps.
     bool place() {
         if (!named_ && give_name(goal_)) return true;

@@ -28,6 +28,12 @@ outcome lesson_in_shell(const std::string& rest) {
     return run_program({"sh", "-c", built("quorin-lesson") + " " + rest});
 }
 
+/// The rights of a file.
+mode_t mode_of(const char* file) {
+    struct stat found {};
+    return stat(file, &found) == 0 ? found.st_mode & 07777 : 0;
+}
+
 const std::string good =
     "format = 1\ntitre = \"T\"\nenonce = \"E\"\n"
     "[station]\npannes_cachees = [\"b2s=stuck1\"]\n"
@@ -196,7 +202,17 @@ TEST_F(QuorinLesson, ReplacesAFileWholeOrNotAtAll) {
     EXPECT_EQ(lesson({"hide", "good.toml", "-o", "link.toml"}).status, 0);
     EXPECT_TRUE(std::filesystem::is_symlink("link.toml"));
     EXPECT_TRUE(bytes_of("out.toml").starts_with("format = 1\n"));
+    EXPECT_EQ(mode_of("out.toml"), 0640u) << "who may read it stays as it was";
     expect_only({"bad.toml", "good.toml", "link.toml", "out.toml"});
+}
+
+TEST_F(QuorinLesson, ANewFileHasTheRightsThatItsUserGives) {
+    for (const auto& [mask, mode] : {std::pair{"022", 0644u}, {"027", 0640u}, {"077", 0600u}}) {
+        std::filesystem::remove("new.toml");
+        const std::string hide = built("quorin-lesson") + " hide good.toml -o new.toml";
+        EXPECT_EQ(run_program({"sh", "-c", std::string("umask ") + mask + "; " + hide}).status, 0);
+        EXPECT_EQ(mode_of("new.toml"), mode) << mask;
+    }
 }
 
 // Killed once all is written, and before it has a name.

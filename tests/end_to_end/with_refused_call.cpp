@@ -24,11 +24,16 @@ struct call_row {
     unsigned number, instead;
 };
 
-constexpr call_row calls[] = {
-#ifndef SYS_ipc  // where all that processes share is one call
-    {"shmget", SYS_shmget, SECCOMP_RET_ERRNO | ENOMEM},
-    {"shmat", SYS_shmat, SECCOMP_RET_ERRNO | ENOMEM},
+constexpr unsigned unknown = ~0u;
+#ifdef SYS_ipc  // where all that processes share is one call
+constexpr unsigned making = unknown, attaching = unknown;
+#else
+constexpr unsigned making = SYS_shmget, attaching = SYS_shmat;
 #endif
+
+constexpr call_row calls[] = {
+    {"shmget", making, SECCOMP_RET_ERRNO | ENOMEM},
+    {"shmat", attaching, SECCOMP_RET_ERRNO | ENOMEM},
     {"fsync", SYS_fsync, SECCOMP_RET_KILL_PROCESS},
 };
 
@@ -51,7 +56,8 @@ int main(int argc, char** argv) {
     if (argc < 3) return 2;
     const call_row* const call =
         std::ranges::find(calls, std::string_view(argv[1]), &call_row::name);
-    if (call == std::end(calls) || !refuse(*call)) return impossible;
+    if (call == std::end(calls)) return 2;
+    if (call->number == unknown || !refuse(*call)) return impossible;
     execvp(argv[2], argv + 2);
     std::perror(argv[2]);
     return 127;
