@@ -3,6 +3,7 @@
 #include <sys/resource.h>
 
 #include "tests/station_view/window_on_display.h"
+#include "tests/support/sanitizers.h"
 
 namespace {
 
@@ -82,6 +83,7 @@ TEST_F(ManualOnDisplay, ItsTitleTellsThatTheDiskIsFull) {
 }
 
 TEST_F(ManualOnDisplay, ItsTitleTellsWhatCannotBeOpenedUntilTheNextAction) {
+    if (address_sanitizer) GTEST_SKIP() << "it needs descriptors of its own";
     start({"--title", by_hand, "--manual", "--no-panel", "--english"}, by_hand);
     rlimit files{};
     ASSERT_EQ(prlimit(live->process->id(), RLIMIT_NOFILE, nullptr, &files), 0);
